@@ -1,0 +1,15 @@
+# Flags that hold for every target of this project; targets link ulk_options to get them.
+add_library(ulk_options INTERFACE)
+
+target_compile_options(ulk_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  # Fused multiply-add would change last bits of results that are defined in plain single precision.
+  -ffp-contract=off)
+
+if(ULK_SANITIZE)
+  target_compile_options(ulk_options INTERFACE
+    -fsanitize=${ULK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  # Division by zero and float-to-float overflow are defined by IEEE 754 and wanted here: infinities and NaN propagate.
+  target_compile_options(ulk_options INTERFACE -fno-sanitize=float-divide-by-zero)
+  target_link_options(ulk_options INTERFACE -fsanitize=${ULK_SANITIZE})
+endif()

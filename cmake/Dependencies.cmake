@@ -1,0 +1,16 @@
+find_package(PkgConfig REQUIRED)
+find_package(GLEW REQUIRED)
+find_package(JPEG REQUIRED)
+find_package(PNG REQUIRED)
+set(OpenGL_GL_PREFERENCE GLVND)
+find_package(OpenGL REQUIRED COMPONENTS OpenGL EGL)
+
+pkg_check_modules(SIGCXX REQUIRED IMPORTED_TARGET sigc++-2.0)
+pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
+
+if(ULK_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+endif()
+if(ULK_BUILD_BENCHMARKS)
+  find_package(benchmark REQUIRED)
+endif()
