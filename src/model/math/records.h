@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 /// Plain value records of space, colour and projection. Every record has exactly its natural size, because
@@ -58,6 +59,44 @@ struct vec3w {
     bool operator==(const vec3w&) const = default;
 };
 
+/// Three turns, as a plain triple.
+struct rev3 {
+    float x = 0, y = 0, z = 0;
+    bool operator==(const rev3&) const = default;
+};
+
+/// A place together with two triples of turns.
+struct pst3w {
+    rev3 a, b;
+    pos3 p;
+    bool operator==(const pst3w&) const = default;
+};
+
+/// Polar coordinates, as a plain triple.
+struct plr3 {
+    float a = 0, b = 0, c = 0;
+    bool operator==(const plr3&) const = default;
+};
+
+/// Angles, as a plain triple.
+struct ang3 {
+    float a = 0, b = 0, c = 0;
+    bool operator==(const ang3&) const = default;
+};
+
+/// The scalar `s` of two directions and the vector `d` that goes with it, see `srt3_from_dirs`.
+struct srt3 {
+    float s = 0;
+    dir3 d;
+    bool operator==(const srt3&) const = default;
+};
+
+struct irt3 {
+    rev3 a;
+    srt3 b;
+    bool operator==(const irt3&) const = default;
+};
+
 struct col3 {
     float r = 0, g = 0, b = 0;
     bool operator==(const col3&) const = default;
@@ -67,6 +106,27 @@ struct col3 {
 struct col3a {
     float r = 0, g = 0, b = 0, a = 0;
     bool operator==(const col3a&) const = default;
+};
+
+/// Colours in bytes, as files and images hold them.
+struct col3aub {
+    std::uint8_t r = 0, g = 0, b = 0, a = 0;
+    bool operator==(const col3aub&) const = default;
+};
+
+struct col3ub {
+    std::uint8_t r = 0, g = 0, b = 0;
+    bool operator==(const col3ub&) const = default;
+};
+
+struct col1aub {
+    std::uint8_t grey = 0, alpha = 0;
+    bool operator==(const col1aub&) const = default;
+};
+
+struct col1ub {
+    std::uint8_t grey = 0;
+    bool operator==(const col1ub&) const = default;
 };
 
 struct txc1 {
@@ -108,5 +168,71 @@ struct projection {
     double left = 0, right = 0, bottom = 0, top = 0, near = 0, far = 0;
     bool operator==(const projection&) const = default;
 };
+
+/// Camera in terms of a lens: `fov` is the full angle of the frustum's diagonal, in radians.
+struct lens_t {
+    double fov = 90 * 0.017453292519943122;
+    double aspect = 4.0 / 3.0;
+    double near = 0.1, far = 1000.1;
+    bool operator==(const lens_t&) const = default;
+};
+
+/// Camera of an orthographic view: the box is 2 high and 2 times `half_width` wide.
+struct ortho_t {
+    double half_width = 1, near = -1, far = 1;
+    bool operator==(const ortho_t&) const = default;
+};
+
+struct box2 {
+    pos2 low, high;
+    bool operator==(const box2&) const = default;
+};
+
+struct box3 {
+    pos3 low, high;
+    bool operator==(const box3&) const = default;
+};
+
+struct dim2 {
+    std::uint64_t width = 0, height = 0;
+    bool operator==(const dim2&) const = default;
+};
+
+struct dim3 {
+    std::uint64_t width = 0, height = 0, depth = 0;
+    bool operator==(const dim3&) const = default;
+};
+
+/// The plane a x + b y + c z + d = 0.
+struct surface {
+    float a = 0, b = 0, c = 0, d = 0;
+    bool operator==(const surface&) const = default;
+};
+
+/// The line a x + b y + c = 0.
+struct line2d {
+    float a = 0, b = 0, c = 0;
+    bool operator==(const line2d&) const = default;
+};
+
+/// A line in space by its direction and the way into its own coordinates and back.
+struct line3d {
+    dir3 d;
+    mtx3w to_local, from_local;
+    bool operator==(const line3d&) const = default;
+};
+
+static_assert(sizeof(dir3) == 12 && sizeof(pos3) == 12 && sizeof(pos2) == 8 && sizeof(dir2) == 8);
+static_assert(sizeof(pos2l) == 8 && sizeof(dir2l) == 8);
+static_assert(sizeof(qua) == 16 && sizeof(rot3) == 16 && sizeof(vec3w) == 16);
+static_assert(sizeof(rev3) == 12 && sizeof(pst3w) == 36 && sizeof(plr3) == 12 && sizeof(ang3) == 12);
+static_assert(sizeof(srt3) == 16 && sizeof(irt3) == 28);
+static_assert(sizeof(col3) == 12 && sizeof(col3a) == 16);
+static_assert(sizeof(col3aub) == 4 && sizeof(col3ub) == 3 && sizeof(col1aub) == 2 && sizeof(col1ub) == 1);
+static_assert(sizeof(txc1) == 4 && sizeof(txc2) == 8 && sizeof(txc2q) == 12);
+static_assert(sizeof(txc3) == 12 && sizeof(txc3q) == 16);
+static_assert(sizeof(mtx3w) == 64 && sizeof(projection) == 48 && sizeof(lens_t) == 32);
+static_assert(sizeof(box2) == 16 && sizeof(box3) == 24 && sizeof(dim2) == 16 && sizeof(dim3) == 24);
+static_assert(sizeof(surface) == 16 && sizeof(line2d) == 12 && sizeof(line3d) == 140);
 
 }  // namespace ulk3d
