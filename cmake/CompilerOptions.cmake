@@ -13,3 +13,9 @@ if(ULK_SANITIZE)
   target_compile_options(ulk_options INTERFACE -fno-sanitize=float-divide-by-zero)
   target_link_options(ulk_options INTERFACE -fsanitize=${ULK_SANITIZE})
 endif()
+
+if(ULK_BUILD_FUZZERS)
+  # Coverage counters for the fuzz targets, without a main of libFuzzer in everything else.
+  target_compile_options(ulk_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(ulk_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
