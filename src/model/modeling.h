@@ -25,9 +25,6 @@ struct option_view_t {
 inline constexpr float unselected_point_size = 3.0F;
 inline constexpr float selected_point_size = 5.0F;
 
-/// Ends a strip in an element array; the primitive restart index of every strip draw. Files write it as -1.
-inline constexpr std::uint32_t restart_mark = 4294967295U;
-
 /// Element lists of the models' arrays, each built once, on first use.
 const element_list_t& vertex_elements();         ///< Position, RGBA, TexCoord2: 9 floats
 const element_list_t& frame_elements();          ///< Normal x 3 (tangent, binormal, normal): 9 floats

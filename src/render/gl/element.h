@@ -1,0 +1,72 @@
+#pragma once
+
+#include <GL/glew.h>
+
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace ulk3d {
+
+/// Kinds of one attribute of a vertex.
+enum class e_type_t : std::uint32_t {
+    Position = 0,
+    Normal = 1,
+    RGBA = 2,
+    TexCoord3 = 3,
+    TexCoord2 = 4,
+    PointSize = 5,
+    ID = 6,
+    Vector3w = 7,
+    Matrix3w = 8,
+};
+
+/// One attribute of a vertex. Values above the last kind are legal and count nothing.
+struct element_t {
+    e_type_t type = e_type_t::Position;
+    bool operator==(const element_t&) const = default;
+};
+
+/// 32-bit words that an attribute takes up in a vertex; 0 for an unknown kind.
+std::uint32_t component_count(element_t element);
+
+/// Name of an attribute's kind, null for an unknown kind.
+const char* element_name(element_t element);
+
+/// How an attribute is handed to glVertexAttribPointer. `type` is 0 for kinds that count in strides but feed
+/// no attribute, and for unknown kinds.
+struct element_format_t {
+    std::uint32_t components = 0;
+    GLenum type = 0;
+    bool normalized = false;
+};
+element_format_t element_format(element_t element);
+
+/// The attributes of a vertex, in their order; shared by reference among the arrays built from it.
+class element_list_t {
+  public:
+    std::uint64_t size() const { return list ? list->size() : 0; }
+    const element_t* begin() const { return list ? list->data() : nullptr; }
+
+  private:
+    friend element_list_t make_element_list(std::initializer_list<e_type_t>);
+    std::shared_ptr<std::vector<element_t>> list;
+};
+
+element_list_t make_element_list(std::initializer_list<e_type_t> types);
+
+/// The attributes of a list; valid while the list is held.
+std::span<const element_t> elements_of(const element_list_t& list);
+
+/// Sum of the components of a list: 32-bit words of one vertex.
+std::uint32_t words_of(const element_list_t& list);
+
+/// Word offset in a vertex of the attribute at `index`; of an index past the end, the words of a vertex.
+std::uint32_t word_offset_of(const element_list_t& list, std::uint64_t index);
+
+/// True when both are one list, not merely equal ones.
+bool is_same_list(const element_list_t& a, const element_list_t& b);
+
+}  // namespace ulk3d

@@ -1,0 +1,47 @@
+#include "render/gl/query.h"
+
+#include "gltextures/gr_check_error.h"
+#include "gltextures/gr_context.h"
+
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+void query_t::allocate() {
+    if (allocated)
+        return;
+    glGenQueries(1, &id);
+    allocated = true;
+}
+
+void query_t::release() {
+    if (!allocated)
+        return;
+    if (libgr::grContextIsCurrent())
+        glDeleteQueries(1, &id);
+    allocated = false;
+    id = 0;
+}
+
+void query_t::begin(GLenum counted, GLuint stream) {
+    allocate();
+    target = counted;
+    index = stream;
+    glBeginQueryIndexed(target, index, id);
+}
+
+void query_t::end() {
+    glEndQueryIndexed(target, index);
+    target = 0;
+    index = 0;
+}
+
+std::uint64_t query_t::GetQuery() const {
+    grCheckError("query_t::GetQuery(1)");
+    GLuint64 result = 0;
+    glGetQueryObjectui64v(id, GL_QUERY_RESULT, &result);
+    grCheckError("query_t::GetQuery(end)");
+    return result;
+}
+
+}  // namespace ulk3d

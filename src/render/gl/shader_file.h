@@ -1,0 +1,16 @@
+#pragma once
+
+#include <vector>
+
+namespace ulk3d {
+
+/// Bytes of a shader's source, without a terminating zero.
+using shader_text_t = std::vector<char>;
+
+/// Reads a whole shader file into `text`: `name` itself, or, when there is no such file, the plain
+/// concatenation of `base_directory` (when not null) and `name`; no separator is added.
+///
+/// False, without a message, when neither is a file that can be read. An empty file gives an empty text.
+[[nodiscard]] bool load_shader_file(shader_text_t& text, const char* name, const char* base_directory);
+
+}  // namespace ulk3d

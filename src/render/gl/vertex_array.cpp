@@ -1,0 +1,79 @@
+#include "render/gl/vertex_array.h"
+
+#include <cstdint>
+
+#include "gltextures/gr_context.h"
+
+namespace ulk3d {
+
+namespace {
+
+// GL takes an offset into the bound buffer in the shape of a pointer.
+const void* buffer_offset(std::uint32_t words) {
+    return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(words) * 4);
+}
+
+}  // namespace
+
+void vertex_array_t::allocate() {
+    if (allocated)
+        return;
+    glGenVertexArrays(1, &name);
+    allocated = true;
+}
+
+void vertex_array_t::release() {
+    if (!allocated)
+        return;
+    if (libgr::grContextIsCurrent())
+        glDeleteVertexArrays(1, &name);
+    allocated = false;
+}
+
+void vertex_array_t::bind() const {
+    glBindVertexArray(id());
+}
+
+void vertex_array_t::unbind() const {
+    glBindVertexArray(0);
+}
+
+void vertex_array_t::bind_attributes(const element_list_t& list, GLuint stride, GLuint buffer_id,
+                                     GLuint first_location) const {
+    if (buffer_id == 0)
+        return;
+    bind();
+    glBindBuffer(GL_ARRAY_BUFFER, buffer_id);
+    GLuint location = first_location;
+    std::uint32_t offset = 0;
+    for (const element_t element : elements_of(list)) {
+        const element_format_t format = element_format(element);
+        glEnableVertexAttribArray(location);
+        glVertexAttribPointer(location, static_cast<GLint>(format.components), format.type,
+                              format.normalized ? GL_TRUE : GL_FALSE, static_cast<GLsizei>(stride * 4),
+                              buffer_offset(offset));
+        offset += format.components;
+        ++location;
+    }
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    unbind();
+}
+
+void vertex_array_t::draw(GLenum mode, GLsizei count) const {
+    bind();
+    glDrawArrays(mode, 0, count);
+    unbind();
+}
+
+void bind_attributes(const vertex_array_ref& holder, const element_list_t& list, GLuint stride,
+                     GLuint buffer_id, GLuint first_location) {
+    if (holder)
+        holder->bind_attributes(list, stride, buffer_id, first_location);
+}
+
+void draw(const vertex_array_ref& holder, GLenum mode, GLsizei count) {
+    if (holder)
+        holder->draw(mode, count);
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,95 @@
+#include "render/offscreen/offscreen_context.h"
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+
+#include <array>
+#include <vector>
+
+#include "render/gl/gl_loader.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// The displays that need no window system: Mesa's surfaceless platform, then the devices that other drivers
+/// offer.
+std::vector<EGLDisplay> candidate_displays() {
+    std::vector<EGLDisplay> displays;
+    displays.push_back(eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr));
+    const auto query_devices =
+        reinterpret_cast<PFNEGLQUERYDEVICESEXTPROC>(eglGetProcAddress("eglQueryDevicesEXT"));
+    std::array<EGLDeviceEXT, 16> devices{};
+    EGLint count = 0;
+    if (query_devices != nullptr &&
+        query_devices(static_cast<EGLint>(devices.size()), devices.data(), &count) == EGL_TRUE)
+        for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i)
+            displays.push_back(eglGetPlatformDisplay(EGL_PLATFORM_DEVICE_EXT, devices[i], nullptr));
+    return displays;
+}
+
+EGLContext make_core_context(EGLDisplay display) {
+    if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE)
+        return EGL_NO_CONTEXT;
+    constexpr std::array config_wanted{EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+                                       EGL_NONE};
+    constexpr std::array context_wanted{EGL_CONTEXT_MAJOR_VERSION,
+                                        3,
+                                        EGL_CONTEXT_MINOR_VERSION,
+                                        3,
+                                        EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                                        EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
+                                        EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    if (eglBindAPI(EGL_OPENGL_API) != EGL_TRUE ||
+        eglChooseConfig(display, config_wanted.data(), &config, 1, &count) != EGL_TRUE || count < 1)
+        return EGL_NO_CONTEXT;
+    return eglCreateContext(display, config, EGL_NO_CONTEXT, context_wanted.data());
+}
+
+}  // namespace
+
+offscreen_context_t::~offscreen_context_t() {
+    if (context == EGL_NO_CONTEXT)
+        return;
+    if (eglGetCurrentContext() == context)
+        make_none_current();
+    eglDestroyContext(display, context);
+}
+
+bool offscreen_context_t::create() {
+    if (context != EGL_NO_CONTEXT)
+        return make_current();
+    for (const EGLDisplay candidate : candidate_displays()) {
+        context = make_core_context(candidate);
+        if (context == EGL_NO_CONTEXT)
+            continue;
+        display = candidate;
+        if (make_current())
+            break;
+        eglDestroyContext(display, context);
+        context = EGL_NO_CONTEXT;
+    }
+    if (context == EGL_NO_CONTEXT) {
+        message = "no driver gives an OpenGL 3.3 core context without a display.";
+        return false;
+    }
+    if (!load_gl_entry_points()) {
+        message = "the OpenGL entry points could not be loaded.";
+        return false;
+    }
+    return true;
+}
+
+bool offscreen_context_t::make_current() const {
+    return eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context) == EGL_TRUE;
+}
+
+void offscreen_context_t::make_none_current() {
+    const EGLDisplay current = eglGetCurrentDisplay();
+    if (current != EGL_NO_DISPLAY)
+        eglMakeCurrent(current, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+namespace ulk3d {
+
+/// A GL 3.3 core context that needs no display and has no surface of its own: what is drawn goes into an
+/// offscreen_target_t.
+///
+/// The connection to EGL stays open until the process ends, because closing it unloads the driver under the
+/// objects that still refer to it.
+class offscreen_context_t {
+  public:
+    offscreen_context_t() = default;
+    /// Leaves no context current.
+    ~offscreen_context_t();
+    offscreen_context_t(const offscreen_context_t&) = delete;
+    offscreen_context_t& operator=(const offscreen_context_t&) = delete;
+
+    /// Makes the context, makes it current and loads the GL entry points. False when no driver here gives
+    /// such a context; `error()` then tells why.
+    [[nodiscard]] bool create();
+
+    const std::string& error() const { return message; }
+
+    /// Makes the context current, or none.
+    bool make_current() const;
+    static void make_none_current();
+
+  private:
+    void* display = nullptr;
+    void* context = nullptr;
+    std::string message;
+};
+
+}  // namespace ulk3d

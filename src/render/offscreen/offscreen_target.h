@@ -1,0 +1,58 @@
+#pragma once
+
+#include <GL/glew.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ulk3d {
+
+/// A picture of 8-bit RGBA pixels. The first row is the top one.
+struct rgba_picture_t {
+    using pixel_t = std::array<std::uint8_t, 4>;
+
+    int width = 0;
+    int height = 0;
+    std::vector<pixel_t> pixels;
+
+    /// The pixel in column `x` of row `y`, counted from the left and the top; both must lie in the picture.
+    const pixel_t& at(int x, int y) const {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
+    }
+    bool operator==(const rgba_picture_t&) const = default;
+};
+
+/// A framebuffer to draw into without a window: 8-bit RGBA colour and 24-bit depth. All operations need a
+/// current GL context.
+class offscreen_target_t {
+  public:
+    /// Sizes in pixels.
+    offscreen_target_t(int width, int height);
+    ~offscreen_target_t();
+    offscreen_target_t(const offscreen_target_t&) = delete;
+    offscreen_target_t& operator=(const offscreen_target_t&) = delete;
+
+    /// False when GL can not draw into a target of this size.
+    bool is_complete() const { return complete; }
+
+    /// Draws go into this target from now on, with a viewport over all of it.
+    void bind() const;
+    /// Reads what is drawn; leaves bindings and pixel storage as they were.
+    rgba_picture_t read_pixels() const;
+
+    int pixel_width() const { return width; }
+    int pixel_height() const { return height; }
+    GLuint framebuffer_id() const { return framebuffer; }
+
+  private:
+    int width;
+    int height;
+    bool complete = false;
+    GLuint framebuffer = 0;
+    std::array<GLuint, 2> renderbuffers{};
+};
+
+}  // namespace ulk3d

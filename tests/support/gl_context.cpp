@@ -1,0 +1,34 @@
+#include "support/gl_context.h"
+
+#include <GL/glew.h>
+
+#include "render/offscreen/offscreen_context.h"
+
+namespace ulk_test {
+
+namespace {
+
+/// Lives until the process is gone: objects in static storage may still release GL names after main.
+ulk3d::offscreen_context_t& context() {
+    static auto* const process_context = new ulk3d::offscreen_context_t;
+    return *process_context;
+}
+
+}  // namespace
+
+bool make_gl_context_current() {
+    const bool current = context().create();
+    EXPECT_TRUE(current) << context().error();
+    return current;
+}
+
+void gl_test::SetUp() {
+    ASSERT_TRUE(make_gl_context_current());
+    ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+void gl_test::TearDown() {
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "a GL error is pending";
+}
+
+}  // namespace ulk_test
