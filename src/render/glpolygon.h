@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "model/math/records.h"
@@ -93,10 +94,18 @@ class glpolygon_t {
     static const pass_t solid_pass;
     static const pass_t select_pass;
 
+    /// By unit: whether a neutral map was bound there.
+    using filled_units_t = std::array<bool, 3>;
+
     [[nodiscard]] bool init_feedback_program(const char* base_directory);
     void init_surface_program(const char* base_directory);
+
     void draw_surface(const pass_t& pass, const environment_t& environment, bool skybox,
                       const texture_t& texture, polygon_t& polygon, const surface_view_t& view);
+    void set_view(const pass_t& pass, const surface_view_t& view) const;
+    filled_units_t bind_maps(const pass_t& pass, const texture_t& texture) const;
+    void set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const;
+    void unbind_maps(const filled_units_t& filled) const;
 
     neutral_maps_t neutral_maps;
 };
