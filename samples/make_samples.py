@@ -1,0 +1,315 @@
+#!/usr/bin/env python3
+"""Writes the sample scenes beside this file; with --check it writes nothing and tells which of them differ.
+
+All models are about one unit large, stand around the origin and show their front to the +z axis, from where the
+perspective view looks at a scene that has just been opened.
+"""
+
+import math
+import pathlib
+import sys
+
+FOLDER = pathlib.Path(__file__).resolve().parent
+
+CREAM = (244, 236, 214)
+COBALT = (38, 70, 160)
+TEAL = (28, 150, 150)
+CORAL = (236, 96, 80)
+GOLD = (240, 178, 60)
+PLUM = (126, 70, 150)
+LEAF = (110, 176, 84)
+SKY = (120, 180, 232)
+
+
+# ---- numbers, colours, places
+
+def number(value):
+    """Six significant digits, as the modeller writes; never a negative zero."""
+    text = f"{round(value, 5):.6g}"
+    return "0" if text == "-0" else text
+
+
+def numbers(values):
+    return ",".join(number(value) for value in values)
+
+
+def mix(first, second, share):
+    return tuple(round(a + (b - a) * share) for a, b in zip(first, second))
+
+
+def gradient(colours, share):
+    """The colour at share 0..1 along evenly spaced colours."""
+    place = share * (len(colours) - 1)
+    index = min(int(place), len(colours) - 2)
+    return mix(colours[index], colours[index + 1], place - index)
+
+
+def turn_x(degrees):
+    c, s = math.cos(math.radians(degrees)), math.sin(math.radians(degrees))
+    return lambda p: (p[0], c * p[1] - s * p[2], s * p[1] + c * p[2])
+
+
+def turn_y(degrees):
+    c, s = math.cos(math.radians(degrees)), math.sin(math.radians(degrees))
+    return lambda p: (c * p[0] + s * p[2], p[1], -s * p[0] + c * p[2])
+
+
+class Placement:
+    """Turns, then scales, then moves. Directions are only turned."""
+
+    def __init__(self, *turns, scale=1.0, move=(0.0, 0.0, 0.0)):
+        self.turns, self.scale, self.move = turns, scale, move
+
+    def direction(self, v):
+        for turn in self.turns:
+            v = turn(v)
+        return v
+
+    def position(self, p):
+        return tuple(self.scale * a + b for a, b in zip(self.direction(p), self.move))
+
+
+AS_BUILT = Placement()
+
+
+# ---- writing of blocks; every function gives lines
+
+def colour_line(colour):
+    return "color " + ",".join(str(c) for c in colour) + ",255"
+
+
+def point_line(point, placement):
+    """A point is a place, or a ready line of the file such as a polar point."""
+    return point if isinstance(point, str) else "position " + numbers(placement.position(point))
+
+
+def nurbs(order1, order2, knot1, knot2, rows, weights=None, resolution=(33, 33), placement=AS_BUILT):
+    """`rows` holds rows of (point, colour). `knot1` gives the knots of a row, `knot2` those of a column."""
+    count1, count2 = len(rows[0]), len(rows)
+    lines = [f"begin nurbs_surface,{count1},{order1},{count2},{order2}", f"resolution {resolution[0]},{resolution[1]}"]
+    colour = None
+    for j, row in enumerate(rows):
+        lines += ["knot1 " + number(k) for k in knot1(j)]
+        lines += ["weight " + number(weights[j][i] if weights else 1) for i in range(count1)]
+        for point, point_colour in row:
+            if point_colour != colour:
+                colour = point_colour
+                lines.append(colour_line(colour))
+            lines.append(point_line(point, placement))
+    lines.append("")
+    for i in range(count1):
+        lines += ["knot2 " + number(k) for k in knot2(i)]
+    return lines + ["end", ""]
+
+
+def polygon(vertices, strips, placement=AS_BUILT):
+    """`vertices` holds (point, colour, texture coordinate, tangent, normal); every strip is closed by a mark."""
+    elements = [e for strip in strips for e in (*strip, -1)]
+    lines = [f"begin polygon_surface,{len(vertices)},{len(elements)}"]
+    colour = None
+    for point, vertex_colour, texcoord, _, _ in vertices:
+        if vertex_colour != colour:
+            colour = vertex_colour
+            lines.append(colour_line(colour))
+        lines += ["texcoord " + numbers(texcoord), point_line(point, placement)]
+    lines += [f"element {e}" for e in elements]
+    for _, _, _, tangent, normal in vertices:
+        t, n = placement.direction(tangent), placement.direction(normal)
+        lines += ["tangent " + numbers(t), "binormal " + numbers(cross(n, t)), "normal " + numbers(n)]
+    return lines + ["end", ""]
+
+
+def cross(a, b):
+    return (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
+
+
+# ---- knots
+
+def clamped(count, order):
+    """Touches the first and the last control point; inner knots evenly spaced."""
+    spans = count - order + 1
+    return [0] * order + [k / spans for k in range(1, spans)] + [1] * order
+
+
+def closed(count, order):
+    """For a row whose last order-1 points repeat its first: the whole of 0..1 lies inside the knots."""
+    spans = count - order + 1
+    return [k / spans for k in range(1 - order, spans + order)]
+
+
+def wrap(row, order=4):
+    return row + row[: order - 1]
+
+
+# ---- the models
+
+def bilinear_patch():
+    corners = [((-0.5, -0.5, 0.25), CORAL), ((0.5, -0.5, -0.25), GOLD),
+               ((-0.5, 0.5, -0.25), PLUM), ((0.5, 0.5, 0.25), TEAL)]
+    return nurbs(2, 2, lambda j: clamped(2, 2), lambda i: clamped(2, 2), [corners[:2], corners[2:]])
+
+
+# Radius and height of the vase, from the middle of its foot over the outside and the lip to the inner ground.
+VASE_PROFILE = [
+    (0, -0.6), (0.26, -0.6), (0.3, -0.58), (0.2, -0.46), (0.4, -0.3), (0.5, 0.02), (0.36, 0.32), (0.15, 0.42),
+    (0.2, 0.56), (0.3, 0.6), (0.27, 0.61), (0.15, 0.52), (0.13, 0.4), (0.32, 0.26), (0.42, -0.02), (0.3, -0.3),
+    (0, -0.42)]
+VASE_COLOURS = [COBALT, COBALT, COBALT, CREAM, CREAM, SKY, COBALT, CREAM, COBALT, COBALT, CREAM, CREAM, CREAM,
+                CREAM, CREAM, CREAM, CREAM]
+VASE_SIDES = 8
+
+
+def vase(point, placement=AS_BUILT):
+    """`point` makes the point of the given radius, side and height."""
+    rows = [wrap([(point(radius, side, height), colour) for side in range(VASE_SIDES)])
+            for (radius, height), colour in zip(VASE_PROFILE, VASE_COLOURS)]
+    return nurbs(4, 4, lambda j: closed(len(rows[0]), 4), lambda i: clamped(len(rows), 4), rows,
+                 resolution=(33, 49), placement=placement)
+
+
+def polar_point(radius, side, height):
+    return f"circle {number(radius)}*1.1,360/{VASE_SIDES}*{side},{number(height)}"
+
+
+def upright_point(radius, side, height):
+    angle = 2 * math.pi * side / VASE_SIDES
+    return (-radius * 1.1 * math.sin(angle), height, -radius * 1.1 * math.cos(angle))
+
+
+def torus(placement=AS_BUILT, ring=0.44, tube=0.2, sides=8):
+    def point(row, column):
+        a, b = 2 * math.pi * column / sides, 2 * math.pi * row / sides
+        radius = ring - tube * math.cos(b)
+        return (radius * math.sin(a), -radius * math.cos(a), -tube * math.sin(b))
+
+    colours = [CORAL, GOLD, CORAL, PLUM, CORAL, GOLD, CORAL, PLUM]
+    rows = [wrap([(point(j, i), colours[i]) for i in range(sides)]) for j in range(sides)]
+    return nurbs(4, 4, lambda j: closed(sides + 3, 4), lambda i: closed(sides + 3, 4), wrap(rows),
+                 resolution=(49, 33), placement=placement)
+
+
+def sheared_knots(placement=AS_BUILT, size=6):
+    """A hilly field. The inner knots shift from row to row and from column to column, so its stripes slant."""
+    def inner(index):
+        shift = 0.08 * index
+        return [0] * 4 + [0.1 + shift, 0.4 + shift] + [1] * 4
+
+    def height(i, j):
+        return 0.3 * math.sin(2.1 * i) * math.cos(1.7 * j)
+
+    colours = [TEAL, LEAF, GOLD, TEAL, LEAF, GOLD]
+    rows = [[((i / (size - 1) - 0.5, j / (size - 1) - 0.5, height(i, j)), colours[i]) for i in range(size)]
+            for j in range(size)]
+    weights = [[1 + (i * j) % 3 / 2 for i in range(size)] for j in range(size)]
+    return nurbs(4, 4, inner, inner, rows, weights, placement=placement)
+
+
+def cube(placement=AS_BUILT):
+    # Normal and tangent of every face.
+    faces = [((0, 0, 1), (1, 0, 0), CORAL), ((0, 0, -1), (-1, 0, 0), TEAL), ((1, 0, 0), (0, 0, -1), GOLD),
+             ((-1, 0, 0), (0, 0, 1), PLUM), ((0, 1, 0), (1, 0, 0), SKY), ((0, -1, 0), (1, 0, 0), LEAF)]
+    vertices, strips = [], []
+    for normal, tangent, colour in faces:
+        binormal = cross(normal, tangent)
+        first = len(vertices)
+        for v in (0, 1):
+            for u in (0, 1):
+                point = tuple(0.5 * n + (u - 0.5) * t + (v - 0.5) * b for n, t, b in zip(normal, tangent, binormal))
+                vertices.append((point, mix(colour, CREAM, 0.5 * v), (u, v), tangent, normal))
+        strips.append([first, first + 1, first + 2, first + 3])
+    return polygon(vertices, strips, placement)
+
+
+def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False):
+    """A ball with soft stripes. The poles lie on the z axis; their caps are strips of one triangle each."""
+    def vertex(row, column):
+        a, b = math.pi * row / rows, 2 * math.pi * (column % columns) / columns
+        normal = (-math.sin(a) * math.sin(b), math.sin(a) * math.cos(b), math.cos(a))
+        place = tuple(radius * n for n in normal)
+        if polar:
+            place = f"sphere {number(radius)},180/{rows}*{row},360/{columns}*{column % columns}"
+        colour = CREAM if column % columns % 4 < 2 else CORAL
+        if row in (0, rows):
+            colour = GOLD
+        return (place, colour, (column / columns, 1 - row / rows), (-math.cos(b), -math.sin(b), 0), normal)
+
+    width = columns + 1
+    vertices = [vertex(0, 0)]
+    vertices += [vertex(row, column) for row in range(1, rows) for column in range(width)]
+    vertices.append(vertex(rows, 0))
+    north, south = 0, len(vertices) - 1
+
+    def at(row, column):
+        return 1 + (row - 1) * width + column
+
+    strips = [[at(1, c), at(1, c + 1), north] for c in range(columns)]
+    for row in range(1, rows - 1):
+        strips.append([e for c in range(width) for e in (at(row, c), at(row + 1, c))])
+    strips += [[at(rows - 1, c + 1), at(rows - 1, c), south] for c in range(columns)]
+    return polygon(vertices, strips, placement)
+
+
+def paper(placement=AS_BUILT, quads=20, ruled_every=5, curl=0.0):
+    """A square sheet with coloured lines. `curl` lifts two corners."""
+    vertices = []
+    for row in range(quads + 1):
+        for column in range(quads + 1):
+            u, v = column / quads, row / quads
+            lift = curl * (u - v) ** 2
+            slope = 2 * curl * (u - v)
+            length = math.hypot(1, slope)
+            normal = (-slope, slope, 1)
+            size = math.sqrt(sum(n * n for n in normal))
+            ruled = row % ruled_every == 0 or column % ruled_every == 0
+            vertices.append(((u - 0.5, v - 0.5, lift), SKY if ruled else CREAM, (u, v),
+                             (1 / length, 0, slope / length), tuple(n / size for n in normal)))
+    width = quads + 1
+    strips = [[e for c in range(width) for e in ((r + 1) * width + c, r * width + c)] for r in range(quads)]
+    return polygon(vertices, strips, placement)
+
+
+def mixed():
+    return (
+        ["# Upper row: a vase, a torus, a hilly field."] +
+        vase(upright_point, Placement(turn_x(22), scale=0.85, move=(-1.15, 0.6, 0))) +
+        torus(Placement(turn_x(-40), turn_y(20), scale=0.95, move=(0, 0.6, 0))) +
+        sheared_knots(Placement(turn_x(-35), turn_y(15), scale=0.9, move=(1.15, 0.6, 0))) +
+        ["# Lower row: a cube, a ball, a sheet of paper."] +
+        cube(Placement(turn_y(-35), turn_x(28), scale=0.6, move=(-1.15, -0.6, 0))) +
+        sphere(Placement(turn_x(-65), turn_y(20), scale=0.9, move=(0, -0.6, 0)), columns=16, rows=8) +
+        paper(Placement(turn_x(-40), turn_y(-25), scale=0.9, move=(1.15, -0.6, 0)), quads=8, ruled_every=4, curl=0.35))
+
+
+SAMPLES = {
+    "patch.ulk": ("A bilinear patch: the smallest NURBS surface.", bilinear_patch),
+    "vase.ulk": ("A vase of polar points. It stands on the z axis, with its mouth to the viewer.",
+                 lambda: vase(polar_point)),
+    "torus.ulk": ("A torus, closed along its rows and along its columns.",
+                  lambda: torus(Placement(turn_x(-40), turn_y(20)))),
+    "knots.ulk": ("A hilly field with other knots in every row and every column.", sheared_knots),
+    "cube.ulk": ("A cube of six strips.", cube),
+    "sphere.ulk": ("A ball of polar points; its caps are strips of one triangle.", lambda: sphere(polar=True)),
+    "paper.ulk": ("A sheet of paper of 20 by 20 quads, flat, to be folded.", paper),
+    "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
+}
+
+
+def content(title, build):
+    return "".join(line + "\r\n" for line in ["# " + title, *build()]).encode("ascii")
+
+
+def main():
+    check = sys.argv[1:] == ["--check"]
+    differing = []
+    for name, (title, build) in SAMPLES.items():
+        path, data = FOLDER / name, content(title, build)
+        if not check:
+            path.write_bytes(data)
+        elif not path.is_file() or path.read_bytes() != data:
+            differing.append(name)
+    if differing:
+        sys.exit("not as make_samples.py writes them: " + ", ".join(differing))
+
+
+if __name__ == "__main__":
+    main()
