@@ -3,27 +3,12 @@
 #include <GL/glew.h>
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <vector>
+
+#include "utils/rgba_picture.h"
 
 namespace ulk3d {
 
-/// A picture of 8-bit RGBA pixels. The first row is the top one.
-struct rgba_picture_t {
-    using pixel_t = std::array<std::uint8_t, 4>;
-
-    int width = 0;
-    int height = 0;
-    std::vector<pixel_t> pixels;
-
-    /// The pixel in column `x` of row `y`, counted from the left and the top; both must lie in the picture.
-    const pixel_t& at(int x, int y) const {
-        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                      static_cast<std::size_t>(x)];
-    }
-    bool operator==(const rgba_picture_t&) const = default;
-};
+using libutils::rgba_picture_t;
 
 /// A framebuffer to draw into without a window: 8-bit RGBA colour and 24-bit depth. All operations need a
 /// current GL context.
