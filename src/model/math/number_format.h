@@ -1,0 +1,38 @@
+#pragma once
+
+#include <ios>
+#include <locale>
+#include <ostream>
+
+namespace ulk3d {
+
+/// Puts a stream into the number format of the debugging forms while it lives: std::fixed, decimal, and no
+/// grouping or decimal comma of a locale (the toolkit makes the user's locale the global one of C++, and new
+/// streams start with it). Flags and locale are restored after.
+class number_format {
+  public:
+    explicit number_format(std::ostream& stream) : os(stream), flags(os.flags()), locale(os.getloc()) {
+        os.setf(std::ios_base::fixed, std::ios_base::floatfield);
+        os.setf(std::ios_base::dec, std::ios_base::basefield);
+        set_locale(std::locale::classic());
+    }
+    ~number_format() {
+        os.flags(flags);
+        set_locale(locale);
+    }
+    number_format(const number_format&) = delete;
+    number_format& operator=(const number_format&) = delete;
+
+  private:
+    void set_locale(const std::locale& wanted) {
+        // An imbue flushes a file's buffer, so it is left out where nothing changes.
+        if (os.getloc() != wanted)
+            os.imbue(wanted);
+    }
+
+    std::ostream& os;
+    std::ios_base::fmtflags flags;
+    std::locale locale;
+};
+
+}  // namespace ulk3d

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <iosfwd>
+
+#include "model/math/records.h"
+
+namespace ulk3d {
+
+/// A triangle with everything that crossing tests ask of it, derived from its three points once. 55 f32
+/// without gaps; the odd floats keep edges and points four floats apart.
+struct triangle_t {
+    struct edge_t {
+        line2d line;
+        float zero = 0;
+    };
+    struct corner_t {
+        pos3 point;
+        float one = 1;
+    };
+
+    mtx3w to_plane;                  ///< Turns the plane's normal onto +z.
+    surface plane;                   ///< With a unit normal, so its values are distances.
+    std::array<edge_t, 3> edges;     ///< p0p1, p1p2, p2p0 in plane coordinates, as long as their sides;
+                                     ///< positive on the inner side.
+    std::array<corner_t, 3> points;  ///< p0, p1, p2
+    std::array<float, 3> lengths{};  ///< Of p1p2, p2p0, p0p1.
+    float lengths_pad = 0;
+    std::array<float, 3>
+        angles{};  ///< At p0, p1, p2, in radians; an obtuse one stands as 180 degrees less it.
+    float angles_pad = 0;
+    std::array<float, 3> altitudes{};  ///< Onto the sides in the order of `lengths`.
+
+    triangle_t() = default;
+
+    /// Of a triangle without area the plane and the lines are zero; angles and altitudes can be
+    /// not-a-numbers.
+    triangle_t(const pos3& p0, const pos3& p1, const pos3& p2);
+};
+
+static_assert(sizeof(triangle_t) == 55 * sizeof(float));
+
+/// Value of the plane at a point: the distance, signed, when the normal is of unit length.
+constexpr float plane_value(const surface& s, const pos3& p) {
+    return s.a * p.x + s.b * p.y + s.c * p.z + s.d;
+}
+
+/// Value of the line at a point.
+constexpr float line_value(const line2d& l, float x, float y) {
+    return l.a * x + l.b * y + l.c;
+}
+
+/// Whether the segment from a to b passes through the triangle: its ends lie clearly (`f_gt`, `f_lt`) on
+/// different sides of the plane, and it meets the plane inside the outline or exactly on it.
+/// When the plane is passed, t is the place on the segment from 0 to 1 and `point` the meeting point, also
+/// when that is outside the outline; otherwise both stay as they are.
+bool triangle_crossing(const triangle_t& triangle, float& t, pos3& point, const pos3& a, const pos3& b);
+
+/// Six lines: "s: " plane and matrix, "l: " the edge lines, "p: " the points, lengths, angles, altitudes.
+std::ostream& operator<<(std::ostream& os, const triangle_t& triangle);
+
+}  // namespace ulk3d
