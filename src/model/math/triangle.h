@@ -19,22 +19,27 @@ struct triangle_t {
         float one = 1;
     };
 
-    mtx3w to_plane;                  ///< Turns the plane's normal onto +z.
-    surface plane;                   ///< With a unit normal, so its values are distances.
-    std::array<edge_t, 3> edges;     ///< p0p1, p1p2, p2p0 in plane coordinates, as long as their sides;
-                                     ///< positive on the inner side.
-    std::array<corner_t, 3> points;  ///< p0, p1, p2
-    std::array<float, 3> lengths{};  ///< Of p1p2, p2p0, p0p1.
+    /// Turns the plane's normal onto +z.
+    mtx3w to_plane;
+    /// With a unit normal, so that its values are distances.
+    surface plane;
+    /// p0p1, p1p2, p2p0 in plane coordinates, not normalised, positive on the inner side.
+    std::array<edge_t, 3> edges;
+    /// p0, p1, p2
+    std::array<corner_t, 3> points;
+    /// Of p1p2, p2p0, p0p1.
+    std::array<float, 3> lengths{};
     float lengths_pad = 0;
-    std::array<float, 3>
-        angles{};  ///< At p0, p1, p2, in radians; an obtuse one stands as 180 degrees less it.
+    /// At p0, p1, p2, in radians. An obtuse angle stands as what it lacks to 180 degrees.
+    std::array<float, 3> angles{};
     float angles_pad = 0;
-    std::array<float, 3> altitudes{};  ///< Onto the sides in the order of `lengths`.
+    /// Onto the sides, in the order of `lengths`.
+    std::array<float, 3> altitudes{};
 
     triangle_t() = default;
 
-    /// Of a triangle without area the plane and the lines are zero; angles and altitudes can be
-    /// not-a-numbers.
+    /// Without an area the plane is zero and to_plane the identity; where two points coincide, angles and
+    /// altitudes are not-a-numbers.
     triangle_t(const pos3& p0, const pos3& p1, const pos3& p2);
 };
 
