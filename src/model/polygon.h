@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <set>
+#include <vector>
 
 #include "model/modeling.h"
 #include "model/vertex.h"
@@ -22,21 +24,29 @@ class polygon_t : public modeling_t {
     polygon_t() = default;
     ~polygon_t() override = default;
 
-    /// Makes the model one of `vertex_count` vertices and `element_count` indices with undefined contents;
-    /// all points and polygons unselected. False, after a line on the standard error stream that names the
-    /// array, when one of them can not be allocated: the arrays before it stay allocated.
+    /// Makes the model one of `vertex_count` vertices and `element_count` indices with undefined contents and
+    /// all points unselected; `selectpolygons` stays. Counts of 0 are legal.
+    ///
+    /// False, after a line on the standard error stream that names the array ("vertices.allocate() failed.",
+    /// and so on; none for the point sizes and the feedback buffers), when one of them can not be allocated:
+    /// the arrays before it stay allocated. Counts that one draw call can not take or that do not fit into
+    /// memory (model/memory_budget.h) fail so before anything is touched.
     [[nodiscard]] bool allocate(std::uint64_t vertex_count, std::uint64_t element_count);
 
-    /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected. Every
-    /// edit of the mesh calls it after writing. Failures as in `allocate`; negative counts are refused.
+    /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected, the
+    /// contents of new vertices and elements undefined. Every edit of the mesh calls it after writing.
+    /// Failures as in `allocate`, also for negative counts and before the first `allocate`.
     [[nodiscard]] bool extend(std::int64_t vertex_count, std::int64_t element_count);
 
     /// Completes a load or an edit: takes the name unless null, numbers the polygons, renews `selectelems`,
-    /// and gives each triangle whose last vertex has a zero normal a default frame.
+    /// and gives each triangle whose last vertex has a zero normal a default frame, as the normals stand
+    /// after the triangles before it: on shared vertices the later triangle wins. With fewer than three
+    /// elements only the name is taken.
     void afterload(const char* new_name);
 
     /// Writes the triangle of a polygon id to `selectelems`, or takes it out. The caller keeps
-    /// `selectpolygons` in step. An id without a record prints a line on the standard error stream.
+    /// `selectpolygons` in step. An id beyond `polyidvector` prints a line on the standard error stream; an
+    /// id that has no triangle does nothing.
     void selectpolygon(std::uint64_t polyid);
     void unselectpolygon(std::uint64_t polyid);
 
@@ -46,7 +56,8 @@ class polygon_t : public modeling_t {
     const element_array_t* elementarray() const override { return &elements; }
     element_array_t* elementarray() override { return &elements; }
 
-    void draw() override;          ///< the strips, with primitive restart
+    /// The strips, with primitive restart; an index at or above the vertex count restarts as the mark does.
+    void draw() override;
     void drawpoints() override;    ///< all vertices at their point sizes
     void drawselected();           ///< the selected polygons as single triangles
     void drawframes();             ///< GL_POINTS of vertices and work normals: the draw of the frame pass
@@ -77,6 +88,17 @@ class polygon_t : public modeling_t {
     std::set<std::uint32_t> selectpolygons;     ///< ids of the selected polygons
     std::vector<polygon_place_t> polyidvector;  ///< by polygon id
     element_array_t selectelems;  ///< three indices per polygon id, restart marks where not selected
+
+  private:
+    const element_array_t& strips_to_draw();
+
+    /// GL knows one restart index only. When `elements` holds other indices at or above the vertex count,
+    /// they are drawn through this copy, in which these are restart marks.
+    element_array_t cleanelems;
+    bool draws_cleanelems = false;
+    /// What `elements` and the vertex count were when this was last looked into.
+    std::uint64_t examined_mappings = 0;
+    std::uint64_t examined_vertex_count = 0;
 };
 
 }  // namespace ulk3d

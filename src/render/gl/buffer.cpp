@@ -34,6 +34,8 @@ void* buffer_t::MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield ac
     bind();
     void* const pointer = glMapBufferRange(target, offset, length, access);
     unbind();
+    if ((access & GL_MAP_WRITE_BIT) != 0)
+        ++written_mappings;
     if (pointer == nullptr)
         std::cerr << "buffer_t::MapBufferRange(): ptr is NULL." << std::endl;
     return pointer;

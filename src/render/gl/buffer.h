@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <cstdint>
+
 #include "gltextures/gl_no_object.h"
 
 namespace ulk3d {
@@ -36,10 +38,14 @@ class buffer_t {
     [[nodiscard]] void* MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access) const;
     void UnmapBuffer() const;
 
+    /// Count of the mappings for writing so far: as long as it stays, no host code has changed the content.
+    std::uint64_t writable_mappings() const { return written_mappings; }
+
   private:
     GLuint name = 0;
     GLenum target = 0;
     bool allocated = false;
+    mutable std::uint64_t written_mappings = 0;
 };
 
 }  // namespace ulk3d

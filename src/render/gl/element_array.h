@@ -63,6 +63,9 @@ class element_array_t {
     bool has_buffer() const { return static_cast<bool>(buffer); }
     /// GL name of the buffer, 0 without one.
     GLuint buffer_id() const { return buffer ? buffer->id() : 0; }
+    /// Count of the mappings of the buffer so far; a new buffer starts at 0 again. As long as it stays, the
+    /// indices are the same.
+    std::uint64_t mapping_count() const { return buffer ? buffer->writable_mappings() : 0; }
 
   private:
     shared_holder<buffer_t> buffer;

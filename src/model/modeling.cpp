@@ -1,0 +1,66 @@
+#include "model/modeling.h"
+
+#include <algorithm>
+
+#include "model/mapped_span.h"
+
+namespace ulk3d {
+
+const element_list_t& vertex_elements() {
+    static const element_list_t list =
+        make_element_list({e_type_t::Position, e_type_t::RGBA, e_type_t::TexCoord2});
+    return list;
+}
+
+const element_list_t& frame_elements() {
+    static const element_list_t list =
+        make_element_list({e_type_t::Normal, e_type_t::Normal, e_type_t::Normal});
+    return list;
+}
+
+const element_list_t& work_frame_elements() {
+    static const element_list_t list =
+        make_element_list({e_type_t::Normal, e_type_t::Normal, e_type_t::Normal, e_type_t::Normal});
+    return list;
+}
+
+const element_list_t& size_elements() {
+    static const element_list_t list = make_element_list({e_type_t::PointSize});
+    return list;
+}
+
+const element_list_t& control_point_elements() {
+    static const element_list_t list = make_element_list({e_type_t::Position, e_type_t::RGBA});
+    return list;
+}
+
+void modeling_t::clear() {
+    name.clear();
+    pointsizes.release();
+    selection.clear();
+    selectionfeedback.release();
+}
+
+void modeling_t::clearselection() {
+    const array_span<float> sizes(pointsizes);
+    std::ranges::fill(sizes.span(), unselected_point_size);
+    selection.assign(selection.size(), false);
+}
+
+bool modeling_t::select(std::uint64_t point) {
+    return mark(point, true, selected_point_size);
+}
+
+bool modeling_t::unselect(std::uint64_t point) {
+    return mark(point, false, unselected_point_size);
+}
+
+bool modeling_t::mark(std::uint64_t point, bool selected, float size) {
+    if (point >= selection.size() || selection[point] == selected)
+        return false;
+    selection[point] = selected;
+    pointsizes.write_one(static_cast<std::int64_t>(point), &size);
+    return true;
+}
+
+}  // namespace ulk3d
