@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+
+namespace libutils {
+
+/// Allocator policy of the shared vectors: anonymous memory, or a file mapped into memory.
+///
+/// The object is the state of one block: a mapping, and a view into it that can be moved. What is written
+/// into a block stays in this process and never reaches a file, so that one file can be mapped any number of
+/// times.
+///
+/// A file that can not be opened or mapped, and memory that can not be had, end the process: a line
+/// "<file name>: file open failed." or "<file name>: create file mapping failed." goes to the standard error
+/// stream, a line "alloc_mmap_win::allocate() failed with error <number>: <text>" follows, and the process
+/// exits with the system's error number as its status. Test a file before.
+class alloc_mmap_win {
+  public:
+    enum class access_t : std::uint32_t { read, write };
+
+    /// Makes the mapping and its first view, and returns the view; null for a view that does not fit into the
+    /// mapping. `mode` is 0 for reading, 1 for reading and writing; any other value gives null.
+    ///
+    /// Without a file name: `wanted` zeroed bytes, whatever the offset; 0 bytes are a view that shows
+    /// nothing. 4 GiB and more are null. With one: `wanted` bytes of the file from `offset` on, any offset; a
+    /// `wanted` of 0 becomes the size of the file. A mapping that is larger than its file goes on with zeros.
+    void* allocate(std::uint64_t& wanted, const char* filename, int mode, std::uint64_t offset);
+
+    /// Moves the view and returns its new place, or null when it does not fit into the mapping, which stays.
+    /// A block of a file shows what the file holds at `offset`, without what was written into the block;
+    /// anonymous memory keeps its bytes and knows no offset.
+    void* reallocate(void* view, std::uint64_t new_size, std::uint64_t offset);
+
+    /// Releases the view and the mapping.
+    void deallocate(void* view);
+
+    bool writable() const { return access == access_t::write; }
+
+  private:
+    void map_memory(std::uint64_t byte_count);
+    bool map_file(std::uint64_t byte_count, const char* filename);
+    void* view_at(std::uint64_t view_size, std::uint64_t offset);
+    int protection() const;
+
+    std::uint64_t size = 0;
+    access_t access = access_t::read;
+    bool anonymous = true;
+    char* mapping = nullptr;
+    std::uint64_t mapping_size = 0;
+};
+
+}  // namespace libutils
