@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include "gltextures/gr_context.h"
 #include "render/offscreen/offscreen_context.h"
 
 namespace ulk_test {
@@ -22,8 +23,12 @@ bool make_gl_context_current() {
     return current;
 }
 
+gl_test::gl_test() {
+    make_gl_context_current();
+}
+
 void gl_test::SetUp() {
-    ASSERT_TRUE(make_gl_context_current());
+    ASSERT_TRUE(libgr::grContextIsCurrent());
     ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 

@@ -13,6 +13,8 @@ bool make_gl_context_current();
 /// Base of all tests that call GL: the context is current, and no test may leave a GL error behind.
 class gl_test : public testing::Test {
   protected:
+    /// The context is there before the members of a derived fixture are built: they may hold GL objects.
+    gl_test();
     void SetUp() override;
     void TearDown() override;
 };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <limits>
 #include <string>
 
 #include "gltextures/gr_check_error.h"
@@ -97,14 +96,14 @@ void element_array_t::unmap() const {
 void element_array_t::draw(const vertex_array_ref& vertex_array, GLenum mode) const {
     if (!buffer || !vertex_array)
         return;
-    const std::int64_t count =
-        std::min<std::int64_t>(bytes_in_use() / index_bytes, std::numeric_limits<GLsizei>::max());
+    // Never past the store, where GL would read what it likes.
+    const GLsizei count = to_draw_count(bytes_in_use() / index_bytes);
     grCheckError("element_array_t::draw(0)");
     vertex_array->bind();
     grCheckError("element_array_t::draw(1)");
     buffer->bind();
     grCheckError("element_array_t::draw(2)");
-    glDrawElements(mode, static_cast<GLsizei>(count), GL_UNSIGNED_INT, nullptr);
+    glDrawElements(mode, count, GL_UNSIGNED_INT, nullptr);
     grCheckError("element_array_t::draw(3)");
     buffer->unbind();
     grCheckError("element_array_t::draw(4)");

@@ -11,8 +11,8 @@
 
 namespace ulk3d {
 
-/// Ends a strip in an element array; the primitive restart index of every strip draw. Files and texts write it
-/// as -1.
+/// Ends a strip in an element array; the primitive restart index of every strip draw. Files and texts write
+/// it as -1.
 inline constexpr std::uint32_t restart_mark = 0xFFFFFFFF;
 
 /// Array of u32 vertex indices in a GL buffer.

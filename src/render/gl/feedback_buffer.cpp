@@ -44,6 +44,8 @@ void* feedback_buffer_t::map() const {
 }
 
 void feedback_buffer_t::unmap() const {
+    if (id == 0)
+        return;
     bind();
     glUnmapBuffer(GL_TRANSFORM_FEEDBACK_BUFFER);
     unbind();

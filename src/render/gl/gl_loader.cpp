@@ -5,8 +5,8 @@
 namespace ulk3d {
 
 bool load_gl_entry_points() {
-    // Core contexts do not list extensions in the way that the loader looks for by default.
-    glewExperimental = GL_TRUE;
+    // glewExperimental stays off: it sets every version flag whose entry points can be found, which is all of
+    // them on any driver. The loader knows core contexts without it, and its flags then tell the version.
     const GLenum result = glewInit();
     // The loader asks GLX last. Where an EGL context is current there is no GLX display, but by then the
     // entry points of GL are all loaded.

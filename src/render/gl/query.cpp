@@ -23,15 +23,22 @@ void query_t::release() {
     id = 0;
 }
 
+// Indexed queries are GL 4.0. A 3.3 context without them has one vertex stream, number 0.
 void query_t::begin(GLenum counted, GLuint stream) {
     allocate();
     target = counted;
     index = stream;
-    glBeginQueryIndexed(target, index, id);
+    if (glBeginQueryIndexed != nullptr)
+        glBeginQueryIndexed(target, index, id);
+    else
+        glBeginQuery(target, id);
 }
 
 void query_t::end() {
-    glEndQueryIndexed(target, index);
+    if (glEndQueryIndexed != nullptr)
+        glEndQueryIndexed(target, index);
+    else
+        glEndQuery(target);
     target = 0;
     index = 0;
 }

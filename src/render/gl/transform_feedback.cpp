@@ -65,11 +65,13 @@ void transform_feedback_t::end() const {
 }
 
 void transform_feedback_t::buffer_base(GLuint index, GLuint buffer_id) const {
-    glTransformFeedbackBufferBase(id, index, buffer_id);
+    if (glTransformFeedbackBufferBase != nullptr)
+        glTransformFeedbackBufferBase(id, index, buffer_id);
 }
 
 void transform_feedback_t::buffer_base_clear(GLuint index) const {
-    glTransformFeedbackBufferBase(id, index, 0);
+    if (glTransformFeedbackBufferBase != nullptr)
+        glTransformFeedbackBufferBase(id, index, 0);
 }
 
 }  // namespace ulk3d

@@ -28,7 +28,8 @@ class transform_feedback_t {
     void begin(GLenum primitive_mode, GLuint buffer_id) const;
     void end() const;
 
-    /// Gives the buffer `buffer_id` to, or takes it from, the object's binding point `index` (GL 4.5).
+    /// Gives the buffer `buffer_id` to, or takes it from, the object's binding point `index`. Only GL 4.5
+    /// can; nothing happens on lower versions.
     void buffer_base(GLuint index, GLuint buffer_id) const;
     void buffer_base_clear(GLuint index) const;
 

@@ -1,6 +1,8 @@
 #include "render/gl/vertex_array.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 
 #include "gltextures/gr_context.h"
 
@@ -59,9 +61,9 @@ void vertex_array_t::bind_attributes(const element_list_t& list, GLuint stride, 
     unbind();
 }
 
-void vertex_array_t::draw(GLenum mode, GLsizei count) const {
+void vertex_array_t::draw(GLenum mode, std::int64_t count) const {
     bind();
-    glDrawArrays(mode, 0, count);
+    glDrawArrays(mode, 0, to_draw_count(count));
     unbind();
 }
 
@@ -71,9 +73,14 @@ void bind_attributes(const vertex_array_ref& holder, const element_list_t& list,
         holder->bind_attributes(list, stride, buffer_id, first_location);
 }
 
-void draw(const vertex_array_ref& holder, GLenum mode, GLsizei count) {
+void draw(const vertex_array_ref& holder, GLenum mode, std::int64_t count) {
     if (holder)
         holder->draw(mode, count);
+}
+
+GLsizei to_draw_count(std::int64_t count) {
+    using limits = std::numeric_limits<GLsizei>;
+    return static_cast<GLsizei>(std::clamp<std::int64_t>(count, limits::min(), limits::max()));
 }
 
 }  // namespace ulk3d

@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <cstdint>
+
 #include "render/gl/buffer.h"
 #include "render/gl/element.h"
 #include "render/gl/shared_holder.h"
@@ -37,7 +39,7 @@ class vertex_array_t {
                          GLuint first_location) const;
 
     /// Draws the vertices 0 to `count` - 1.
-    void draw(GLenum mode, GLsizei count) const;
+    void draw(GLenum mode, std::int64_t count) const;
 
   private:
     GLuint name = 0;
@@ -50,6 +52,9 @@ using vertex_array_ref = shared_holder<vertex_array_t>;
 /// The operations of the same names on a holder that may be null; they then do nothing.
 void bind_attributes(const vertex_array_ref& holder, const element_list_t& list, GLuint stride,
                      GLuint buffer_id, GLuint first_location);
-void draw(const vertex_array_ref& holder, GLenum mode, GLsizei count);
+void draw(const vertex_array_ref& holder, GLenum mode, std::int64_t count);
+
+/// A count as GL's draw calls take it: at most 2147483647.
+GLsizei to_draw_count(std::int64_t count);
 
 }  // namespace ulk3d

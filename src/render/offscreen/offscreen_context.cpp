@@ -28,48 +28,65 @@ std::vector<EGLDisplay> candidate_displays() {
     return displays;
 }
 
-EGLContext make_core_context(EGLDisplay display) {
-    if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE)
-        return EGL_NO_CONTEXT;
-    constexpr std::array config_wanted{EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
-                                       EGL_NONE};
-    constexpr std::array context_wanted{EGL_CONTEXT_MAJOR_VERSION,
-                                        3,
-                                        EGL_CONTEXT_MINOR_VERSION,
-                                        3,
-                                        EGL_CONTEXT_OPENGL_PROFILE_MASK,
-                                        EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
-                                        EGL_NONE};
+EGLConfig choose_config(EGLDisplay display) {
+    constexpr std::array wanted{EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+                                EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;
-    if (eglBindAPI(EGL_OPENGL_API) != EGL_TRUE ||
-        eglChooseConfig(display, config_wanted.data(), &config, 1, &count) != EGL_TRUE || count < 1)
-        return EGL_NO_CONTEXT;
-    return eglCreateContext(display, config, EGL_NO_CONTEXT, context_wanted.data());
+    if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE ||
+        eglBindAPI(EGL_OPENGL_API) != EGL_TRUE ||
+        eglChooseConfig(display, wanted.data(), &config, 1, &count) != EGL_TRUE || count < 1)
+        return nullptr;
+    return config;
+}
+
+EGLSurface make_surface(EGLDisplay display, EGLConfig config) {
+    constexpr std::array wanted{EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
+    return eglCreatePbufferSurface(display, config, wanted.data());
+}
+
+EGLContext make_core_context(EGLDisplay display, EGLConfig config) {
+    constexpr std::array wanted{EGL_CONTEXT_MAJOR_VERSION,
+                                3,
+                                EGL_CONTEXT_MINOR_VERSION,
+                                3,
+                                EGL_CONTEXT_OPENGL_PROFILE_MASK,
+                                EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
+                                EGL_NONE};
+    return eglCreateContext(display, config, EGL_NO_CONTEXT, wanted.data());
 }
 
 }  // namespace
 
 offscreen_context_t::~offscreen_context_t() {
-    if (context == EGL_NO_CONTEXT)
-        return;
-    if (eglGetCurrentContext() == context)
-        make_none_current();
-    eglDestroyContext(display, context);
+    destroy();
+}
+
+void offscreen_context_t::destroy() {
+    if (context != EGL_NO_CONTEXT) {
+        if (eglGetCurrentContext() == context)
+            make_none_current();
+        eglDestroyContext(display, context);
+    }
+    if (surface != EGL_NO_SURFACE)
+        eglDestroySurface(display, surface);
+    context = EGL_NO_CONTEXT;
+    surface = EGL_NO_SURFACE;
 }
 
 bool offscreen_context_t::create() {
     if (context != EGL_NO_CONTEXT)
         return make_current();
     for (const EGLDisplay candidate : candidate_displays()) {
-        context = make_core_context(candidate);
-        if (context == EGL_NO_CONTEXT)
+        const EGLConfig config = choose_config(candidate);
+        if (config == nullptr)
             continue;
         display = candidate;
+        surface = make_surface(display, config);
+        context = make_core_context(display, config);
         if (make_current())
             break;
-        eglDestroyContext(display, context);
-        context = EGL_NO_CONTEXT;
+        destroy();
     }
     if (context == EGL_NO_CONTEXT) {
         message = "no driver gives an OpenGL 3.3 core context without a display.";
@@ -77,13 +94,15 @@ bool offscreen_context_t::create() {
     }
     if (!load_gl_entry_points()) {
         message = "the OpenGL entry points could not be loaded.";
+        destroy();
         return false;
     }
+    message.clear();
     return true;
 }
 
 bool offscreen_context_t::make_current() const {
-    return eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context) == EGL_TRUE;
+    return context != EGL_NO_CONTEXT && eglMakeCurrent(display, surface, surface, context) == EGL_TRUE;
 }
 
 void offscreen_context_t::make_none_current() {

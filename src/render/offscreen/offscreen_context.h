@@ -4,7 +4,8 @@
 
 namespace ulk3d {
 
-/// A GL 3.3 core context that needs no display and has no surface of its own: what is drawn goes into an
+/// A GL 3.3 core context that needs no display. Its own framebuffer is a single pixel, there so that passes
+/// which draw no picture (transform feedback) find a complete one; pictures are drawn into an
 /// offscreen_target_t.
 ///
 /// The connection to EGL stays open until the process ends, because closing it unloads the driver under the
@@ -28,7 +29,10 @@ class offscreen_context_t {
     static void make_none_current();
 
   private:
+    void destroy();
+
     void* display = nullptr;
+    void* surface = nullptr;
     void* context = nullptr;
     std::string message;
 };
