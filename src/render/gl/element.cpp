@@ -47,9 +47,8 @@ element_format_t element_format(element_t element) {
 
 element_list_t make_element_list(std::initializer_list<e_type_t> types) {
     element_list_t list;
-    list.list = std::make_shared<std::vector<element_t>>();
-    for (const e_type_t type : types)
-        list.list->push_back({type});
+    if (list.allocate(types.size()))
+        std::ranges::transform(types, list.begin(), [](e_type_t type) { return element_t{type}; });
     return list;
 }
 

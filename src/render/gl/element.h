@@ -4,9 +4,10 @@
 
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 #include <span>
-#include <vector>
+
+#include "utils/alloc_mmap_win.h"
+#include "utils/refvector2.h"
 
 namespace ulk3d {
 
@@ -45,15 +46,7 @@ struct element_format_t {
 element_format_t element_format(element_t element);
 
 /// The attributes of a vertex, in their order; shared by reference among the arrays built from it.
-class element_list_t {
-  public:
-    std::uint64_t size() const { return list ? list->size() : 0; }
-    const element_t* begin() const { return list ? list->data() : nullptr; }
-
-  private:
-    friend element_list_t make_element_list(std::initializer_list<e_type_t>);
-    std::shared_ptr<std::vector<element_t>> list;
-};
+using element_list_t = libutils::refvector2<element_t, libutils::alloc_mmap_win>;
 
 element_list_t make_element_list(std::initializer_list<e_type_t> types);
 

@@ -37,7 +37,7 @@ bool shader_t::allocate_file(GLenum type, const char* name, const char* base_dir
         std::cmp_greater(text.size(), std::numeric_limits<GLint>::max()))
         return false;
     // An empty text has no first byte to point at.
-    return allocate(type, text.empty() ? "" : &*text.begin(), static_cast<GLint>(text.size()));
+    return allocate(type, text.empty() ? "" : text.begin(), static_cast<GLint>(text.size()));
 }
 
 void shader_t::release() {

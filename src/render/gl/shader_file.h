@@ -1,11 +1,12 @@
 #pragma once
 
-#include <vector>
+#include "utils/alloc_mmap_win.h"
+#include "utils/refvector2.h"
 
 namespace ulk3d {
 
 /// Bytes of a shader's source, without a terminating zero.
-using shader_text_t = std::vector<char>;
+using shader_text_t = libutils::refvector2<char, libutils::alloc_mmap_win>;
 
 /// Reads a whole shader file into `text`: `name` itself, or, when there is no such file, the plain
 /// concatenation of `base_directory` (when not null) and `name`; no separator is added.
