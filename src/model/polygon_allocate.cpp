@@ -22,29 +22,31 @@ constexpr std::uint64_t word_bytes = 4;
 /// A draw call takes a signed 32-bit count. This also keeps all vertex indices below the restart mark.
 constexpr std::uint64_t most_drawn = std::numeric_limits<std::int32_t>::max();
 
-/// What one array of a polygon is asked to hold. Arrays without a message of their own (point sizes, feedback
-/// buffers, the table of polygon ids) count with the first array of the same records.
+/// What one array of a polygon is asked to hold. What has no message of its own (point sizes, feedback
+/// buffers, the table of polygon ids) counts with the first array that has as many records.
 struct claim_t {
-    const char* message;         ///< of the failure
-    std::uint64_t count;         ///< records
-    std::uint64_t record_bytes;  ///< bytes of a record in the array and in those that count with it
-    std::uint64_t held_records;  ///< records that the buffer holds already
+    const char* message;            ///< of the failure
+    std::uint64_t count;            ///< records
+    std::uint64_t record_bytes;     ///< bytes of a record
+    std::uint64_t companion_bytes;  ///< bytes of what counts with it, for each record
+    std::uint64_t held_records;     ///< records that the buffer holds already
 };
 using claims_t = std::array<claim_t, 5>;
 
+/// Bytes that a claim needs when its buffer grows to `growth` times the demand.
+std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
+    if (claim.count <= claim.held_records)
+        return 0;
+    return saturating_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
+}
+
 /// The message of the first array that can not be drawn or for which memory does not suffice, or null.
-/// Growing buffers take `growth` times the demand.
 const char* first_refusal(const claims_t& claims, std::uint64_t growth) {
     const std::uint64_t budget = memory_budget();
     std::uint64_t sum = 0;
     for (const claim_t& claim : claims) {
-        if (claim.count > most_drawn)
-            return claim.message;
-        if (claim.count > claim.held_records) {
-            const std::uint64_t bytes = saturating_product(claim.count, claim.record_bytes);
-            sum = saturating_sum(sum, saturating_product(bytes, growth));
-        }
-        if (sum > budget)
+        sum = saturating_sum(sum, bytes_needed(claim, growth));
+        if (claim.count > most_drawn || sum > budget)
             return claim.message;
     }
     return nullptr;
@@ -113,16 +115,17 @@ claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, s
                    std::uint64_t element_count) {
     constexpr std::uint64_t with_vertices = sizeof(float) + (selection_words + frame_words) * word_bytes;
     constexpr std::uint64_t with_elements = sizeof(polygon_t::polygon_place_t);
-    const std::uint64_t selects = element_count > most_drawn ? element_count : select_count(element_count);
+    // An element count beyond the limit is refused as such; three times as many need not be counted.
+    const std::uint64_t selects = select_count(std::min(element_count, most_drawn));
     return {{
-        {messages.vertices, vertex_count, sizeof(vertex_t) + with_vertices,
+        {messages.vertices, vertex_count, sizeof(vertex_t), with_vertices,
          held_records(polygon.vertices, sizeof(vertex_t))},
-        {messages.normals, vertex_count, sizeof(frame_t), held_records(polygon.normals, sizeof(frame_t))},
-        {messages.wknmls, vertex_count, sizeof(work_frame_t),
+        {messages.normals, vertex_count, sizeof(frame_t), 0, held_records(polygon.normals, sizeof(frame_t))},
+        {messages.wknmls, vertex_count, sizeof(work_frame_t), 0,
          held_records(polygon.wknmls, sizeof(work_frame_t))},
-        {messages.elements, element_count, word_bytes + with_elements,
+        {messages.elements, element_count, word_bytes, with_elements,
          held_records(polygon.elements, word_bytes)},
-        {messages.selectelems, selects, word_bytes, held_records(polygon.selectelems, word_bytes)},
+        {messages.selectelems, selects, word_bytes, 0, held_records(polygon.selectelems, word_bytes)},
     }};
 }
 

@@ -1,0 +1,42 @@
+#include "model/memory_budget.h"
+
+#include <gtest/gtest.h>
+#include <sys/sysinfo.h>
+
+#include <limits>
+
+namespace {
+
+using namespace ulk3d;
+
+constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+
+TEST(MemoryBudget, ProductsStopAtTheLargestValue) {
+    EXPECT_EQ(saturating_product(6, 7), 42U);
+    EXPECT_EQ(saturating_product(0, most), 0U);
+    EXPECT_EQ(saturating_product(most / 36 + 1, 36), most);
+    EXPECT_EQ(saturating_product(most, most), most);
+}
+
+TEST(MemoryBudget, SumsStopAtTheLargestValue) {
+    EXPECT_EQ(saturating_sum(40, 2), 42U);
+    EXPECT_EQ(saturating_sum(most, 0), most);
+    EXPECT_EQ(saturating_sum(most, 1), most);
+}
+
+TEST(MemoryBudget, IsAboveNothingAndAtMostHalfOfTheMachine) {
+    struct sysinfo info {};
+    ASSERT_EQ(sysinfo(&info), 0);
+    const std::uint64_t total = std::uint64_t{info.totalram} * info.mem_unit;
+    EXPECT_GT(memory_budget(), 0U);
+    EXPECT_LE(memory_budget(), total / 2);
+}
+
+TEST(MemoryBudget, SmallSizesFitAndAbsurdOnesDoNot) {
+    EXPECT_TRUE(fits_into_memory(0));
+    EXPECT_TRUE(fits_into_memory(1024));
+    EXPECT_FALSE(fits_into_memory(most));
+    EXPECT_FALSE(fits_into_memory(std::uint64_t{1} << 50));
+}
+
+}  // namespace
