@@ -17,15 +17,16 @@ class mapped_span {
   public:
     explicit mapped_span(const Buffer& buffer) {
         if (!buffer.has_buffer() || buffer.bytes_in_use() > 0)
-            mapping.emplace(buffer);
+            records = mapping.emplace(buffer).span();
     }
 
-    std::span<T> span() const { return mapping ? mapping->span() : std::span<T>(); }
-    std::size_t size() const { return span().size(); }
-    T& operator[](std::size_t index) const { return (*mapping)[index]; }
+    std::span<T> span() const { return records; }
+    std::size_t size() const { return records.size(); }
+    T& operator[](std::size_t index) const { return records[index]; }
 
   private:
     std::optional<mapping_t<T, Buffer>> mapping;
+    std::span<T> records;
 };
 
 template <class T>
