@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 
-#include <cmath>
 #include <iostream>
 
 #include "gl/render/surface_scene.h"
+#include "model/math/matrices.h"
 #include "render/gl/mapping.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
@@ -59,10 +59,11 @@ TEST_F(DrawSolid, FacingAwayGivesNoDiffuseLight) {
     for (frame_t& frame : triangle.frames)
         frame.normal = {0, 0, -1};
     build();
-    const auto no_highlight = bound_texture::colors(2, 1, 1, {0, 0, 0, 0});
     drawsolid();
     for (const auto& [column, row] : places)
-        expect_pixel(column, row, {0, 0, 0, 1});
+        expect_pixel(column, row, blend_by_alpha(shaded(column, row), ground));
+    const rgba_t border = shaded(4, 9);
+    EXPECT_EQ(border[0], border[2]) << "only the highlight, which is white";
 }
 
 TEST_F(DrawSolid, BackFacesAreDrawn) {
@@ -74,16 +75,14 @@ TEST_F(DrawSolid, BackFacesAreDrawn) {
 }
 
 TEST_F(DrawSolid, ModelviewMovesAndTurnsAndItsInverseCarriesTheFrame) {
-    // A turn by 30 degrees about x, a scale by two and a move, row vectors.
-    const float c = 2.0F * std::cos(0.5235988F);
-    const float s = 2.0F * std::sin(0.5235988F);
-    view.Modelview = {{2, 0, 0, 0, 0, c, s, 0, 0, -s, c, 0, 0.25F, -1.0F, 0.5F, 1}};
-    // The inverse of the turn and the scale: the transpose by a quarter. Its translation carries no
-    // direction.
-    view.invModelview = {{0.5F, 0, 0, 0, 0, c / 4, -s / 4, 0, 0, s / 4, c / 4, 0, 0, 0, 0, 1}};
+    view.Modelview = rotation(30, {1, 0, 0}) * rotation(20, {0, 1, 0}) * rotation(40, {0, 0, 1}) *
+                     scale(2, 2, 2) * translation({0.25F, -1.0F, 0.5F});
+    view.invModelview = inverse(view.Modelview);
+    const auto map = bound_texture::normals(1, 1, 1, {40, -20, 110});
+    const map_samples_t maps{.normal = {40 / 127.0, -20 / 127.0, 110 / 127.0}};
     drawsolid();
     for (const auto& [column, row] : {std::pair{16, 16}, {10, 12}, {22, 20}})
-        expect_pixel(column, row, blend_by_alpha(shaded(column, row), ground));
+        expect_pixel(column, row, blend_by_alpha(shaded(column, row, 1, maps), ground));
 }
 
 TEST_F(DrawSolid, VertexColorsPassInterpolated) {
@@ -235,6 +234,19 @@ TEST_F(Environment, IsRefractedByItsAlpha) {
 
 TEST_F(Environment, ReflectionFollowsTheBumpedNormal) {
     const auto map = bound_texture::normals(1, 1, 1, {90, 0, 90});  // 45 degrees towards +x
+    drawsolid();
+    expect_pixel(16, 16, opaque(positive_x));
+}
+
+TEST_F(Environment, BumpedNormalGoesFromObjectToView) {
+    // The object's x axis points to the viewer, its z axis to the left.
+    view.Modelview = {{0, 0, 1, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 0, 1}};
+    view.invModelview = {{0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1}};
+    for (vertex_t& vertex : triangle.vertices)
+        vertex.position = {vertex.position.z, vertex.position.y, -vertex.position.x};
+    triangle.frames.fill({{0, 0, -1}, {0, 1, 0}, {1, 0, 0}});
+    build();
+    const auto map = bound_texture::normals(1, 1, 1, {90, 0, 90});  // 45 degrees towards +x of the view
     drawsolid();
     expect_pixel(16, 16, opaque(positive_x));
 }
