@@ -8,12 +8,15 @@ find_program(LOCALEDEF localedef)
 if(NOT LOCALEDEF OR NOT EXISTS /usr/share/i18n/locales/ja_JP)
   message(FATAL_ERROR "The tests need localedef and the locale definitions of the package locales.")
 endif()
-foreach(locale de_DE ja_JP)
-  set(compiled ${ulk_locale_dir}/${locale}.UTF-8/LC_NUMERIC)
+# The Japanese code page is there for its characters that end in a backslash.
+foreach(locale de_DE.UTF-8 ja_JP.UTF-8 ja_JP.WINDOWS-31J)
+  string(REGEX MATCH "^[^.]+" language ${locale})
+  string(REGEX REPLACE "^[^.]+\\." "" charmap ${locale})
+  set(compiled ${ulk_locale_dir}/${locale}/LC_NUMERIC)
   add_custom_command(OUTPUT ${compiled}
     COMMAND ${CMAKE_COMMAND} -E make_directory ${ulk_locale_dir}
-    COMMAND ${LOCALEDEF} --no-archive -i ${locale} -f UTF-8 ${ulk_locale_dir}/${locale}.UTF-8
-    COMMENT "Compiling the locale ${locale}.UTF-8"
+    COMMAND ${LOCALEDEF} --no-archive -i ${language} -f ${charmap} ${ulk_locale_dir}/${locale}
+    COMMENT "Compiling the locale ${locale}"
     VERBATIM)
   list(APPEND ulk_locales ${compiled})
 endforeach()
