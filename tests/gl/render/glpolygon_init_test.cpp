@@ -138,6 +138,10 @@ struct broken_file_t {
     const char* words;
 };
 
+void PrintTo(const broken_file_t& row, std::ostream* os) {
+    *os << row.file;
+}
+
 constexpr const char* does_not_compile = "#version 330\nvoid main() { this is no GLSL }\n";
 /// Compiles, and has nothing behind the function that it calls.
 constexpr const char* does_not_link = "#version 330\nvoid missing();\nvoid main() { missing(); }\n";

@@ -165,6 +165,10 @@ struct slope_row_t {
     double result;
 };
 
+void PrintTo(const slope_row_t& row, std::ostream* os) {
+    *os << row.argument;
+}
+
 class AsinSlope : public ulk_test::gl_test, public testing::WithParamInterface<slope_row_t> {};
 
 TEST_P(AsinSlope, BendsTheCoordinate) {
