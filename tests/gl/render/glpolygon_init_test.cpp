@@ -8,7 +8,7 @@
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
-#include "support/temporary_folder.h"
+#include "support/scene_text.h"
 
 namespace ulk3d {
 namespace {
@@ -18,7 +18,7 @@ using testing::StartsWith;
 
 class GlpolygonInit : public ulk_test::gl_test {
   protected:
-    ulk_test::temporary_folder folder;
+    ulk_test::temporary_folder_t folder;
 };
 
 TEST_F(GlpolygonInit, SaysNothingWhenAllIsWell) {
@@ -74,7 +74,7 @@ TEST_F(GlpolygonInit, PrintsEachUniformThatAReplacementLacks) {
     folder.write("shader.fsd", "#version 330\nout vec4 color;\nvoid main() { color = vec4(1.0); }\n");
     const ulk_test::captured_stream errors(std::cerr);
     glpolygon_t glpolygon;
-    EXPECT_TRUE(glpolygon.init(folder.prefix().c_str()));
+    EXPECT_TRUE(glpolygon.init(folder.path("").c_str()));
     EXPECT_EQ(errors.text(),
               "Globalview: can't determine the location.\n"
               "Modelview: can't determine the location.\n"
@@ -153,13 +153,13 @@ class GlpolygonInitDeathTest : public ulk_test::gl_test, public testing::WithPar
         testing::FLAGS_gtest_death_test_style = "threadsafe";
         ulk_test::gl_test::SetUp();
     }
-    ulk_test::temporary_folder folder;
+    ulk_test::temporary_folder_t folder;
 };
 
 TEST_P(GlpolygonInitDeathTest, EndsWithStatusOneAndTheLog) {
     folder.write(GetParam().file, GetParam().content);
     glpolygon_t glpolygon;
-    EXPECT_EXIT(static_cast<void>(glpolygon.init(folder.prefix().c_str())), testing::ExitedWithCode(1),
+    EXPECT_EXIT(static_cast<void>(glpolygon.init(folder.path("").c_str())), testing::ExitedWithCode(1),
                 testing::AllOf(StartsWith(GetParam().words), testing::ContainsRegex("error: .+")));
 }
 

@@ -17,7 +17,8 @@
 #include "render/gl/transform_feedback.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
-#include "support/temporary_folder.h"
+#include "support/scene_text.h"
+#include "support/working_directory.h"
 
 namespace ulk3d {
 namespace {
@@ -59,7 +60,7 @@ void build(program_t& program, const shader_source_t& vertex_source, const shade
 
 class ShaderSources : public ulk_test::gl_test {
   protected:
-    ulk_test::temporary_folder folder;
+    ulk_test::temporary_folder_t folder;
 };
 
 TEST_F(ShaderSources, AreNamedAsTheFilesThatReplaceThem) {
@@ -98,7 +99,7 @@ std::string source_of(const shader_t& shader) {
 
 TEST_F(ShaderSources, BuiltInSourceStandsInWhereThereIsNoFile) {
     shader_t shader;
-    ASSERT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.prefix().c_str()));
+    ASSERT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.path("").c_str()));
     EXPECT_EQ(source_of(shader), shaders::drawline_vsd.text);
 }
 
@@ -107,19 +108,19 @@ TEST_F(ShaderSources, FileInTheBaseDirectoryReplacesTheSourceWithoutAWord) {
     folder.write("drawline.vsd", replacement);
     const ulk_test::captured_stream errors(std::cerr);
     shader_t shader;
-    EXPECT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.prefix().c_str()));
+    EXPECT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.path("").c_str()));
     EXPECT_EQ(source_of(shader), replacement);
     EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(ShaderSources, FileInTheWorkingDirectoryComesFirst) {
     const std::string replacement = "#version 330\nvoid main() { gl_Position = vec4(2.0); }\n";
-    ulk_test::temporary_folder base;
+    ulk_test::temporary_folder_t base;
     base.write("drawline.vsd", "#version 330\nvoid main() { gl_Position = vec4(1.0); }\n");
     folder.write("drawline.vsd", replacement);
-    const ulk_test::working_directory in_folder(folder.path());
+    const ulk_test::working_directory in_folder(folder.path(""));
     shader_t shader;
-    EXPECT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, base.prefix().c_str()));
+    EXPECT_TRUE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, base.path("").c_str()));
     EXPECT_EQ(source_of(shader), replacement);
 }
 
@@ -127,7 +128,7 @@ TEST_F(ShaderSources, EmptyFileIsASourceThatDoesNotCompile) {
     folder.write("drawline.vsd", "");
     const ulk_test::captured_stream errors(std::cerr);
     shader_t shader;
-    EXPECT_FALSE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.prefix().c_str()));
+    EXPECT_FALSE(compile_source(shader, GL_VERTEX_SHADER, shaders::drawline_vsd, folder.path("").c_str()));
 }
 
 // --- the solid program's functions ------------------------------------------------------------------------
