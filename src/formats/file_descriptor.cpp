@@ -1,0 +1,59 @@
+#include "formats/file_descriptor.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace ulk3d {
+
+bool file_descriptor::close() {
+    const int closing = std::exchange(descriptor, -1);
+    // An interrupted close has closed the file on Linux: there is nothing to repeat.
+    return closing < 0 || ::close(closing) == 0 || errno == EINTR;
+}
+
+file_descriptor open_plain_file(const char* path, std::uint64_t& size) {
+    // Without O_NONBLOCK the open of a FIFO would wait for a writer; it has no effect on plain files.
+    file_descriptor file(::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file.is_open() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    size = static_cast<std::uint64_t>(status.st_size);
+    return file;
+}
+
+file_descriptor create_file(const char* path) {
+    constexpr mode_t rights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+    file_descriptor file(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, rights));
+    // A FIFO that has a reader may be waited for: the reader takes the bytes at its own pace.
+    if (file.is_open())
+        ::fcntl(file.get(), F_SETFL, ::fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
+    return file;
+}
+
+std::size_t read_some(const file_descriptor& file, char* target, std::size_t size) {
+    for (;;) {
+        const ssize_t got = ::read(file.get(), target, size);
+        if (got >= 0)
+            return static_cast<std::size_t>(got);
+        if (errno != EINTR)
+            return 0;
+    }
+}
+
+bool write_all(const file_descriptor& file, const char* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t taken = ::write(file.get(), data, size);
+        if (taken < 0 && errno == EINTR)
+            continue;
+        if (taken <= 0)
+            return false;
+        data += taken;
+        size -= static_cast<std::size_t>(taken);
+    }
+    return true;
+}
+
+}  // namespace ulk3d
