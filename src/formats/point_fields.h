@@ -1,0 +1,36 @@
+#pragma once
+
+#include "model/math/records.h"
+
+namespace ulk3d {
+
+class field_scanner;
+
+/// The colour that a point takes before any colour line was read.
+inline constexpr col3a default_color{0.5F, 0.5F, 0.5F, 1.0F};
+
+/// Four bytes, each cut to its low 8 bits: 255 becomes 1.
+col3a read_byte_color(field_scanner fields);
+
+/// Four expressions, taken as they are.
+col3a read_float_color(field_scanner fields);
+
+/// x, y, z.
+pos3 read_position(field_scanner fields);
+
+/// Radius, angle in degrees, z: see circle_point.
+pos3 read_circle(field_scanner fields);
+
+/// Radius and two angles in degrees: see sphere_point.
+pos3 read_sphere(field_scanner fields);
+
+/// Three plain numbers.
+dir3 read_direction(field_scanner fields);
+
+/// The point at `angle` degrees of the circle about the z axis at height z, from +y towards -x.
+pos3 circle_point(float radius, float angle, float z);
+
+/// The point at `angle` degrees from +z and `around` degrees about the z axis, from +y towards -x.
+pos3 sphere_point(float radius, float angle, float around);
+
+}  // namespace ulk3d
