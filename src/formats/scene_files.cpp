@@ -1,0 +1,156 @@
+#include "formats/scene_files.h"
+
+#include <cstring>
+
+#include "formats/line_log.h"
+#include "formats/scene_text.h"
+#include "utils/strings.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// STL files are known by their extension; there is no reader and no writer for them yet, so that none can be
+/// opened.
+bool is_stl_path(const char* path) {
+    return libutils::has_extension(path, ".stl") == 0;
+}
+
+/// Makes a model of a kind at the end of a list.
+model_entry_t& append_model(model_list_t& models, std::uint32_t kind) {
+    return *models.emplace_back(std::make_unique<model_entry_t>(kind));
+}
+
+/// Walks the top level of a scene file: hands each block to its reader and counts it.
+class top_level_reader {
+  public:
+    /// `environment` takes the environment blocks; null makes them unknown lines.
+    top_level_reader(const char* scene_path, text_lines& scene_input, environment_t* scene_environment,
+                     model_list_t& scene_models, glpolygon_t& view, std::ostream& messages)
+        : path(scene_path),
+          input(scene_input),
+          environment(scene_environment),
+          models(scene_models),
+          glpolygon(view),
+          log(messages) {}
+
+    /// The count of blocks in the file, 0 when one of them failed.
+    std::size_t read() {
+        std::size_t blocks = 0;
+        while (!input.failed()) {
+            line = input.next();
+            switch (read_line()) {
+                case outcome_t::block:
+                    ++blocks;
+                    break;
+                case outcome_t::failure:
+                    return 0;
+                case outcome_t::no_block:
+                    break;
+            }
+            ++line_counter;
+        }
+        return blocks;
+    }
+
+  private:
+    enum class outcome_t { no_block, block, failure };
+
+    outcome_t read_line() {
+        if (environment != nullptr && line.starts_with("begin environment"))
+            return outcome_of(read_environment(path, *environment, line_counter, line, input, log));
+        if (line.starts_with("begin nurbs_surface")) {
+            // A failing block leaves its model in the list: the caller drops what a failed load has left.
+            model_entry_t& entry = append_model(models, kind_nurbs);
+            return outcome_of(read_nurbs_surface(path, entry.nurbs, entry.texture, entry.polygon, glpolygon,
+                                                 line_counter, line, input, log));
+        }
+        if (line.starts_with("begin polygon_surface")) {
+            model_entry_t& entry = append_model(models, kind_polygon);
+            return outcome_of(
+                read_polygon_surface(path, entry.texture, entry.polygon, line_counter, line, input, log));
+        }
+        if (!line.is_comment() && !line.is_blank())
+            put_line(log, "unknown line: ", line.view());
+        return outcome_t::no_block;
+    }
+
+    static outcome_t outcome_of(bool read_well) { return read_well ? outcome_t::block : outcome_t::failure; }
+
+    const char* path;
+    text_lines& input;
+    environment_t* environment;
+    model_list_t& models;
+    glpolygon_t& glpolygon;
+    std::ostream& log;
+    text_line_t line;
+    std::uint64_t line_counter = 0;
+};
+
+/// Gives a model the path as its name and writes its block.
+void write_model(model_entry_t& entry, const char* path, text_output& output) {
+    entry.polygon.name = path;
+    if (entry.kind == kind_polygon) {
+        write_polygon_surface(entry.texture, entry.polygon, output);
+    } else if (entry.kind == kind_nurbs) {
+        entry.nurbs.name = path;
+        write_nurbs_surface(entry.nurbs, output);
+    }
+}
+
+}  // namespace
+
+bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    text_lines input = text_lines::open(path);
+    if (is_stl_path(path) || !input.is_open()) {
+        put_line(log, path, ": file open error.");
+        return false;
+    }
+    return top_level_reader(path, input, &scene.environment, scene.models, glpolygon, log).read() != 0;
+}
+
+std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    put_line(log, "load filename: ", path);
+    text_lines input = text_lines::open(path);
+    if (!input.is_open())
+        return 0;
+    return top_level_reader(path, input, nullptr, models, glpolygon, log).read();
+}
+
+bool save_model(model_entry_t& entry, const char* path) {
+    if (is_stl_path(path))
+        return false;
+    text_output output(path);
+    write_model(entry, path, output);
+    return output.close();
+}
+
+bool save_models(model_list_t& models, const char* path) {
+    if (is_stl_path(path))
+        return false;
+    text_output output(path);
+    for (const auto& entry : models) {
+        write_model(*entry, path, output);
+        output.line();
+        // Flushed here, a write that fails stops at the model that it struck.
+        if (!output.flush())
+            return false;
+    }
+    return output.close();
+}
+
+bool save_scene(scene_t& scene, const char* path) {
+    if (is_stl_path(path))
+        return false;
+    text_output output(path);
+    if (write_environment(scene.environment, output))
+        output.line();
+    for (const auto& entry : scene.models) {
+        write_model(*entry, path, output);
+        if (!output.flush())
+            return false;
+    }
+    return output.close();
+}
+
+}  // namespace ulk3d
