@@ -28,11 +28,8 @@ void supply_frame(const strip_triangle_t& triangle, std::span<const vertex_t> ve
                   std::span<frame_t> frames) {
     if (frames[triangle.c].normal != dir3{})
         return;
-    const frame_t frame = default_frame(vertices[triangle.a].position, vertices[triangle.b].position,
-                                        vertices[triangle.c].position);
-    frames[triangle.c] = frame;
-    frames[triangle.a] = frame;
-    frames[triangle.b] = frame;
+    frames[triangle.a] = frames[triangle.b] = frames[triangle.c] = default_frame(
+        vertices[triangle.a].position, vertices[triangle.b].position, vertices[triangle.c].position);
 }
 
 /// Writes the three indices of a polygon id; ids beyond the list are left out.

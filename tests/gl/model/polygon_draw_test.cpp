@@ -91,7 +91,7 @@ std::vector<triangle> triangles_of(const std::vector<drawn_vertex_t>& vertices) 
     std::vector<triangle> triangles;
     for (std::size_t i = 0; i + 2 < vertices.size(); i += 3) {
         triangle corners{vertices[i].id, vertices[i + 1].id, vertices[i + 2].id};
-        std::ranges::rotate(corners, std::ranges::min_element(corners));
+        std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
         triangles.push_back(corners);
     }
     return triangles;
