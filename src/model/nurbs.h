@@ -1,7 +1,6 @@
 #pragma once
 
-#include <span>
-
+#include "model/matrix.h"
 #include "model/modeling.h"
 #include "model/vertex.h"
 #include "render/gl/shared_holder.h"
@@ -11,21 +10,6 @@ namespace ulk3d {
 
 class polygon_t;
 struct texture_t;
-
-/// Row-major table on the host.
-template <typename T>
-struct matrix_t {
-    std::vector<T> data;
-    std::uint64_t rows = 0;
-    std::uint64_t columns = 0;
-
-    /// Takes new dimensions with all entries T{}. Throws std::bad_array_new_length when rows times columns
-    /// exceeds what can be allocated.
-    void resize(std::uint64_t new_rows, std::uint64_t new_columns);
-    void release() { *this = {}; }
-    std::span<T> row(std::uint64_t r) { return std::span(data).subspan(r * columns, columns); }
-    std::span<const T> row(std::uint64_t r) const { return std::span(data).subspan(r * columns, columns); }
-};
 
 /// Rational B-spline surface in which every row of the net has its own knot vector along the row, and every
 /// column its own along the column.
