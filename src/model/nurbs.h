@@ -25,34 +25,43 @@ class nurbs_t : public modeling_t {
     ~nurbs_t() override = default;
 
     /// Takes the numbers and makes the tables for them, zeroed; old contents go, no point is selected.
-    /// Touches no GL. Returns true; throws std::bad_array_new_length when a table's size overflows.
+    /// Touches no GL. False when the tables do not fit into memory (model/memory_budget.h). Throws
+    /// std::bad_array_new_length when their size overflows. The model has no tables then.
     bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2, std::uint64_t order2);
 
-    /// Makes the GL arrays from the host tables and takes the name. False, with the line "makeCtlpts()
-    /// error." on the standard error stream, when an array can not be allocated.
+    /// Makes the GL arrays from the host tables, takes the name unless null, and unmarks all points. False
+    /// when an array can not be allocated, for the control points and their sizes with the line
+    /// "makeCtlpts() error." on the standard error stream.
     bool afterload(const char* new_name);
 
-    /// Sizes the polygon for the resolution and writes its strips. False, with the line
-    /// "polygon.allocate() fail." on the standard error stream, when it can not be allocated.
+    /// Sizes the polygon for the resolution, opens the textures and writes the polygon's strips: one for each
+    /// two rows of samples. False, with the line "polygon.allocate() fail." on the standard error stream,
+    /// when it can not be allocated; a resolution2 of 0 is such a case.
+    ///
+    /// The polygon's `afterload` runs before the strips are there: a new polygon needs it once more.
     bool makeVertices();
 
-    /// Evaluates the surface into the polygon's vertices, then runs updateNormals.
+    /// Evaluates the surface into the polygon's vertices, with the parameters as texture coordinates, then
+    /// runs updateNormals. The work grows with the samples times the orders.
     void updateVertices();
 
-    /// Fills the polygon's work records with the differences that its tangent frames are made of.
+    /// Fills the polygon's work records with the differences that its tangent frames are made of
+    /// (model/nurbs_normals.h).
     void updateNormals();
 
-    /// makeVertices, updateVertices, then the frame pass of `glpolygon`.
+    /// makeVertices, updateVertices, then the frame pass of `glpolygon`; nothing more when makeVertices
+    /// fails.
     void update(glpolygon_t& glpolygon) override;
 
     /// Reads record `element` of array 0 back into `points`; other arrays and records beyond do nothing.
     void elementchanged(std::uint32_t array, std::uint64_t element) override;
 
-    /// Writes one record of `points` to the GL array.
+    /// Writes one record of `points` to the GL array; a place outside does nothing.
     void uploadpoint(std::uint64_t column, std::uint64_t row);
 
     /// Squeezes the net like soft matter: the point at (column, row) moves by `delta`, all others against it
-    /// by up to a quarter of it, falling off towards the borders.
+    /// by up to a quarter of it, falling off towards the borders of its row and towards the first row. Writes
+    /// the whole net to the GL array. A place outside the net does nothing.
     void dent(std::uint64_t column, std::uint64_t row, const dir3& delta);
 
     struct dims_t {
@@ -71,7 +80,7 @@ class nurbs_t : public modeling_t {
     void drawpoints() override;
     void draw() override { drawpoints(); }
 
-    /// Box of the control points; the surface lies inside their hull.
+    /// Box of the control points in the GL array; both the origin when there are none.
     void bounds(pos3& low, pos3& high) const override;
 
     void clear() override;
@@ -87,12 +96,15 @@ class nurbs_t : public modeling_t {
     matrix_t<float> weight;    ///< count2 rows of count1
     matrix_t<control_point_t> points;          ///< count2 rows of count1
     array_t ctlpts;                            ///< control_point_t, record row * count1 + column
-    std::uint32_t resolution1 = 33;            ///< samples along a row
-    std::uint32_t resolution2 = 33;            ///< samples along a column
+    std::uint32_t resolution1;                 ///< samples along a row
+    std::uint32_t resolution2;                 ///< samples along a column
     shared_holder<vertex_array_t> pointarray;  ///< ctlpts at locations 0 and 1, point sizes at 2
 
   private:
+    void release_tables();
     bool MakeCtlpts();
+    bool is_uploaded(std::uint64_t point) const;
+    void uploadpoints();
 };
 
 }  // namespace ulk3d

@@ -116,19 +116,19 @@ INSTANTIATE_TEST_SUITE_P(Shapes, NurbsGrid,
                                          shape_t{10, 10, 10, 10}));
 
 TEST(NurbsGridValues, FactorThatOverflowsBeforeItsZeroIsNotANumber) {
-    // With a step down in the knots of the second row a basis function is above 2. Times the largest float
+    // With a step down in the knots of the last row a basis function is above 2. Times the largest float
     // that is infinite, and infinity times the 0 that this row has at v = 0 is not-a-number.
     net_t net(3, 3, 3, 2);
     for (std::uint64_t row = 0; row < 3; ++row) {
         ulk_test::fill_clamped(net.knot1.row(row), 3, 3);
         ulk_test::fill_clamped(net.knot2.row(row), 3, 2);
     }
-    std::ranges::copy(std::vector<float>{0, 1, 0.25F, 1, 1, 1}, net.knot1.row(1).begin());
+    std::ranges::copy(std::vector<float>{0, 1, 0.25F, 1, 1, 1}, net.knot1.row(2).begin());
     std::ranges::fill(net.weight.data, 1.0F);
-    std::ranges::fill(net.weight.row(1), std::numeric_limits<float>::max());
+    std::ranges::fill(net.weight.row(2), std::numeric_limits<float>::max());
     for (auto& point : net.points.data)
         point = {{1, 1, 1}, {1, 1, 1, 1}};
-    ASSERT_GT(ulk3d::basis(0, 3, 0.75F, {net.knot1.row(1).data()}), 2);
+    ASSERT_GT(ulk3d::basis(0, 3, 0.75F, {net.knot1.row(2).data()}), 2);
     ASSERT_TRUE(std::isnan(plain_sums(net, 0.75F, 0, ulk3d::basis)[7]));
     expect_grid_equals_double_loop(net, 5, 5);
 }
