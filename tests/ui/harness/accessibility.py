@@ -1,0 +1,104 @@
+"""The accessibility tree of a program: what a screen reader would find.
+
+The tree is asked over its bus, always anew: the library that clients usually take remembers what it has seen, and the
+dialogs of a test come and go.
+"""
+
+import gi
+
+gi.require_version("Gio", "2.0")
+from gi.repository import Gio, GLib  # noqa: E402  (the version has to be asked for first)
+
+CALL_MILLISECONDS = 5000
+ROOT = "/org/a11y/atspi/accessible/root"
+STATE_SHOWING = 25
+SCREEN_COORDINATES = 0
+
+_bus = None
+
+
+def bus():
+    global _bus
+    if _bus is None:
+        session = Gio.bus_get_sync(Gio.BusType.SESSION)
+        address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                    Gio.DBusCallFlags.NONE, CALL_MILLISECONDS).unpack()[0]
+        _bus = Gio.DBusConnection.new_for_address_sync(
+            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+    return _bus
+
+
+class Node:
+    """One widget of a program. A widget can vanish between two questions: what is gone has no name and no children."""
+
+    def __init__(self, sender, path):
+        self.sender, self.path = sender, path
+
+    def ask(self, interface, method, arguments=None, otherwise=None):
+        try:
+            answer = bus().call_sync(self.sender, self.path, interface, method, arguments, None,
+                                     Gio.DBusCallFlags.NONE, CALL_MILLISECONDS).unpack()
+        except GLib.Error:
+            return otherwise
+        return answer[0] if len(answer) == 1 else answer
+
+    def ask_accessible(self, method, otherwise=None):
+        return self.ask("org.a11y.atspi.Accessible", method, None, otherwise)
+
+    def ask_property(self, interface, name, otherwise):
+        return self.ask("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (interface, name)), otherwise)
+
+    @property
+    def children(self):
+        return [Node(*child) for child in self.ask_accessible("GetChildren", [])]
+
+    @property
+    def name(self):
+        return self.ask_property("org.a11y.atspi.Accessible", "Name", "")
+
+    @property
+    def role(self):
+        """In words, such as "menu item" and "push button"."""
+        return self.ask_accessible("GetRoleName", "")
+
+    @property
+    def is_showing(self):
+        states = self.ask_accessible("GetState", [0, 0])
+        return bool(states[STATE_SHOWING // 32] >> STATE_SHOWING % 32 & 1)
+
+    @property
+    def text(self):
+        """The text of an entry, a text view or a label."""
+        return self.ask("org.a11y.atspi.Text", "GetText", GLib.Variant("(ii)", (0, -1)), "")
+
+    @property
+    def rectangle(self):
+        """Place on the screen as (x, y, width, height)."""
+        return self.ask("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (SCREEN_COORDINATES,)),
+                        (0, 0, 0, 0))
+
+    def activate(self):
+        """Does the first action. Not for what opens a modal dialog: the answer would come at the dialog's end."""
+        return self.ask("org.a11y.atspi.Action", "DoAction", GLib.Variant("(i)", (0,)), False)
+
+    def walk(self):
+        """The nodes below this one, parents first."""
+        for child in self.children:
+            yield child
+            yield from child.walk()
+
+    def find_all(self, role, name=None):
+        return [node for node in self.walk() if node.role == role and name in (None, node.name)]
+
+    def find(self, role, name=None):
+        return next((node for node in self.walk() if node.role == role and name in (None, node.name)), None)
+
+
+def application(process_id):
+    """The root of a running program's tree, None before it has one."""
+    for root in Node("org.a11y.atspi.Registry", ROOT).children:
+        owner = Node("org.freedesktop.DBus", "/org/freedesktop/DBus").ask(
+            "org.freedesktop.DBus", "GetConnectionUnixProcessID", GLib.Variant("(s)", (root.sender,)))
+        if owner == process_id:
+            return root
+    return None

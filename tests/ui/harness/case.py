@@ -1,0 +1,52 @@
+"""The base of the test classes."""
+
+import os
+import pathlib
+import shutil
+import unittest
+
+from .program import Program
+from .screen import Screen
+from .view import View
+from .wait import wait_for
+
+SAMPLES = pathlib.Path(os.environ["ULK_UI_SAMPLES"])
+PROGRAM_NAME = pathlib.Path(os.environ["ULK_UI_PROGRAM"]).name
+
+
+class UiTestCase(unittest.TestCase):
+    """Ends every program that a test started, and leaves a picture of the screen of a test that failed."""
+
+    maxDiff = None
+
+    def start(self, *arguments, **options):
+        program = Program(*arguments, **options)
+        self.addCleanup(program.end)
+        program.wait_started()
+        self.view = View(program)
+        # The first frame: everything grey has the background's colour.
+        wait_for(lambda: self.view.shows_frame(), "the view area has drawn no frame")
+        return program
+
+    def file(self, program, name, content=b""):
+        """A file of the program's own folder."""
+        path = program.folder / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return path
+
+    def sample(self, program, name, copy_as=None):
+        """A sample, copied to the program's own folder so that the tree stays as it is."""
+        return shutil.copy(SAMPLES / name, program.folder / (copy_as or name))
+
+    def assert_ends_clean(self, program):
+        self.assertEqual(program.wait_exit(), 0)
+        self.assertEqual(program.stderr, "")
+
+    def tearDown(self):
+        result = self._outcome.result
+        if any(test is self for test, _ in result.failures + result.errors):
+            Screen().save(pathlib.Path(os.environ["ULK_UI_ARTIFACTS"]) / f"{self.id()}.png")
+
+
+def main():
+    unittest.main(verbosity=2)

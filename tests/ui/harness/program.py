@@ -1,0 +1,229 @@
+"""The program under test: its process, its windows, and the keys and clicks it is given."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+
+from . import accessibility
+from .wait import wait_for
+
+
+def xdotool(*arguments):
+    done = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True)
+    return done.stdout.strip() if done.returncode == 0 else ""
+
+
+class Window:
+    """A window on the screen, title bar and frame of the window manager not counted."""
+
+    def __init__(self, identifier):
+        self.identifier = identifier
+
+    @property
+    def title(self):
+        return xdotool("getwindowname", self.identifier)
+
+    @property
+    def geometry(self):
+        """(x, y, width, height)"""
+        values = dict(line.split("=") for line in xdotool("getwindowgeometry", "--shell", self.identifier).split()
+                      if "=" in line)
+        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    @property
+    def is_active(self):
+        return xdotool("getactivewindow") == self.identifier
+
+
+class Program:
+    """Starts the program. Standard output and error are kept in files, so that no pipe can fill up and block it."""
+
+    def __init__(self, *arguments, path=None, folder=None, environment=None):
+        self.path = str(path or os.environ["ULK_UI_PROGRAM"])
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="run-", dir=os.environ["HOME"]))
+        with open(self.folder / "stdout", "wb") as output, open(self.folder / "stderr", "wb") as errors:
+            self.process = subprocess.Popen([self.path, *arguments], cwd=folder or self.folder, stdout=output,
+                                            stderr=errors, stdin=subprocess.DEVNULL,
+                                            env={**os.environ, **(environment or {})})
+        self.main_window = None
+
+    # ---- life
+
+    def wait_started(self):
+        """Waits for the main window, with the keyboard on it and its controls in the accessibility tree."""
+        self.main_window = wait_for(self._first_window, self._told("no window has come"))
+        wait_for(lambda: self.main_window.is_active, self._told("the window did not get the keyboard"))
+        wait_for(lambda: self.menu_bar(),
+                 self._told("no menu bar in the accessibility tree"))
+        return self
+
+    def _first_window(self):
+        self._must_run()
+        found = self.windows()
+        return found[0] if found else None
+
+    def _must_run(self):
+        if self.process.poll() is not None:
+            raise AssertionError(self._told(f"the program has ended with status {self.process.returncode}")())
+
+    def _told(self, words):
+        return lambda: f"{words}; on the error stream: {self.stderr!r}"
+
+    def wait_exit(self):
+        """The exit status."""
+        wait_for(lambda: self.process.poll() is not None, self._told("the program still runs"))
+        return self.process.returncode
+
+    def end(self):
+        """For the end of a test that failed: whatever still runs goes."""
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+    @property
+    def stdout(self):
+        return (self.folder / "stdout").read_text(errors="replace")
+
+    @property
+    def stderr(self):
+        return (self.folder / "stderr").read_text(errors="replace")
+
+    # ---- windows
+
+    def windows(self):
+        identifiers = xdotool("search", "--onlyvisible", "--all", "--pid", self.process.pid, "--name", ".*")
+        return [Window(identifier) for identifier in identifiers.split()]
+
+    def window(self, title):
+        return next((window for window in self.windows() if window.title == title), None)
+
+    def wait_window(self, title):
+        """Waits for a window of this title that has the keyboard."""
+        def active():
+            self._must_run()
+            window = self.window(title)
+            return window if window and window.is_active else None
+
+        return wait_for(active, lambda: f"no active window {title!r} among {[w.title for w in self.windows()]}")
+
+    def bring_window(self, title):
+        """Waits for a window and gives it the keyboard, as a user would with a click on its title bar."""
+        wait_for(lambda: self.window(title), f"no window {title!r}")
+        xdotool("windowactivate", self.window(title).identifier)
+        return self.wait_window(title)
+
+    def wait_gone(self, title):
+        wait_for(lambda: not self.window(title), f"the window {title!r} is still there")
+
+    def wait_title(self, title):
+        """Waits for the main window's title."""
+        wait_for(lambda: self.main_window.title == title,
+                 lambda: f"the title is {self.main_window.title!r} and not {title!r}")
+
+    def wait_main_active(self):
+        wait_for(lambda: self.main_window.is_active, "the main window did not get the keyboard back")
+
+    # ---- input
+
+    def keys(self, *keys):
+        """Presses keys by their X names, with modifiers as in ctrl+l."""
+        xdotool("key", "--clearmodifiers", "--delay", "20", *keys)
+
+    def type(self, text):
+        xdotool("type", "--clearmodifiers", "--delay", "10", text)
+
+    def click(self, x, y, button=1, modifier=None):
+        """Clicks at a place of the screen."""
+        xdotool("mousemove", x, y)
+        if modifier:
+            xdotool("keydown", modifier)
+        xdotool("click", button)
+        if modifier:
+            xdotool("keyup", modifier)
+
+    def drag(self, start, end, button=1, modifier=None, steps=8):
+        """Moves the pointer with a button held, in steps like a hand does."""
+        xdotool("mousemove", *start)
+        if modifier:
+            xdotool("keydown", modifier)
+        xdotool("mousedown", button)
+        for step in range(1, steps + 1):
+            xdotool("mousemove", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
+        xdotool("mouseup", button)
+        if modifier:
+            xdotool("keyup", modifier)
+
+    # ---- file choosers
+
+    def choose_file(self, title, path):
+        """Types a path into a file chooser and accepts it."""
+        self.wait_window(title)
+        # Opens the entry where the chooser has none, and goes there where it has one.
+        self.keys("ctrl+l")
+        wait_for(lambda: self._path_entries(title), "the chooser shows no entry for a path")
+        self.keys("ctrl+a")
+        self.type(str(path))
+        wait_for(lambda: any(entry.text == str(path) for entry in self._path_entries(title)),
+                 f"the path {path} did not arrive in the chooser")
+        self.accept_chooser(title)
+
+    def accept_chooser(self, title):
+        """Presses Return in a chooser, again while nothing follows: it ignores the key as long as it reads a folder."""
+        chooser = self.wait_window(title)
+        for _ in range(10):
+            self.keys("Return")
+            try:
+                wait_for(lambda: not chooser.is_active, "", seconds=1)
+                return
+            except AssertionError:
+                pass
+        raise AssertionError(f"The chooser {title!r} takes no Return.")
+
+    def _path_entries(self, title):
+        return [entry for entry in self.dialog(title).find_all("text") if entry.is_showing]
+
+    # ---- accessibility
+
+    def tree(self):
+        return accessibility.application(self.process.pid)
+
+    def menu_bar(self):
+        tree = self.tree()
+        return tree and tree.find("menu bar")
+
+    def menu(self, label):
+        """An item of the menu bar."""
+        return next((item for item in self.menu_bar().children if item.name == label), None)
+
+    def menu_labels(self, *path):
+        """The labels below a menu, such as menu_labels("Edit", "Select Model...")."""
+        node = self.menu(path[0])
+        for label in path[1:]:
+            node = next(item for item in node.children if item.name == label)
+        return [item.name for item in node.children]
+
+    def open_menu(self, label, mnemonic):
+        """Opens a menu with Alt and its letter."""
+        self.wait_main_active()
+        self.keys("alt+" + mnemonic)
+        wait_for(lambda: any(item.is_showing for item in self.menu(label).children),
+                 f"the menu {label} did not open")
+
+    def choose(self, label, mnemonic, *letters):
+        """Opens a menu of the bar and presses the letters of an item, or of a submenu and its item."""
+        self.open_menu(label, mnemonic)
+        self.keys(*letters)
+
+    def dialog(self, title):
+        """The accessible of a dialog that shows."""
+        return wait_for(lambda: next((node for node in self.tree().children if node.name == title), None),
+                        f"no dialog {title!r} in the accessibility tree")
+
+    def message(self, title):
+        """Waits for a message box; (kind, text, labels of the buttons). The kind is Error, Question, Information."""
+        self.wait_window(title)
+        box = wait_for(lambda: next((node for node in self.tree().children if node.role == "alert"), None),
+                       f"no message box {title!r} in the accessibility tree")
+        text = "\n".join(label.text for label in box.find_all("label") if label.text)
+        return box.name, text, [button.name for button in box.find_all("push button") if button.is_showing]

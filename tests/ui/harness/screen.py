@@ -1,0 +1,58 @@
+"""The picture of the private X server, which it keeps as a file in the format of xwd."""
+
+import os
+import struct
+import zlib
+
+
+class Screen:
+    """Pixels as they are at this moment."""
+
+    def __init__(self, path=None):
+        with open(path or os.environ["ULK_UI_SCREEN"], "rb") as file:
+            data = file.read()
+        header = struct.unpack(">25I", data[:100])
+        header_size, self.width, self.height = header[0], header[4], header[5]
+        bits, self.line_size, colours = header[11], header[12], header[19]
+        if bits != 32:
+            raise ValueError(f"{bits} bits to a pixel")
+        # Blue, green, red, unused; twelve bytes to an entry of the colour table before them.
+        self.pixels = data[header_size + 12 * colours:]
+
+    def pixel(self, x, y):
+        at = y * self.line_size + 4 * x
+        blue, green, red = self.pixels[at:at + 3]
+        return red, green, blue
+
+    def colours(self, x, y, width, height):
+        """How often each colour stands in a rectangle."""
+        counts = {}
+        for row in range(y, y + height):
+            at = row * self.line_size + 4 * x
+            line = self.pixels[at:at + 4 * width]
+            for i in range(0, len(line), 4):
+                colour = (line[i + 2], line[i + 1], line[i])
+                counts[colour] = counts.get(colour, 0) + 1
+        return counts
+
+    def rectangle(self, x, y, width, height):
+        """The bytes of a rectangle, to compare with those of another moment."""
+        return b"".join(self.pixels[row * self.line_size + 4 * x:row * self.line_size + 4 * (x + width)]
+                        for row in range(y, y + height))
+
+    def save(self, path):
+        lines = []
+        for row in range(self.height):
+            line = self.pixels[row * self.line_size:row * self.line_size + 4 * self.width]
+            rgb = bytearray(3 * self.width)
+            rgb[0::3], rgb[1::3], rgb[2::3] = line[2::4], line[1::4], line[0::4]
+            lines.append(b"\0" + bytes(rgb))
+
+        def chunk(kind, body):
+            return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
+
+        with open(path, "wb") as file:
+            file.write(b"\x89PNG\r\n\x1a\n")
+            file.write(chunk(b"IHDR", struct.pack(">IIBBBBB", self.width, self.height, 8, 2, 0, 0, 0)))
+            file.write(chunk(b"IDAT", zlib.compress(b"".join(lines), 6)))
+            file.write(chunk(b"IEND", b""))

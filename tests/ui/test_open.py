@@ -1,0 +1,129 @@
+"""Opening scenes: titles, models, menus, what shows, and what is said about files that can not be read."""
+
+from harness import BACKGROUND, PROGRAM_NAME, UiTestCase, main, wait_for
+from harness import commands as do
+
+NURBS_ITEMS = ["EnvironmentDialog", "PointDialog", "ColorDialog", "WeightDialog", "Horizontal KnotDialog",
+               "Vertical KnotDialog", "OptionDialog"]
+POLYGON_ITEMS = ["EnvironmentDialog", "VertexDialog", "ColorDialog", "TexCoordDialog", "Tangent(X軸法線)Dialog",
+                 "Binormal(Y軸法線)Dialog", "Normal(Z軸法線)Dialog", "ElementDialog", "OptionDialog"]
+
+
+class Open(UiTestCase):
+    def test_opening_selecting_polygonizing_and_deleting(self):
+        program = self.start()
+        cube, torus = self.sample(program, "cube.ulk"), self.sample(program, "torus.ulk")
+
+        # A polygon model.
+        do.open_scene(program, cube, f"cube.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Polygon {cube}"])
+        self.assertEqual(program.menu_labels("Dialog"), POLYGON_ITEMS)
+        wait_for(lambda: self.view.coloured("perspective") > 5000, "the cube does not show in perspective")
+        for viewport in ("top", "front", "side"):
+            self.assertGreater(self.view.coloured(viewport), 20, f"no control points in the {viewport} view")
+
+        # A second file adds to the scene, and its first model becomes the current one.
+        do.open_scene(program, torus, f"torus.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"  0 Polygon {cube}", f"v 1 Nurbs {torus}"])
+        self.assertEqual(program.menu_labels("Dialog"), NURBS_ITEMS)
+
+        do.select_model(program, 0)
+        program.wait_title(f"cube.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Polygon {cube}", f"  1 Nurbs {torus}"])
+        self.assertEqual(program.menu_labels("Dialog"), POLYGON_ITEMS)
+
+        do.select_model(program, 1)
+        program.wait_title(f"torus.ulk - {PROGRAM_NAME}")
+        do.polygonize(program)
+        wait_for(lambda: do.model_labels(program) == [f"  0 Polygon {cube}", f"v 1 Polygon {torus}"],
+                 lambda: f"not polygonized: {do.model_labels(program)}")
+        self.assertEqual(program.menu_labels("Dialog"), POLYGON_ITEMS)
+
+        do.select_model(program, 0)
+        program.wait_title(f"cube.ulk - {PROGRAM_NAME}")
+        do.delete_current(program)
+        program.wait_title(f"torus.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Polygon {torus}"])
+
+        do.delete_current(program)
+        program.wait_title(PROGRAM_NAME)
+        self.assertEqual(do.model_labels(program), [])
+        self.assertEqual(program.menu_labels("Dialog"), [])
+        wait_for(lambda: set(self.view.colours("perspective")) == {BACKGROUND}, "the deleted model still shows")
+        do.leave(program)
+        self.assert_ends_clean(program)
+
+    def test_the_row_that_goes_with_a_deleted_last_model_is_the_new_last_one(self):
+        program = self.start()
+        cube, patch = self.sample(program, "cube.ulk"), self.sample(program, "patch.ulk")
+        do.open_scene(program, cube, f"cube.ulk - {PROGRAM_NAME}")
+        do.open_scene(program, patch, f"patch.ulk - {PROGRAM_NAME}")
+        do.delete_current(program)
+        program.wait_title(f"cube.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Nurbs {patch}"])
+
+    def test_an_underscore_in_a_name_is_shown(self):
+        program = self.start()
+        path = self.sample(program, "patch.ulk", copy_as="a_b.ulk")
+        do.open_scene(program, path, f"a_b.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Nurbs {path}"])
+
+    def test_every_model_of_a_long_list_has_its_row(self):
+        program = self.start()
+        block = (self.sample(program, "patch.ulk")).read_bytes()
+        path = self.file(program, "twelve.ulk", block * 12)
+        do.open_scene(program, path, f"twelve.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program),
+                         [f"{'v ' if index == 0 else '  '}{index} Nurbs {path}" for index in range(12)])
+
+    def test_cancel_in_the_chooser_changes_nothing(self):
+        program = self.start()
+        program.choose("File", "f", "o")
+        program.wait_window(do.OPEN_TITLE)
+        self.assertEqual([name for name in program.dialog_buttons(do.OPEN_TITLE) if name in ("Open", "Cancel")],
+                         ["Open", "Cancel"])
+        program.keys("Escape")
+        program.wait_gone(do.OPEN_TITLE)
+        self.assertEqual(do.model_labels(program), [])
+        self.assertEqual(program.main_window.title, PROGRAM_NAME)
+
+
+class OpenFailure(UiTestCase):
+    def give_broken(self, program, path, log):
+        """Opens a file that does not load and reads the two dialogs that tell so."""
+        do.give_open(program, path)
+        self.assertEqual(program.message(do.OPEN_ERROR_TITLE), ("Error", f"{path}のオープンに失敗しました", ["OK"]))
+        program.keys("Return")
+        program.wait_window("file open error.")
+        dialog = program.dialog("file open error.")
+        self.assertEqual(dialog.find("text").text, log)
+        self.assertEqual(program.dialog_buttons("file open error."), ["OK"])
+        program.keys("alt+F4")
+        program.wait_gone("file open error.")
+        program.wait_main_active()
+
+    def test_a_broken_file_is_told_and_leaves_the_scene(self):
+        program = self.start()
+        broken = self.file(program, "broken.ulk", "what\r\nbegin nurbs_surface,2,2,2,2\r\nknot1\r\nend\r\n")
+        log = ("unknown line: what\r\n"
+               "2: knot1 parm is not set. knot1\r\n"
+               "3: knot1(0) < 8: too few knots.\n3: knot2(0) < 8: too few knots.\n"
+               "3: weight(0) < 4: too few weights.\n3: point(0) < 4: too few points.\n")
+        self.give_broken(program, broken, log)
+        program.wait_title(PROGRAM_NAME)
+        self.assertEqual(do.model_labels(program), [])
+        self.assertEqual(program.stderr, f"{broken}: file open error.\n")
+
+        cube = self.sample(program, "cube.ulk")
+        do.open_scene(program, cube, f"cube.ulk - {PROGRAM_NAME}")
+        self.give_broken(program, broken, log)
+        program.wait_title(f"cube.ulk - {PROGRAM_NAME}")
+        self.assertEqual(do.model_labels(program), [f"v 0 Polygon {cube}"])
+
+    def test_an_empty_file_fails_with_an_empty_error_dialog(self):
+        program = self.start()
+        self.give_broken(program, self.file(program, "empty.ulk"), "")
+
+
+if __name__ == "__main__":
+    main()
