@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <sstream>
 #include <string>
 
 #include "formats/scene_text.h"
 #include "model/environment.h"
+#include "support/captured_stream.h"
 #include "support/scene_text.h"
 
 using namespace ulk3d;
@@ -66,6 +68,14 @@ TEST(EnvironmentBlock, NumbersAreExpressions) {
     EXPECT_EQ(reading.environment.reflectalpha, 0.25F);
     EXPECT_EQ(reading.environment.refractalpha, 0.75F);
     EXPECT_EQ(reading.environment.refractfactor, -6.0F);
+}
+
+TEST(EnvironmentBlock, TheCubeMapHasTwoKeysAndKeepsItsBlanks) {
+    // Whether the pictures exist is not asked here: only the path is looked at.
+    const ulk_test::captured_stream errors(std::cerr);
+    EXPECT_EQ(read("begin environment\r\ncubetex my sky.png\r\nend\r\n").environment.cubetex, "my sky.png");
+    EXPECT_EQ(read("begin environment\ncubemap dir/sky.png\nend\n").environment.cubetex, "dir/sky.png");
+    EXPECT_EQ(read("begin environment\ncubetex \xff\xfe\nend\n").environment.cubetex, "\xff\xfe");
 }
 
 TEST(EnvironmentBlock, ALaterLineWins) {
