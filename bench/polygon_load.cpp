@@ -2,28 +2,17 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <iostream>
 #include <vector>
 
+#include "bench_context.h"
 #include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/polygon.h"
 #include "model/strip_walk.h"
-#include "render/offscreen/offscreen_context.h"
 
 namespace {
 
 using namespace ulk3d;
-
-/// One context for all benchmarks of the process, current from the first call on.
-void need_context() {
-    static auto* const context = new offscreen_context_t;
-    static const bool made = context->create();
-    if (!made) {
-        std::cerr << context->error() << std::endl;
-        std::exit(1);
-    }
-}
 
 constexpr std::uint32_t columns = 708;  // 707 rows of 1414 triangles: 999,698 of them
 
