@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -87,7 +88,8 @@ TEST(TextLines, OfAFileAreThoseOfItsText) {
     lines_t expected;
     for (std::size_t length = 0; length < 3000; length += 7)
         expected.push_back(std::string(length, static_cast<char>('a' + length % 26)));
-    for (const std::size_t length : {262142, 262143, 262144, 262145, 524288, 3'000'000, 1, 0, 2})
+    for (const std::size_t length :
+         std::initializer_list<std::size_t>{262142, 262143, 262144, 262145, 524288, 3'000'000, 1, 0, 2})
         expected.push_back(std::string(length, 'x'));
     for (const std::string& line : expected)
         text += line + '\n';
