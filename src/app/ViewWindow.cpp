@@ -1,0 +1,96 @@
+#include "app/ViewWindow.h"
+
+#include <gtkmm/main.h>
+#include <gtkmm/messagedialog.h>
+
+#include "app/program_path.h"
+#include "app/system_text.h"
+#include "utils/paths.h"
+
+namespace ulk3d {
+
+ViewWindow::ViewWindow(const char* argv0)
+    : Gtk::Window(Gtk::WINDOW_TOPLEVEL), title_base(program_title(argv0)), menubar(*this), viewarea(argv0) {
+    viewarea.set_size_request(1024, 768);
+    menubar.build();
+    menubar.set_dialog_menu(true, kind_polygon);
+    vbox.pack_start(menubar, Gtk::PACK_SHRINK);
+    vbox.pack_start(viewarea, Gtk::PACK_EXPAND_WIDGET);
+    add(vbox);
+    show_all_children(true);
+}
+
+void ViewWindow::on_quit() {
+    Gtk::Main::quit();
+}
+
+void ViewWindow::on_delete_model() {
+    viewarea.delete_current();
+    // The row that goes is the one at the index that is current now: after the last model of several was
+    // deleted that is the new last one, and the deleted model's row stays until the rows are copied anew.
+    if (menubar.remove_row(viewarea.scene().current_index()))
+        rebuild_model_menu();
+    set_model_title();
+}
+
+void ViewWindow::on_polygonize() {
+    viewarea.polygonize_current();
+    copy_models_to_menu();
+}
+
+void ViewWindow::on_select_model(std::uint64_t index) {
+    viewarea.select_model(index);
+    copy_models_to_menu();
+    set_model_title();
+}
+
+void ViewWindow::on_fullscreen() {
+    if (fullscreen_on)
+        unfullscreen();
+    else
+        fullscreen();
+    fullscreen_on = !fullscreen_on;
+}
+
+void ViewWindow::on_maximize() {
+    if (maximized_on)
+        unmaximize();
+    else
+        maximize();
+    maximized_on = !maximized_on;
+}
+
+void ViewWindow::set_file_title(const std::string& path) {
+    libutils::path_parts_t parts;
+    libutils::splitpath(path.c_str(), parts);
+    set_title(widget_text(std::string(parts.name) + parts.extension + " - " + title_base));
+}
+
+void ViewWindow::set_model_title() {
+    const model_entry_t* entry = viewarea.scene().current_model();
+    const modeling_t* model = entry == nullptr ? nullptr : modeling_of(*entry);
+    if (model == nullptr)
+        set_title(widget_text(title_base));
+    else
+        set_file_title(model->name);
+}
+
+void ViewWindow::rebuild_model_menu() {
+    const ulkedit_t& scene = viewarea.scene();
+    const model_entry_t* entry = scene.current_model();
+    menubar.rebuild_model_menu(scene.models().empty(), entry == nullptr ? kind_polygon : entry->kind,
+                               scene.current_index());
+}
+
+void ViewWindow::copy_models_to_menu() {
+    menubar.copy_rows(viewarea.scene().models());
+    rebuild_model_menu();
+}
+
+void ViewWindow::show_error(const Glib::ustring& text, const char* title) {
+    Gtk::MessageDialog dialog(*this, text, false, Gtk::MESSAGE_ERROR, Gtk::BUTTONS_OK, true);
+    dialog.set_title(title);
+    dialog.run();
+}
+
+}  // namespace ulk3d

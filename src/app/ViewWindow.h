@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtkmm/box.h>
+#include <gtkmm/window.h>
+
+#include <cstdint>
+#include <string>
+
+#include "app/ViewArea.h"
+#include "app/ViewMenuBar.h"
+
+namespace ulk3d {
+
+/// The main window: menu bar and view area, and every command that needs a dialog.
+///
+/// It owns no model. The menu bar's shadow of the model list is kept in step here, by each command that
+/// changes the scene's list.
+class ViewWindow : public Gtk::Window {
+  public:
+    /// `argv0` tells the name for the title and the directory of the program.
+    explicit ViewWindow(const char* argv0);
+    ~ViewWindow() override = default;
+
+    // Commands of the menus.
+    void on_file_open();
+    void on_file_save_as();
+    void on_file_save_model_as();
+    void on_quit();
+    void on_delete_model();
+    void on_polygonize();
+    void on_select_model(std::uint64_t index);
+    void on_fullscreen();
+    void on_maximize();
+
+    /// Puts the file name of a path, and the program's, into the window title.
+    void set_file_title(const std::string& path);
+
+  private:
+    /// The title of the current model, or the program's alone when there is none.
+    void set_model_title();
+    void rebuild_model_menu();
+    void copy_models_to_menu();
+    void show_error(const Glib::ustring& text, const char* title);
+
+    std::string title_base;
+    bool fullscreen_on = false;
+    bool maximized_on = false;
+    Gtk::VBox vbox{false, 0};
+    ViewMenuBar menubar;
+    ViewArea viewarea;
+};
+
+}  // namespace ulk3d
