@@ -1,0 +1,74 @@
+#include <iostream>
+
+#include "model/strip_walk.h"
+#include "render/gl/mapping.h"
+#include "tool/commands.h"
+#include "tool/scene_session.h"
+#include "utils/numbers.h"
+
+namespace ulktool {
+
+namespace {
+
+std::string text_of(const ulk3d::pos3& p) {
+    std::string text = "(";
+    libutils::append_number(text, p.x);
+    text += ", ";
+    libutils::append_number(text, p.y);
+    text += ", ";
+    libutils::append_number(text, p.z);
+    return text + ")";
+}
+
+std::uint64_t count_triangles(const ulk3d::polygon_t& polygon) {
+    std::uint64_t count = 0;
+    if (polygon.element_count() > 0) {
+        const auto elements = ulk3d::map_indices(polygon.elements);
+        ulk3d::walk_strips(elements.span(), polygon.vertex_count(),
+                           [&count](const ulk3d::strip_triangle_t&) { ++count; });
+    }
+    return count;
+}
+
+void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry) {
+    const ulk3d::modeling_t* model = ulk3d::modeling_of(entry);
+    std::cout << "model " << index << ": ";
+    if (entry.kind == ulk3d::kind_nurbs) {
+        const ulk3d::nurbs_t& nurbs = entry.nurbs;
+        std::cout << "nurbs surface, " << nurbs.count1 << " x " << nurbs.count2 << " points, order "
+                  << nurbs.order1 << " x " << nurbs.order2 << ", resolution " << nurbs.resolution1 << " x "
+                  << nurbs.resolution2 << '\n';
+    } else {
+        std::cout << "polygon surface\n";
+    }
+    std::cout << "  mesh: " << entry.polygon.vertex_count() << " vertices, " << entry.polygon.element_count()
+              << " elements, " << count_triangles(entry.polygon) << " triangles\n";
+    ulk3d::pos3 low, high;
+    model->bounds(low, high);
+    std::cout << "  box: " << text_of(low) << " to " << text_of(high) << '\n';
+}
+
+}  // namespace
+
+int info(arguments_t arguments) {
+    if (arguments.size() != 1) {
+        std::cerr << "ulktool info: one file is needed\n";
+        return exit_usage;
+    }
+    scene_session_t session;
+    ulk3d::scene_t scene;
+    if (!session.load(scene, arguments[0], std::cerr)) {
+        std::cerr << arguments[0] << ": does not load" << std::endl;
+        return exit_failed;
+    }
+    if (!scene.environment.cubetex.empty())
+        std::cout << "environment: " << scene.environment.cubetex << '\n';
+    std::cout << "models: " << scene.models.size() << '\n';
+    std::uint64_t index = 0;
+    for (const auto& entry : scene.models)
+        print_model(index++, *entry);
+    std::cout.flush();
+    return std::cout.good() ? exit_done : exit_failed;
+}
+
+}  // namespace ulktool

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "model/scene.h"
+#include "render/glpolygon.h"
+#include "render/offscreen/offscreen_context.h"
+#include "render/offscreen/offscreen_target.h"
+
+namespace ulktool {
+
+/// A GL context without a display, with the programs that loading a scene needs. Ends the process with status
+/// 1 and a line on the standard error stream when there is none to be had.
+class scene_session_t {
+  public:
+    scene_session_t();
+
+    /// Loads a file into `scene`; messages are lines of `log`.
+    bool load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
+
+  private:
+    /// Built before everything that needs it.
+    struct context_t {
+        context_t();
+        ulk3d::offscreen_context_t offscreen;
+    };
+
+    context_t context;
+    ulk3d::offscreen_target_t target{1, 1};
+    ulk3d::glpolygon_t glpolygon;
+};
+
+/// Makes a context without a display current, or ends the process as told above.
+void create_or_exit(ulk3d::offscreen_context_t& context);
+
+}  // namespace ulktool
