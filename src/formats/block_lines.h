@@ -55,49 +55,70 @@ fill_t* fill_of(Block& block, const block_key_t<Block>& key) {
 
 enum class block_end_t { end_line, end_of_file, over_run };
 
-/// Reads the lines of a block up to one that starts with "end". The keys must be prefix-free; lines that hold
-/// none of them are offered to `Block::read_other(line, log)`, which returns false when it does not know them
-/// either.
+/// Finds the keys of a block's lines. Lines come in patterns (tangent, binormal, normal, tangent, ...): the
+/// key that followed the previous line's key last time is tried before the whole table.
+template <typename Block, std::size_t N>
+class key_finder {
+  public:
+    /// `keys` are prefix-free.
+    explicit key_finder(const std::array<block_key_t<Block>, N>& block_keys) : keys(block_keys) {}
+
+    /// Null for a line that holds none of the keys.
+    const block_key_t<Block>* find(const text_line_t& line) {
+        std::size_t index = successor[previous];
+        if (!line.starts_with_key(keys[index].name)) {
+            for (index = 0; index < N && !line.starts_with_key(keys[index].name);)
+                ++index;
+            if (index == N)
+                return nullptr;
+            successor[previous] = index;
+        }
+        previous = index;
+        return &keys[index];
+    }
+
+  private:
+    const std::array<block_key_t<Block>, N>& keys;
+    std::array<std::size_t, N> successor{};
+    std::size_t previous = 0;
+};
+
+/// Hands the value of a line to its key, or says on `log` that there is none. False when the array that the
+/// key fills is full, which is asked first.
+template <typename Block>
+bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line, line_log& log) {
+    fill_t* const fill = fill_of(block, key);
+    if (fill != nullptr && fill->count >= fill->capacity) {
+        log.over_run(fill->full, fill->count);
+        return false;
+    }
+    const auto value = value_of(line, key.name.name());
+    if (value) {
+        key.read(block, *value);
+        if (fill != nullptr)
+            ++fill->count;
+    } else if (!key.missing.empty()) {
+        log.message(key.missing, line);
+    }
+    return true;
+}
+
+/// Reads the lines of a block up to one that starts with "end". Lines that hold none of the keys are offered
+/// to `Block::read_other(line, log)`, which returns false when it does not know them either.
 template <typename Block, std::size_t N>
 block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Block& block, text_line_t& line,
                              text_lines& input, line_log& log) {
-    // Lines come in patterns (tangent, binormal, normal, tangent, ...): the key that followed the previous
-    // line's key last time is tried before the whole table.
-    std::array<std::size_t, N> successor{};
-    std::size_t previous = 0;
-
+    key_finder<Block, N> finder(keys);
     while (!input.failed()) {
         line = input.next();
         log.step();
         if (line.starts_with("end"))
             return block_end_t::end_line;
-
-        std::size_t index = successor[previous];
-        if (!line.starts_with_key(keys[index].name)) {
-            for (index = 0; index < N && !line.starts_with_key(keys[index].name);)
-                ++index;
-        }
-        if (index == N) {
-            if (!block.read_other(line, log) && !line.is_blank() && !line.is_comment())
-                log.message(": illegal command: ", line);
-            continue;
-        }
-        successor[previous] = index;
-        previous = index;
-
-        const block_key_t<Block>& key = keys[index];
-        fill_t* const fill = fill_of(block, key);
-        if (fill != nullptr && fill->count >= fill->capacity) {
-            log.over_run(fill->full, fill->count);
-            return block_end_t::over_run;
-        }
-        const auto value = value_of(line, key.name.name());
-        if (value) {
-            key.read(block, *value);
-            if (fill != nullptr)
-                ++fill->count;
-        } else if (!key.missing.empty()) {
-            log.message(key.missing, line);
+        if (const block_key_t<Block>* const key = finder.find(line)) {
+            if (!read_key_line(*key, block, line, log))
+                return block_end_t::over_run;
+        } else if (!block.read_other(line, log) && !line.is_blank() && !line.is_comment()) {
+            log.message(": illegal command: ", line);
         }
     }
     return block_end_t::end_of_file;

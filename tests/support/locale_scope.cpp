@@ -1,5 +1,7 @@
 #include "support/locale_scope.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <stdexcept>
 
@@ -10,17 +12,13 @@ locale_scope_t::locale_scope_t(const std::string& name) {
         previous = std::locale::global(std::locale(name));
         set = true;
     } catch (const std::runtime_error&) {
-        set = false;
+        EXPECT_EQ(std::getenv("LOCPATH"), nullptr) << "the locale " << name << " is missing";
     }
 }
 
 locale_scope_t::~locale_scope_t() {
     if (set)
         std::locale::global(previous);
-}
-
-bool locales_are_provided() {
-    return std::getenv("LOCPATH") != nullptr;
 }
 
 }  // namespace ulk_test

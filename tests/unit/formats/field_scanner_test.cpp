@@ -109,7 +109,9 @@ TEST(FieldScanner, UnsignedIntegersHaveTheFormsOfTheCLibrary) {
 
 TEST(FieldScanner, NumbersDoNotDependOnTheLocale) {
     for (const char* name : ulk_test::file_locales) {
-        ULK_UNDER_LOCALE(scope, name);
+        const ulk_test::locale_scope_t scope(name);
+        if (!scope.is_set())
+            continue;
         EXPECT_EQ(exprs("1.5,2.25,0.5+0.25"), (floats{1.5F, 2.25F, 0.75F})) << name;
         EXPECT_EQ(dbls("1.5,2.25,-0.75"), (floats{1.5F, 2.25F, -0.75F})) << name;
     }

@@ -224,7 +224,9 @@ TEST(TextureKeys, WhatIsWrittenIsReadInEveryLocale) {
     texture.bumpofs = texture.mipmap = texture.nearlinear = texture.maglinear = false;
     texture.bump2mono = texture.mercatorsphere = true;
     for (const char* name : ulk_test::file_locales) {
-        ULK_UNDER_LOCALE(scope, name);
+        const ulk_test::locale_scope_t scope(name);
+        if (!scope.is_set())
+            continue;
         texture_t again;
         std::istringstream lines(written(texture));
         for (std::string line; std::getline(lines, line);)
