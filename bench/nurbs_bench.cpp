@@ -42,15 +42,15 @@ void run_double_loop(benchmark::State& state, Basis basis_function) {
     count_samples(state);
 }
 
-void plain_recursion(benchmark::State& state) {
+void nurbs_plain_recursion(benchmark::State& state) {
     run_double_loop(state, ulk_test::plain_basis);
 }
 
-void double_loop(benchmark::State& state) {
+void nurbs_double_loop(benchmark::State& state) {
     run_double_loop(state, ulk3d::basis);
 }
 
-void evaluator(benchmark::State& state) {
+void nurbs_evaluator(benchmark::State& state) {
     const net_t net = net_of(state);
     const auto side = static_cast<std::uint32_t>(state.range(3));
     std::vector<ulk3d::vertex_t> vertices(side * side);
@@ -63,19 +63,19 @@ void evaluator(benchmark::State& state) {
 }
 
 // Places where a double loop takes seconds are left out.
-BENCHMARK(plain_recursion)
+BENCHMARK(nurbs_plain_recursion)
     ->ArgNames({"columns", "rows", "order", "side", "differ"})
     ->ArgsProduct({{8}, {8}, {3}, {33, 257}, {0, 1}})
     ->ArgsProduct({{20}, {20}, {4}, {33}, {0, 1}})
     ->ArgsProduct({{64}, {64}, {4}, {33}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(double_loop)
+BENCHMARK(nurbs_double_loop)
     ->ArgNames({"columns", "rows", "order", "side", "differ"})
     ->ArgsProduct({{8}, {8}, {3}, {33, 257}, {0, 1}})
     ->ArgsProduct({{20}, {20}, {4}, {33}, {0, 1}})
     ->ArgsProduct({{64}, {64}, {4}, {33}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(evaluator)
+BENCHMARK(nurbs_evaluator)
     ->ArgNames({"columns", "rows", "order", "side", "differ"})
     ->ArgsProduct({{8}, {8}, {3}, {33, 257}, {0, 1}})
     ->ArgsProduct({{20}, {20}, {4}, {33, 257}, {0, 1}})
