@@ -171,8 +171,6 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
     mark_tail(selectelems, 0);
 
     grCheckError("polygon_t::allocate(7)");
-    // What stands in a new buffer is undefined: no triangles are to be read out of it.
-    mark_tail(elements, 0);
     afterload(nullptr);
     grCheckError("polygon_t::allocate(end)");
     return true;

@@ -50,14 +50,6 @@ class Save(UiTestCase):
         self.assertTrue(path.read_bytes().startswith(PATCH))
         self.assertEqual(path.read_bytes().count(b"begin "), 1)
 
-    def test_a_name_that_ends_in_stl_is_written_as_stl(self):
-        program = self.start_with("cube.ulk")
-        path = program.folder / "cube.STL"
-        do.give_save_as(program, path)
-        program.wait_title(f"cube.STL - {PROGRAM_NAME}")
-        # The header of 80 bytes, the count, and fifty bytes for each of the twelve triangles.
-        self.assertEqual(len(path.read_bytes()), 84 + 12 * 50)
-
     def test_an_empty_scene_is_an_empty_file(self):
         program = self.start()
         path = program.folder / "none.ulk"

@@ -11,7 +11,9 @@ from gi.repository import Gio, GLib  # noqa: E402  (the version has to be asked 
 
 CALL_MILLISECONDS = 5000
 ROOT = "/org/a11y/atspi/accessible/root"
-STATE_SHOWING = 25
+# Numbers of states in the protocol.
+SENSITIVE = 24
+SHOWING = 25
 SCREEN_COORDINATES = 0
 
 _bus = None
@@ -61,10 +63,17 @@ class Node:
         """In words, such as "menu item" and "push button"."""
         return self.ask_accessible("GetRoleName", "")
 
+    def has_state(self, state):
+        bits = self.ask_accessible("GetState", [0, 0])
+        return bool(bits[state // 32] >> state % 32 & 1)
+
     @property
     def is_showing(self):
-        states = self.ask_accessible("GetState", [0, 0])
-        return bool(states[STATE_SHOWING // 32] >> STATE_SHOWING % 32 & 1)
+        return self.has_state(SHOWING)
+
+    @property
+    def is_sensitive(self):
+        return self.has_state(SENSITIVE)
 
     @property
     def text(self):
@@ -82,16 +91,21 @@ class Node:
         return self.ask("org.a11y.atspi.Action", "DoAction", GLib.Variant("(i)", (0,)), False)
 
     def walk(self):
-        """The nodes below this one, parents first."""
+        """The nodes below this one with their roles, parents first. The many cells of file lists are left out."""
         for child in self.children:
-            yield child
-            yield from child.walk()
+            role = child.role
+            yield child, role
+            if role not in ("table", "tree table"):
+                yield from child.walk()
+
+    def find_each(self, role, name=None):
+        return (node for node, found in self.walk() if found == role and name in (None, node.name))
 
     def find_all(self, role, name=None):
-        return [node for node in self.walk() if node.role == role and name in (None, node.name)]
+        return list(self.find_each(role, name))
 
     def find(self, role, name=None):
-        return next((node for node in self.walk() if node.role == role and name in (None, node.name)), None)
+        return next(self.find_each(role, name), None)
 
 
 def application(process_id):

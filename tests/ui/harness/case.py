@@ -10,8 +10,10 @@ from .screen import Screen
 from .view import View
 from .wait import wait_for
 
-SAMPLES = pathlib.Path(os.environ["ULK_UI_SAMPLES"])
+SAMPLES = pathlib.Path(__file__).resolve().parents[3] / "samples"
 PROGRAM_NAME = pathlib.Path(os.environ["ULK_UI_PROGRAM"]).name
+
+CORNER = (1279, 0)
 
 
 class UiTestCase(unittest.TestCase):
@@ -24,6 +26,8 @@ class UiTestCase(unittest.TestCase):
         self.addCleanup(program.end)
         program.wait_started()
         self.view = View(program)
+        # The pointer is part of the picture; it waits in a corner that no window covers.
+        program.move_pointer(*CORNER)
         # The first frame: everything grey has the background's colour.
         wait_for(lambda: self.view.shows_frame(), "the view area has drawn no frame")
         return program

@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import re
 import subprocess
 import tempfile
 
@@ -25,11 +26,10 @@ class Window:
         return xdotool("getwindowname", self.identifier)
 
     @property
-    def geometry(self):
-        """(x, y, width, height)"""
+    def size(self):
         values = dict(line.split("=") for line in xdotool("getwindowgeometry", "--shell", self.identifier).split()
                       if "=" in line)
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        return int(values["WIDTH"]), int(values["HEIGHT"])
 
     @property
     def is_active(self):
@@ -47,6 +47,7 @@ class Program:
                                             stderr=errors, stdin=subprocess.DEVNULL,
                                             env={**os.environ, **(environment or {})})
         self.main_window = None
+        self._tree = None
 
     # ---- life
 
@@ -87,7 +88,9 @@ class Program:
 
     @property
     def stderr(self):
-        return (self.folder / "stderr").read_text(errors="replace")
+        """Without a complaint of the toolkit that keys cause which are released while a file chooser comes up."""
+        text = (self.folder / "stderr").read_text(errors="replace")
+        return re.sub(r"\n\(.*WIDGET_REALIZED_FOR_EVENT.*\n", "", text)
 
     # ---- windows
 
@@ -133,6 +136,9 @@ class Program:
     def type(self, text):
         xdotool("type", "--clearmodifiers", "--delay", "10", text)
 
+    def move_pointer(self, x, y):
+        xdotool("mousemove", x, y)
+
     def click(self, x, y, button=1, modifier=None):
         """Clicks at a place of the screen."""
         xdotool("mousemove", x, y)
@@ -169,12 +175,14 @@ class Program:
         self.accept_chooser(title)
 
     def accept_chooser(self, title):
-        """Presses Return in a chooser, again while nothing follows: it ignores the key as long as it reads a folder."""
+        """Presses Return in a chooser. While it reads a folder its button is insensitive and Return does nothing."""
         chooser = self.wait_window(title)
-        for _ in range(10):
+        button = self.dialog(title).find("push button", "Open")
+        for _ in range(5):
+            wait_for(lambda: button.is_sensitive, f"the button of the chooser {title!r} stays insensitive")
             self.keys("Return")
             try:
-                wait_for(lambda: not chooser.is_active, "", seconds=1)
+                wait_for(lambda: not chooser.is_active, "", seconds=4)
                 return
             except AssertionError:
                 pass
@@ -186,7 +194,9 @@ class Program:
     # ---- accessibility
 
     def tree(self):
-        return accessibility.application(self.process.pid)
+        if self._tree is None:
+            self._tree = accessibility.application(self.process.pid)
+        return self._tree
 
     def menu_bar(self):
         tree = self.tree()
@@ -219,6 +229,10 @@ class Program:
         """The accessible of a dialog that shows."""
         return wait_for(lambda: next((node for node in self.tree().children if node.name == title), None),
                         f"no dialog {title!r} in the accessibility tree")
+
+    def dialog_buttons(self, title):
+        """The labels of the buttons that show."""
+        return [node.name for node in self.dialog(title).find_all("push button") if node.is_showing]
 
     def message(self, title):
         """Waits for a message box; (kind, text, labels of the buttons). The kind is Error, Question, Information."""

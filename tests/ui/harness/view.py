@@ -2,8 +2,6 @@
 
 from .screen import Screen
 
-# The size that the program asks for at start.
-WIDTH, HEIGHT = 1024, 768
 BACKGROUND = (46, 46, 46)
 VIEWPORTS = {"top": (0, 0), "perspective": (1, 0), "front": (0, 1), "side": (1, 1)}
 
@@ -12,16 +10,12 @@ class View:
     def __init__(self, program):
         self.program = program
 
-    @property
-    def origin(self):
-        """The upper left corner on the screen; the view fills the lower part of a window of the first size."""
-        x, y, _, height = self.program.main_window.geometry
-        return x, y + height - HEIGHT
-
     def rectangle(self, viewport):
+        """(x, y, width, height) on the screen."""
+        x, y, width, height = self.program.tree().find("drawing area").rectangle
         column, row = VIEWPORTS[viewport]
-        x, y = self.origin
-        return x + column * WIDTH // 2, y + row * HEIGHT // 2, WIDTH // 2, HEIGHT // 2
+        half_width, half_height = width // 2, height // 2
+        return (x + column * (half_width + width % 2), y + row * (half_height + height % 2), half_width, half_height)
 
     def centre(self, viewport):
         x, y, width, height = self.rectangle(viewport)
