@@ -49,8 +49,8 @@ class nurbs_t : public modeling_t {
     /// (model/nurbs_normals.h).
     void updateNormals();
 
-    /// makeVertices, updateVertices, then the frame pass of `glpolygon`; nothing more when makeVertices
-    /// fails.
+    /// makeVertices, the numbering of the new polygons, updateVertices, then the frame pass of `glpolygon`;
+    /// nothing more when makeVertices fails.
     void update(glpolygon_t& glpolygon) override;
 
     /// Reads record `element` of array 0 back into `points`; other arrays and records beyond do nothing.

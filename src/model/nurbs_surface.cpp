@@ -85,6 +85,7 @@ void nurbs_t::updateNormals() {
 void nurbs_t::update(glpolygon_t& glpolygon) {
     if (!makeVertices())
         return;
+    polygon->afterload(nullptr);
     updateVertices();
     glpolygon.update_frames(*polygon);
 }

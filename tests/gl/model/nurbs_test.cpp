@@ -247,6 +247,32 @@ TEST_F(NurbsModel, UpdateGivesTheSurfaceAndItsFrames) {
     }
 }
 
+/// A surface that was turned into a polygon model after an edit has polygons to mark.
+TEST_F(NurbsModel, UpdateNumbersThePolygons) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    set_resolution(5, 2);
+    nurbs.update(glpolygon);
+    set_resolution(3, 3);
+    polygon.selectpolygons = {1};
+    nurbs.update(glpolygon);
+
+    // Two strips: 3 0 4 1 5 2 mark 6 3 7 4 8 5 mark.
+    ASSERT_EQ(polygon.polyidvector.size(), 12U);
+    EXPECT_EQ(polygon.polyidvector[0].position, 0U);
+    EXPECT_EQ(polygon.polyidvector[5].position, 8U);
+    EXPECT_TRUE(polygon.polyidvector[5].flipped);
+    EXPECT_EQ(polygon.polyidvector[8].position, ulk_test::mark);
+    polygon.selectpolygon(4);
+    const auto selected = ulk_test::selectelems_of(polygon);
+    const auto triangle = [&selected](std::size_t id) {
+        const auto first = selected.begin() + static_cast<std::ptrdiff_t>(3 * id);
+        return std::vector(first, first + 3);
+    };
+    EXPECT_EQ(triangle(1), (std::vector<std::uint32_t>{4, 0, 1}));
+    EXPECT_EQ(triangle(4), (std::vector<std::uint32_t>{6, 3, 7}));
+}
+
 TEST_F(NurbsModel, UpdateStopsWhenThePolygonCanNotBeMade) {
     glpolygon_t glpolygon;
     ASSERT_TRUE(glpolygon.init(nullptr));
