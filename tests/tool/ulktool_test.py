@@ -1,0 +1,186 @@
+"""Runs the command-line companion as scripts do: arguments in, files, output and exit status out.
+
+ulktool_test.py PROGRAM [unittest options]
+"""
+
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = sys.argv.pop(1)
+SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
+COMMANDS = ("render", "check", "info", "convert")
+
+
+def run(*arguments):
+    return subprocess.run([PROGRAM, *map(str, arguments)], capture_output=True, text=True, timeout=60)
+
+
+def png_size(path):
+    data = path.read_bytes()
+    assert data[:8] == b"\x89PNG\r\n\x1a\n"
+    return struct.unpack(">II", data[16:24])
+
+
+class ToolTestCase(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def file(self, name, text):
+        path = self.folder / name
+        path.write_text(text)
+        return path
+
+
+class Render(ToolTestCase):
+    def test_draws_all_four_views_at_the_usual_size(self):
+        picture = self.folder / "cube.png"
+        done = run("render", SAMPLES / "cube.ulk", picture)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+        self.assertEqual(png_size(picture), (1024, 768))
+
+    def test_size_is_that_of_the_picture(self):
+        picture = self.folder / "cube.png"
+        self.assertEqual(run("render", SAMPLES / "cube.ulk", picture, "--size", "321x203").returncode, 0)
+        self.assertEqual(png_size(picture), (321, 203))
+
+    def test_each_view_has_a_picture_of_its_own_in_the_size_asked_for(self):
+        pictures = set()
+        for view in ("perspective", "front", "side", "top"):
+            picture = self.folder / f"{view}.png"
+            done = run("render", "--view", view, "--size", "160x120", SAMPLES / "mixed.ulk", picture)
+            self.assertEqual(done.returncode, 0, done.stderr)
+            self.assertEqual(png_size(picture), (160, 120))
+            pictures.add(picture.read_bytes())
+        self.assertGreaterEqual(len(pictures), 2)
+
+    def test_a_scene_that_does_not_load_leaves_no_picture(self):
+        picture = self.folder / "no.png"
+        scene = self.file("bad.ulk", "begin polygon_surface,1,0\nend\n")
+        done = run("render", scene, picture)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("1: vertex(0) < 1: too few vertex.", done.stderr)
+        self.assertFalse(picture.exists())
+
+    def test_a_picture_that_can_not_be_written_is_a_failure(self):
+        done = run("render", SAMPLES / "cube.ulk", self.folder / "no" / "folder.png")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("could not be written", done.stderr)
+
+    def test_wrong_words_are_wrong_usage(self):
+        for words in ((), ("a.ulk",), ("a.ulk", "b.png", "c"), ("a.ulk", "b.png", "--size"),
+                      ("a.ulk", "b.png", "--size", "0x10"), ("a.ulk", "b.png", "--size", "10"),
+                      ("a.ulk", "b.png", "--size", "10x-1"), ("a.ulk", "b.png", "--size", "10x10x"),
+                      ("a.ulk", "b.png", "--size", "99999x10"), ("a.ulk", "b.png", "--view", "back"),
+                      ("a.ulk", "b.png", "--colour")):
+            self.assertEqual(run("render", *words).returncode, 2, words)
+
+
+class Check(ToolTestCase):
+    def test_good_files_load(self):
+        done = run("check", SAMPLES / "cube.ulk", SAMPLES / "patch.ulk")
+        self.assertEqual(done.returncode, 0)
+        self.assertEqual(done.stdout, f"{SAMPLES}/cube.ulk: loads\n{SAMPLES}/patch.ulk: loads\n")
+
+    def test_one_bad_file_fails_and_its_messages_are_told(self):
+        bad = self.file("bad.ulk", "nonsense\nbegin polygon_surface,1,1\nposition\nend\n")
+        done = run("check", bad, SAMPLES / "cube.ulk")
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stdout.splitlines(), [
+            f"{bad}: unknown line: nonsense",
+            f"{bad}: 2: position parm is not set. position",
+            f"{bad}: 3: vertex(0) < 1: too few vertex.",
+            f"{bad}: 3: element(0) < 1: too few element.",
+            f"{bad}: 3: tangent(0) < 1: too few tangent.",
+            f"{bad}: 3: binormal(0) < 1: too few binormal.",
+            f"{bad}: 3: normal(0) < 1: too few normal.",
+            f"{bad}: does not load",
+            f"{SAMPLES}/cube.ulk: loads"])
+
+    def test_a_missing_file_does_not_load(self):
+        done = run("check", self.folder / "none.ulk")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("none.ulk: file open error.", done.stdout)
+
+    def test_no_file_is_wrong_usage(self):
+        self.assertEqual(run("check").returncode, 2)
+
+
+class Info(ToolTestCase):
+    def test_prints_models_counts_and_boxes(self):
+        triangle = ("begin environment\ncubetex\nend\nbegin polygon_surface,3,4\nposition 0,0,0\nposition 2,0,0\n"
+                    "position 0,1,-1\nelement 0\nelement 1\nelement 2\nelement -1\n"
+                    + "tangent 1,0,0\nbinormal 0,1,0\nnormal 0,0,1\n" * 3 + "end\n")
+        done = run("info", self.file("one.ulk", triangle))
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual(done.stdout.splitlines(), [
+            "models: 1", "model 0: polygon surface", "  mesh: 3 vertices, 4 elements, 1 triangles",
+            "  box: (0, 0, -1) to (2, 1, 0)"])
+
+    def test_tells_nets_and_resolutions(self):
+        done = run("info", SAMPLES / "patch.ulk")
+        self.assertEqual(done.returncode, 0)
+        self.assertIn("nurbs surface, 2 x 2 points, order 2 x 2, resolution", done.stdout)
+
+    def test_tells_the_environment(self):
+        done = run("info", self.file("sky.ulk", "begin environment\ncubetex sky.png\nend\n"))
+        self.assertEqual(done.stdout, "environment: sky.png\nmodels: 0\n")
+
+    def test_a_file_that_does_not_load_is_a_failure(self):
+        self.assertEqual(run("info", self.file("empty.ulk", "")).returncode, 1)
+
+    def test_one_file_is_needed(self):
+        self.assertEqual(run("info").returncode, 2)
+        self.assertEqual(run("info", "a", "b").returncode, 2)
+
+
+class Convert(ToolTestCase):
+    def test_a_second_conversion_changes_nothing(self):
+        first, second = self.folder / "first.ulk", self.folder / "second.ulk"
+        self.assertEqual(run("convert", SAMPLES / "mixed.ulk", first).returncode, 0)
+        self.assertEqual(run("convert", first, second).returncode, 0)
+        self.assertEqual(first.read_bytes(), second.read_bytes())
+        self.assertEqual(run("info", first).stdout, run("info", second).stdout)
+
+    def test_keeps_the_environment(self):
+        out = self.folder / "out.ulk"
+        self.assertEqual(run("convert", self.file("sky.ulk", "begin environment\ncubetex sky.png\nend\n"), out).returncode, 0)
+        self.assertTrue(out.read_text().startswith("begin environment\n"), out.read_text())
+
+    def test_failures_of_either_file(self):
+        done = run("convert", self.folder / "none.ulk", self.folder / "out.ulk")
+        self.assertEqual(done.returncode, 1)
+        self.assertFalse((self.folder / "out.ulk").exists())
+        done = run("convert", SAMPLES / "cube.ulk", "/dev/full")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("/dev/full: could not be written", done.stderr)
+
+    def test_two_files_are_needed(self):
+        self.assertEqual(run("convert", "a.ulk").returncode, 2)
+
+
+class Usage(ToolTestCase):
+    def test_help_and_version_on_every_command(self):
+        version = run("--version").stdout
+        self.assertRegex(version, r"^ulktool \d+\.\d+\.\d+\n$")
+        for command in COMMANDS:
+            helped = run(command, "--help")
+            self.assertEqual(helped.returncode, 0)
+            self.assertTrue(helped.stdout.startswith(f"ulktool {command} "), helped.stdout)
+            self.assertEqual(run(command, "--version").stdout, version)
+            self.assertIn(f"ulktool {command} ", run("--help").stdout)
+
+    def test_no_command_and_unknown_commands_are_wrong_usage(self):
+        self.assertEqual(run().returncode, 2)
+        done = run("paint")
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("unknown command: paint", done.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
