@@ -1,7 +1,10 @@
 #include "model/memory_budget.h"
 
+#include <sys/resource.h>
 #include <sys/sysinfo.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <limits>
@@ -42,6 +45,20 @@ std::optional<std::uint64_t> free_memory() {
     return saturating_product(saturating_sum(info.freeram, info.bufferram), info.mem_unit);
 }
 
+/// What the process may still map under its own limit (`ulimit -v`). Drivers do not expect to meet it.
+std::uint64_t address_space_left() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
+        return most;
+    std::string statm;
+    std::getline(std::ifstream("/proc/self/statm"), statm);
+    std::uint64_t mapped_pages = 0;
+    std::from_chars(statm.data(), statm.data() + statm.size(), mapped_pages);
+    const std::uint64_t mapped =
+        saturating_product(mapped_pages, static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
+    return limit.rlim_cur - std::min<std::uint64_t>(mapped, limit.rlim_cur);
+}
+
 }  // namespace
 
 std::uint64_t saturating_product(std::uint64_t a, std::uint64_t b) {
@@ -58,7 +75,7 @@ std::uint64_t memory_budget() {
     auto available = available_by_kernel();
     if (!available)
         available = free_memory();
-    return available.value_or(most) / 2;
+    return std::min(available.value_or(most), address_space_left()) / 2;
 }
 
 bool fits_into_memory(std::uint64_t bytes) {

@@ -9,8 +9,9 @@ namespace ulk3d {
 std::uint64_t saturating_product(std::uint64_t a, std::uint64_t b);
 std::uint64_t saturating_sum(std::uint64_t a, std::uint64_t b);
 
-/// Bytes that one model may take up now: half of the memory that the system can give without swapping. The
-/// other half is for what comes with it: the driver's copies, the model's pictures, the scene that is open.
+/// Bytes that one model may take up now: half of the memory that the system can give without swapping, and
+/// that the process may take under its limit of address space. The other half is for what comes with it: the
+/// driver's copies, the model's pictures, the scene that is open.
 std::uint64_t memory_budget();
 
 /// True when `bytes` are within `memory_budget`. Asked before an allocation whose size comes from outside:

@@ -1,8 +1,11 @@
 #include "model/memory_budget.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/sysinfo.h>
+#include <unistd.h>
 
+#include <fstream>
 #include <limits>
 
 namespace {
@@ -30,6 +33,23 @@ TEST(MemoryBudget, IsAboveNothingAndAtMostHalfOfTheMachine) {
     const std::uint64_t total = std::uint64_t{info.totalram} * info.mem_unit;
     EXPECT_GT(memory_budget(), 0U);
     EXPECT_LE(memory_budget(), total / 2);
+}
+
+/// A driver that runs out of its process's address space crashes where we can not tell of it.
+TEST(MemoryBudget, IsHalfOfTheAddressSpaceThatIsLeft) {
+    constexpr std::uint64_t spare = std::uint64_t{64} << 20;
+    std::uint64_t mapped_pages = 0;
+    std::ifstream("/proc/self/statm") >> mapped_pages;
+    rlimit unlimited{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &unlimited), 0);
+    rlimit limited = unlimited;
+    limited.rlim_cur = mapped_pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)) + spare;
+
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
+    const std::uint64_t budget = memory_budget();
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &unlimited), 0);
+    EXPECT_LE(budget, spare / 2);
+    EXPECT_GT(budget, spare / 4);
 }
 
 TEST(MemoryBudget, SmallSizesFitAndAbsurdOnesDoNot) {
