@@ -24,8 +24,8 @@ class polygon_t : public modeling_t {
     polygon_t() = default;
     ~polygon_t() override = default;
 
-    /// Makes the model one of `vertex_count` vertices and `element_count` indices with undefined contents and
-    /// all points unselected; `selectpolygons` stays. Counts of 0 are legal.
+    /// Makes the model one of `vertex_count` vertices and `element_count` indices, zero vertices and frames
+    /// and only restart marks, with all points unselected; `selectpolygons` stays. Counts of 0 are legal.
     ///
     /// False, after a line on the standard error stream that names the array ("vertices.allocate() failed.",
     /// and so on; none for the point sizes and the feedback buffers), when one of them can not be allocated:
@@ -33,8 +33,9 @@ class polygon_t : public modeling_t {
     /// memory (model/memory_budget.h) fail so before anything is touched.
     [[nodiscard]] bool allocate(std::uint64_t vertex_count, std::uint64_t element_count);
 
-    /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected, the
-    /// contents of new vertices and elements undefined. Every edit of the mesh calls it after writing.
+    /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected. What
+    /// this call adds is zero vertices and restart marks; what its array was extended by before, for an edit
+    /// to write there, stays as written. Every edit of the mesh calls it after writing.
     /// Failures as in `allocate`, also for negative counts and before the first `allocate`.
     [[nodiscard]] bool extend(std::int64_t vertex_count, std::int64_t element_count);
 

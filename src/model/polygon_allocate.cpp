@@ -91,12 +91,18 @@ bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, 
     return selection.allocate(selection_words * vertex_count) && normal.allocate(frame_words * vertex_count);
 }
 
-void mark_tail(const element_array_t& indices, std::int64_t from) {
-    if (from >= indices.element_count())
+/// What stands in a new buffer, or in the new part of one, is undefined: it is neither shown nor saved.
+template <class Record, class Buffer>
+void fill_tail(const Buffer& buffer, std::int64_t from, const Record& record) {
+    if (from >= buffer.element_count())
         return;
-    const index_span all(indices);
+    const mapped_span<Record, Buffer> all(buffer);
     const std::size_t first = std::min(static_cast<std::size_t>(from), all.size());
-    std::ranges::fill(all.span().subspan(first), restart_mark);
+    std::ranges::fill(all.span().subspan(first), record);
+}
+
+void mark_tail(const element_array_t& indices, std::int64_t from) {
+    fill_tail(indices, from, restart_mark);
 }
 
 struct array_messages_t {
@@ -171,6 +177,9 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
     mark_tail(selectelems, 0);
 
     grCheckError("polygon_t::allocate(7)");
+    fill_tail(vertices, 0, vertex_t{});
+    fill_tail(normals, 0, frame_t{});
+    mark_tail(elements, 0);
     afterload(nullptr);
     grCheckError("polygon_t::allocate(end)");
     return true;
@@ -184,6 +193,9 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
                           4))
         return fail(refusal);
 
+    const std::int64_t old_vertices = vertices.element_count();
+    const std::int64_t old_normals = normals.element_count();
+    const std::int64_t old_elements = elements.element_count();
     grCheckError("polygon_t::extend(start)");
     if (!extend_array(vertices, vertex_count))
         return fail(extend_messages.vertices);
@@ -214,6 +226,9 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
         return fail(extend_messages.selectelems);
     mark_tail(selectelems, old_selects);
 
+    fill_tail(vertices, old_vertices, vertex_t{});
+    fill_tail(normals, old_normals, frame_t{});
+    mark_tail(elements, old_elements);
     afterload(nullptr);
     grCheckError("polygon_t::extend(end)");
     return true;

@@ -11,6 +11,7 @@
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
+#include "support/poisoned_stores.h"
 #include "support/polygon_builder.h"
 
 namespace {
@@ -94,6 +95,16 @@ TEST_F(PolygonAllocate, ArraysShareTheElementLists) {
     EXPECT_TRUE(is_same_list(polygon.normals.element_list(), frame_elements()));
     EXPECT_TRUE(is_same_list(polygon.wknmls.element_list(), work_frame_elements()));
     EXPECT_TRUE(is_same_list(polygon.pointsizes.element_list(), size_elements()));
+}
+
+TEST_F(PolygonAllocate, VerticesAreZeroAndElementsMarks) {
+    const ulk_test::poisoned_stores poison;
+    polygon_t polygon;
+    ASSERT_TRUE(polygon.allocate(2, 4));
+    EXPECT_EQ(ulk_test::vertices_of(polygon), (std::vector<vertex_t>(2)));
+    EXPECT_EQ(ulk_test::frames_of(polygon), (std::vector<frame_t>(2)));
+    EXPECT_EQ(ulk_test::elements_of(polygon), (std::vector<std::uint32_t>(4, ulk_test::mark)));
+    EXPECT_EQ(polygon.polyidvector[0].position, ulk_test::mark);
 }
 
 TEST_F(PolygonAllocate, NoPointAndNoPolygonIsSelected) {

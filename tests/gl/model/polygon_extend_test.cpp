@@ -8,6 +8,7 @@
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
+#include "support/poisoned_stores.h"
 #include "support/polygon_builder.h"
 
 namespace {
@@ -62,6 +63,37 @@ TEST_F(PolygonExtend, GrowingKeepsTheContents) {
     EXPECT_EQ(ulk_test::elements_of(polygon), (std::vector<std::uint32_t>{0, 1, 2, 3}));
     const array_span<work_frame_t> work(polygon.wknmls);
     EXPECT_EQ(work[3].fourth, (dir3{7, 8, 9}));
+}
+
+TEST_F(PolygonExtend, NewVerticesAreZeroAndNewElementsMarks) {
+    const ulk_test::poisoned_stores poison;
+    ASSERT_TRUE(polygon.extend(40, 40));
+    EXPECT_EQ(vertices_of(polygon)[4], vertex_t{});
+    EXPECT_EQ(vertices_of(polygon)[39], vertex_t{});
+    EXPECT_EQ(frames_of(polygon)[4], frame_t{});
+    EXPECT_EQ(frames_of(polygon)[39], frame_t{});
+    EXPECT_EQ(ulk_test::elements_of(polygon)[4], ulk_test::mark);
+    EXPECT_EQ(ulk_test::elements_of(polygon)[39], ulk_test::mark);
+}
+
+TEST_F(PolygonExtend, WhatAnEditHasWrittenStays) {
+    ASSERT_TRUE(polygon.vertices.extend(5));
+    ASSERT_TRUE(polygon.normals.extend(5));
+    ASSERT_TRUE(polygon.elements.extend(5));
+    const vertex_t vertex = ulk_test::vertex_at(7, 8, 9);
+    const frame_t frame{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    {
+        const array_span<vertex_t> vertices(polygon.vertices);
+        const array_span<frame_t> frames(polygon.normals);
+        const index_span elements(polygon.elements);
+        vertices[4] = vertex;
+        frames[4] = frame;
+        elements[4] = 4;
+    }
+    ASSERT_TRUE(polygon.extend(5, 5));
+    EXPECT_EQ(vertices_of(polygon)[4], vertex);
+    EXPECT_EQ(frames_of(polygon)[4], frame);
+    EXPECT_EQ(ulk_test::elements_of(polygon)[4], 4U);
 }
 
 TEST_F(PolygonExtend, GrowingElementsKeepsTheStrips) {
