@@ -4,6 +4,7 @@
 #include <list>
 #include <memory>
 
+#include "model/edit_history.h"
 #include "model/environment.h"
 #include "model/nurbs.h"
 #include "model/polygon.h"
@@ -26,6 +27,7 @@ struct model_entry_t {
     texture_t texture;
     polygon_t polygon;  ///< the mesh; for a NURBS model the tessellated surface
     nurbs_t nurbs;      ///< writes into `texture` and `polygon`; empty in a polygon model
+    edit_history_t history;
 };
 
 /// The model of an entry, by its kind; null for a kind that does not exist.

@@ -1,0 +1,209 @@
+#include "model/edit_history.h"
+
+#include <algorithm>
+#include <iostream>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "model/mapped_span.h"
+#include "model/math/matrices.h"
+#include "model/math/vectors.h"
+#include "model/modeling.h"
+
+namespace ulk3d {
+namespace {
+
+/// A model's array, null where there is none.
+template <class Model>
+auto array_of(Model& model, std::uint64_t array) {
+    return array <= std::numeric_limits<std::uint32_t>::max() ? model.array(static_cast<std::uint32_t>(array))
+                                                              : nullptr;
+}
+
+/// One member of the records of an array, mapped while this lives. Float is const for reading.
+template <class Float>
+class mapped_member_t {
+  public:
+    template <class Array>
+    mapped_member_t(Array* array, std::uint64_t member) {
+        if (array == nullptr)
+            return;
+        const auto elements = elements_of(array->element_list());
+        if (member < elements.size())
+            kind = elements[member].type;
+        offset = word_offset_of(array->element_list(), member);
+        stride = array->vertex_stride();
+        words.emplace(*array);
+    }
+
+    /// Floats that make up the member's value: 3 or 4, none for a kind that is not handled.
+    std::uint32_t components() const {
+        if (kind == e_type_t::Position || kind == e_type_t::Normal)
+            return 3;
+        return kind == e_type_t::RGBA ? 4 : 0;
+    }
+
+    /// True, after a line that begins with `what`, when the member is of a kind that is not handled.
+    bool is_reported_unhandled(const char* what) const {
+        if (kind && components() == 0)
+            std::cerr << what << " (" << std::to_string(static_cast<std::uint32_t>(*kind))
+                      << ") not handled.\n";
+        return components() == 0;
+    }
+
+    bool has_record(std::uint64_t index) const {
+        return words && stride != 0 && index < words->size() / stride;
+    }
+
+    /// The first float of the member in the record at `index`; null unless `count` of them lie in the record.
+    Float* at(std::uint64_t index, std::uint32_t count) const {
+        if (!has_record(index) || offset + count > stride)
+            return nullptr;
+        return &(*words)[index * stride + offset];
+    }
+
+  private:
+    std::optional<e_type_t> kind;
+    std::uint32_t offset = 0;
+    std::uint32_t stride = 0;
+    std::optional<array_span<Float>> words;
+};
+
+/// Tells the model of the points that it has.
+void tell_changed(modeling_t& model, const edit_t& edit) {
+    const array_t* const array = array_of(model, edit.array);
+    if (array == nullptr)
+        return;
+    const auto count = static_cast<std::uint64_t>(array->element_count());
+    for (const edit_point_t& point : edit.points)
+        if (point.index < count)
+            model.elementchanged(static_cast<std::uint32_t>(edit.array), point.index);
+}
+
+/// Exchanges the recorded values with those of the array. Returns whether there are any.
+bool exchange(edit_t& edit, modeling_t& model) {
+    if (edit.points.empty())
+        return false;
+    {
+        const mapped_member_t<float> member(array_of(model, edit.array), edit.member);
+        const std::uint32_t count = member.components();
+        for (edit_point_t& point : edit.points) {
+            if (member.is_reported_unhandled("element_t::e_type_t"))
+                continue;
+            float* const present = member.at(point.index, count);
+            if (present == nullptr)
+                continue;
+            std::swap(point.value.x, present[0]);
+            std::swap(point.value.y, present[1]);
+            std::swap(point.value.z, present[2]);
+            if (count == 4)
+                std::swap(point.value.w, present[3]);
+        }
+    }
+    tell_changed(model, edit);
+    return true;
+}
+
+/// True when x, y or z of a recorded value is no longer what stands in the array.
+bool differs(const edit_t& edit, const modeling_t& model) {
+    if (edit.points.empty())
+        return false;
+    const mapped_member_t<const float> member(array_of(model, edit.array), edit.member);
+    return std::ranges::any_of(edit.points, [&member](const edit_point_t& point) {
+        const float* const present = member.at(point.index, 3);
+        return present != nullptr && !f_eq(pos3{point.value.x, point.value.y, point.value.z},
+                                           pos3{present[0], present[1], present[2]});
+    });
+}
+
+}  // namespace
+
+void edit_history_t::open(std::uint64_t array, std::uint64_t member, const modeling_t& model) {
+    edit_t& edit = undos.emplace_back();
+    edit.array = array;
+    edit.member = member;
+
+    const std::vector<bool>& selection = model.selection;
+    edit.points.reserve(static_cast<std::size_t>(std::ranges::count(selection, true)));
+    const mapped_member_t<const float> values(array_of(model, array), member);
+    const std::uint32_t count = values.components();
+    for (std::size_t i = 0; i < selection.size(); ++i) {
+        if (!selection[i] || !values.has_record(i))
+            continue;
+        edit_point_t& point = edit.points.emplace_back();
+        point.index = i;
+        if (values.is_reported_unhandled("element.type"))
+            continue;
+        if (const float* const present = values.at(i, count))
+            point.value = {present[0], present[1], present[2], count == 4 ? present[3] : 0};
+    }
+}
+
+void edit_history_t::push(edit_t edit) {
+    undos.push_back(std::move(edit));
+}
+
+float edit_history_t::depth(const mtx3w& modelview, const mtx3w& projection) const {
+    if (undos.empty() || undos.back().points.empty())
+        return 0;
+    const vec3w& value = undos.back().points.front().value;
+    const pos3 seen = transform_point({value.x, value.y, value.z}, modelview);
+    return dehomogenize(vec_times_mtx(homogenize(seen), projection)).z;
+}
+
+bool edit_history_t::move(modeling_t& model, const pos3& delta) {
+    if (undos.empty() || undos.back().points.empty())
+        return false;
+    const edit_t& edit = undos.back();
+    {
+        const mapped_member_t<float> member(array_of(model, edit.array), edit.member);
+        for (const auto& [value, index] : edit.points) {
+            float* const present = member.at(index, 3);
+            if (present == nullptr)
+                continue;
+            present[0] = value.x + delta.x;
+            present[1] = value.y + delta.y;
+            present[2] = value.z + delta.z;
+        }
+    }
+    tell_changed(model, edit);
+    return true;
+}
+
+bool edit_history_t::wheel(modeling_t& model, std::int32_t delta) {
+    return move(model, {0, 0, static_cast<float>(-std::int64_t{delta}) * 0.5F});
+}
+
+bool edit_history_t::close(const modeling_t& model) {
+    if (undos.empty())
+        return false;
+    if (differs(undos.back(), model))
+        return true;
+    undos.pop_back();
+    return false;
+}
+
+bool edit_history_t::undo(modeling_t& model) {
+    return exchange_last(undos, redos, model);
+}
+
+bool edit_history_t::redo(modeling_t& model) {
+    return exchange_last(redos, undos, model);
+}
+
+bool edit_history_t::exchange_last(std::list<edit_t>& from, std::list<edit_t>& to, modeling_t& model) {
+    if (from.empty())
+        return false;
+    const bool has_points = exchange(from.back(), model);
+    to.splice(to.end(), from, std::prev(from.end()));
+    return has_points;
+}
+
+void edit_history_t::clear() {
+    undos.clear();
+    redos.clear();
+}
+
+}  // namespace ulk3d
