@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <string>
 
 #include "gltextures/gr_check_error.h"
 #include "model/environment.h"
@@ -47,12 +46,6 @@ constexpr uniform_row_t uniform_rows[] = {
     {"ColorFactor", &surface_uniforms_t::ColorFactor},
     {"MercatorSphere", &surface_uniforms_t::MercatorSphere},
 };
-
-void compile_or_end(shader_t& shader, GLenum type, const shader_source_t& source, const char* base_directory,
-                    const char* words) {
-    if (!compile_source(shader, type, source, base_directory))
-        end_without_program(std::string(source.name) + words, shader.compile_log());
-}
 
 constexpr GLint sampler_value(map_unit_t unit) {
     return static_cast<GLint>(unit);

@@ -17,6 +17,12 @@ bool compile_source(shader_t& shader, std::uint32_t type, const shader_source_t&
     return shader.allocate(type, source.text, static_cast<GLint>(std::strlen(source.text)));
 }
 
+void compile_or_end(shader_t& shader, std::uint32_t type, const shader_source_t& source,
+                    const char* base_directory, const char* words) {
+    if (!compile_source(shader, type, source, base_directory))
+        end_without_program(std::string(source.name) + words, shader.compile_log());
+}
+
 void end_without_program(const std::string& words, const std::string& log) {
     std::cerr << words << std::endl;
     if (!log.empty())
