@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/trackball.h"
 #include "app/view_layout.h"
 #include "model/math/matrices.h"
 #include "model/math/records.h"
-#include "model/math/rotations.h"
 
 namespace ulk3d {
 
@@ -11,13 +11,6 @@ namespace ulk3d {
 struct matrix_pair_t {
     mtx3w matrix = mtx_identity;
     mtx3w inverse = mtx_identity;
-};
-
-/// Where the perspective view looks from. The inverse rotation is a record of its own, never derived.
-struct trackball_t {
-    rot3 rotation = rot3_identity;
-    rot3 rotation_inverse = rot3_identity;
-    dir3 translation{0, 0, -7};
 };
 
 /// The cameras of the four views: a trackball for the perspective view, and one scale-and-pan matrix, `fit`,

@@ -11,6 +11,7 @@ namespace ulk3d {
 
 namespace {
 
+constexpr float empty_scene_distance = 7;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 
 struct box_t {
@@ -100,7 +101,7 @@ float distance_to(const model_list_t& models, const camera_t& camera, const dir3
             add_points<vertex_t>(extremes, entry->polygon.vertices, projecting);
     }
     if (!extremes.has_points())
-        return trackball_t{}.translation.z;
+        return -empty_scene_distance;
 
     const mtx3w unprojecting = camera.perspective.inverse * translation(centre_and_back);
     const pos3 p = dehomogenize(vec_times_mtx(homogenize(extremes.furthest()), unprojecting));
@@ -112,9 +113,11 @@ float distance_to(const model_list_t& models, const camera_t& camera, const dir3
 void reset_view(camera_t& camera, const model_list_t& models) {
     camera.fit = {};
     camera.view = {};
-    camera.trackball = {};
-    if (models.empty())
+    camera.trackball.reset();
+    if (models.empty()) {
+        camera.trackball.translation.z -= empty_scene_distance;
         return;
+    }
 
     const box_t box = scene_box(models);
     const dir3 size{roomy(box.low.x, box.high.x), roomy(box.low.y, box.high.y), roomy(box.low.z, box.high.z)};

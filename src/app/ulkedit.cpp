@@ -18,10 +18,6 @@ using libgr::grCheckError;
 
 namespace {
 
-void set_viewport(const viewport_t& area) {
-    glViewport(area.x, area.y, area.width, area.height);
-}
-
 /// A fold pick after the model at `removed` has gone.
 void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
     if (pick.model == no_index)
@@ -34,8 +30,9 @@ void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
 
 }  // namespace
 
-ulkedit_t::ulkedit_t(const char* argv0)
-    : program_dir(program_directory(argv0)), current(scene_models.end()) {}
+ulkedit_t::ulkedit_t(const char* argv0) : program_dir(program_directory(argv0)), current(scene_models.end()) {
+    connect_operations();
+}
 
 void ulkedit_t::init() {
     require_gl33();
@@ -50,8 +47,11 @@ void ulkedit_t::init() {
     glEnable(GL_PROGRAM_POINT_SIZE);
     grCheckError("ulkedit_t::init() after GL inited.");
 
-    // The only failure that returns prints its line itself; the program goes on without tangent frames then.
+    // The failures that return print their line themselves; the program goes on without what they make.
     static_cast<void>(glpolygon.init(program_dir.c_str()));
+    static_cast<void>(glnurbs.init(program_dir.c_str()));
+    grid_t::init(program_dir.c_str());
+    static_cast<void>(line_overlay.init(program_dir.c_str()));
 
     grCheckError("ulkedit_t::init4");
     reset_view(cameras, scene_models);
@@ -61,9 +61,10 @@ void ulkedit_t::init() {
 void ulkedit_t::reshape(int width, int height) {
     areas.resize(width, height);
     cameras.update_ortho(areas);
+    axis_grids.set_size(static_cast<float>(areas.half_width), static_cast<float>(areas.half_height));
     cameras.update_perspective(areas);
     if (gl_is_loaded)
-        cameras.update_ortho_views();
+        update_ortho_views();
     grCheckError("ulkedit_t::reshape(end)");
 }
 
@@ -82,10 +83,8 @@ bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
     select_model(first_new);
 
     grCheckError("ulkedit_t::file_open(1)");
-    cameras.update_perspective(areas);
-    reset_view(cameras, scene_models);
-    cameras.update_ortho_views();
-    cameras.update_view();
+    fit_scene();
+    clear_undo();
     grCheckError("ulkedit_t::file_open(3)");
     return true;
 }
@@ -115,6 +114,7 @@ void ulkedit_t::delete_current() {
         return;
     for (fold_pick_t& pick : fold_picks)
         follow_removal(pick, index_of_current);
+    clear_undo();
     scene_models.erase(current);
     // Of an empty list the last index is all ones here, which the selection turns into 0.
     select_model(std::min<std::uint64_t>(index_of_current, scene_models.size() - 1));
@@ -131,47 +131,6 @@ model_entry_t* ulkedit_t::current_model() {
 
 const model_entry_t* ulkedit_t::current_model() const {
     return current == scene_models.end() ? nullptr : current->get();
-}
-
-void ulkedit_t::display() {
-    grCheckError("ulkedit_t::display(0)");
-    glViewport(0, 0, areas.width, areas.height);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-
-    for (const auto& entry : scene_models) {
-        draw_surface(*entry);
-        visit_point_views();
-    }
-
-    grCheckError("ulkedit_t::display(11)");
-    set_viewport(areas.perspective());
-    grCheckError("ulkedit_t::display(12)");
-    grCheckError("ulkedit_t::display(end)");
-}
-
-void ulkedit_t::draw_surface(model_entry_t& entry) {
-    set_viewport(areas.perspective());
-    grCheckError("ulkedit_t::display(1)");
-    // Depth counts between surfaces only, so that whatever comes after lies over them.
-    glEnable(GL_DEPTH_TEST);
-    const surface_view_t surface_view{Globalview,           cameras.view.matrix,
-                                      cameras.view.inverse, cameras.perspective.matrix,
-                                      LightPosition,        Shininess};
-    constexpr bool skybox = false;
-    if (entry.kind == kind_polygon)
-        glpolygon.drawselect(scene_environment, skybox, entry.texture, entry.polygon, surface_view);
-    glpolygon.drawsolid(scene_environment, skybox, entry.texture, entry.polygon, surface_view);
-    grCheckError("ulkedit_t::display(7)");
-    glDisable(GL_DEPTH_TEST);
-}
-
-void ulkedit_t::visit_point_views() {
-    grCheckError("ulkedit_t::display(8)");
-    set_viewport(areas.front());
-    grCheckError("ulkedit_t::display(9)");
-    set_viewport(areas.side());
-    grCheckError("ulkedit_t::display(10)");
-    set_viewport(areas.top());
 }
 
 }  // namespace ulk3d
