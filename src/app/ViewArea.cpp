@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <gdk/gdkkeysyms.h>
+
 #include <cstdlib>
 #include <iostream>
 
@@ -70,10 +72,14 @@ void ViewArea::on_resize(int width, int height) {
     ulkedit.reshape(width, height);
 }
 
-bool ViewArea::open_file(const std::string& name, std::ostream& errors) {
+void ViewArea::make_input_current() {
     make_current();
-    // The frame pass draws, which needs a complete framebuffer outside of a frame too.
+    // Picks and the frame pass draw, which needs a complete framebuffer outside of a frame too.
     attach_buffers();
+}
+
+bool ViewArea::open_file(const std::string& name, std::ostream& errors) {
+    make_input_current();
     const bool opened = ulkedit.file_open(name.c_str(), errors);
     redraw();
     return opened;
@@ -115,6 +121,134 @@ void ViewArea::delete_current() {
     make_current();
     ulkedit.delete_current();
     redraw();
+}
+
+void ViewArea::set_control_points(bool on) {
+    make_current();
+    ulkedit.set_control_points(on);
+    redraw();
+}
+
+void ViewArea::set_grid(bool on) {
+    make_current();
+    ulkedit.set_grid(on);
+    redraw();
+}
+
+void ViewArea::set_grid_step(double step) {
+    make_current();
+    ulkedit.set_grid_step(step);
+    redraw();
+}
+
+void ViewArea::set_fold_angle(double degrees) {
+    make_current();
+    ulkedit.set_fold_angle(degrees);
+    redraw();
+}
+
+void ViewArea::set_selection_mode() {
+    set_mode(operation_mode_t::selection);
+}
+
+void ViewArea::set_punish_mode() {
+    set_mode(operation_mode_t::punish);
+}
+
+void ViewArea::set_clipping_mode() {
+    set_mode(operation_mode_t::clipping);
+}
+
+void ViewArea::set_folding_mode() {
+    set_mode(operation_mode_t::folding);
+}
+
+void ViewArea::set_mode(operation_mode_t mode) {
+    make_current();
+    ulkedit.set_mode(mode);
+    redraw();
+}
+
+bool ViewArea::fold() {
+    make_current();
+    const bool folded = ulkedit.fold();
+    redraw();
+    return folded;
+}
+
+bool ViewArea::redraw_if(bool needed) {
+    if (needed)
+        redraw();
+    return needed;
+}
+
+ViewArea::device_position_t ViewArea::device_position(double x, double y) const {
+    const int scale = get_scale_factor();
+    return {static_cast<int>(x * scale), static_cast<int>(y * scale)};
+}
+
+bool ViewArea::on_button_press_event(GdkEventButton* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    const std::uint32_t button = event->button - 1;
+    return redraw_if(event->type == GDK_2BUTTON_PRESS ? ulkedit.double_click(button, x, y)
+                                                      : ulkedit.mouse_button(button, false, x, y));
+}
+
+bool ViewArea::on_button_release_event(GdkEventButton* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    return redraw_if(ulkedit.mouse_button(event->button - 1, true, x, y));
+}
+
+bool ViewArea::on_motion_notify_event(GdkEventMotion* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    return redraw_if(ulkedit.mouse_motion(x, y));
+}
+
+bool ViewArea::on_scroll_event(GdkEventScroll* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    const int delta = event->direction == GDK_SCROLL_UP ? 1 : event->direction == GDK_SCROLL_DOWN ? -1 : 0;
+    return redraw_if(ulkedit.mouse_wheel(delta, x, y));
+}
+
+namespace {
+
+/// The modifier state that a key stands for, modifier_none for other keys.
+std::uint32_t modifier_of(guint keyval) {
+    switch (keyval) {
+        case GDK_KEY_Shift_L:
+        case GDK_KEY_Shift_R:
+            return modifier_shift;
+        case GDK_KEY_Control_L:
+        case GDK_KEY_Control_R:
+            return modifier_ctrl;
+        case GDK_KEY_Alt_L:
+        case GDK_KEY_Alt_R:
+            return modifier_alt;
+        default:
+            return modifier_none;
+    }
+}
+
+}  // namespace
+
+bool ViewArea::key_press(const GdkEventKey& event) {
+    make_input_current();
+    const std::uint32_t modifier = modifier_of(event.keyval);
+    return redraw_if(modifier == modifier_none ? ulkedit.key_command(event.keyval)
+                                               : ulkedit.press_modifier(modifier));
+}
+
+bool ViewArea::key_release(const GdkEventKey& event) {
+    make_input_current();
+    const std::uint32_t modifier = modifier_of(event.keyval);
+    if (modifier != modifier_none)
+        return redraw_if(ulkedit.release_modifier(modifier));
+    ulkedit.key_released(event.keyval);
+    return false;
 }
 
 }  // namespace ulk3d

@@ -15,6 +15,8 @@ ViewWindow::ViewWindow(const char* argv0)
     menubar.build();
     menubar.set_dialog_menu(true, kind_polygon);
     vbox.pack_start(menubar, Gtk::PACK_SHRINK);
+    iconbuttons.build(*this);
+    vbox.pack_start(iconbuttons, Gtk::PACK_SHRINK);
     vbox.pack_start(viewarea, Gtk::PACK_EXPAND_WIDGET);
     add(vbox);
     show_all_children(true);
@@ -58,6 +60,19 @@ void ViewWindow::on_maximize() {
     else
         maximize();
     maximized_on = !maximized_on;
+}
+
+void ViewWindow::on_fold_execute() {
+    if (!viewarea.fold())
+        show_error("折り畳みに失敗しました.\n折目頂点を選択していないものと思われます.", "折り畳みエラー");
+}
+
+bool ViewWindow::on_key_press_event(GdkEventKey* event) {
+    return Gtk::Window::on_key_press_event(event) || viewarea.key_press(*event);
+}
+
+bool ViewWindow::on_key_release_event(GdkEventKey* event) {
+    return Gtk::Window::on_key_release_event(event) || viewarea.key_release(*event);
 }
 
 void ViewWindow::set_file_title(const std::string& path) {

@@ -7,11 +7,12 @@
 #include <string>
 
 #include "app/ViewArea.h"
+#include "app/ViewIconButtons.h"
 #include "app/ViewMenuBar.h"
 
 namespace ulk3d {
 
-/// The main window: menu bar and view area, and every command that needs a dialog.
+/// The main window: menu bar, toolbar row and view area, and every command that needs a dialog.
 ///
 /// It owns no model. The menu bar's shadow of the model list is kept in step here, by each command that
 /// changes the scene's list.
@@ -31,9 +32,17 @@ class ViewWindow : public Gtk::Window {
     void on_select_model(std::uint64_t index);
     void on_fullscreen();
     void on_maximize();
+    void on_fold_execute();  ///< the toolbar's fold button
 
     /// Puts the file name of a path, and the program's, into the window title.
     void set_file_title(const std::string& path);
+
+    ViewArea& area() { return viewarea; }
+
+  protected:
+    /// A key that no widget takes goes to the view.
+    bool on_key_press_event(GdkEventKey* event) override;
+    bool on_key_release_event(GdkEventKey* event) override;
 
   private:
     /// The title of the current model, or the program's alone when there is none.
@@ -47,6 +56,7 @@ class ViewWindow : public Gtk::Window {
     bool maximized_on = false;
     Gtk::VBox vbox{false, 0};
     ViewMenuBar menubar;
+    ViewIconButtons iconbuttons;
     ViewArea viewarea;
 };
 
