@@ -176,6 +176,13 @@ bool ViewArea::fold() {
     return folded;
 }
 
+void ViewArea::cut_current() {
+    make_current();
+    ulkedit.cut_current();
+    redraw();
+    error_bell();
+}
+
 bool ViewArea::redraw_if(bool needed) {
     if (needed)
         redraw();

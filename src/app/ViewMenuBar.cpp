@@ -22,7 +22,7 @@ void ViewMenuBar::build() {
                      {"Add _Nurbs", nullptr},
                      {"_Delete current Model", &ViewWindow::on_delete_model},
                      {"Polygoni_ze", &ViewWindow::on_polygonize},
-                     {"_Cut the Model", nullptr}});
+                     {"_Cut the Model", &ViewWindow::on_cut_model}});
     select_model_item.set_submenu(model_menu);
     edit_menu.append(select_model_item);
     fill(nurbs_dialog_menu, {{"Env_ironmentDialog", nullptr},

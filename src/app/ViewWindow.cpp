@@ -62,6 +62,14 @@ void ViewWindow::on_maximize() {
     maximized_on = !maximized_on;
 }
 
+void ViewWindow::on_cut_model() {
+    viewarea.cut_current();
+    Gtk::MessageDialog dialog(*this, "ポリゴンの自動カットが終了しました。", false, Gtk::MESSAGE_INFO,
+                              Gtk::BUTTONS_OK, true);
+    dialog.set_title("ポリゴン編集");
+    dialog.run();
+}
+
 void ViewWindow::on_fold_execute() {
     if (!viewarea.fold())
         show_error("折り畳みに失敗しました.\n折目頂点を選択していないものと思われます.", "折り畳みエラー");

@@ -32,6 +32,7 @@ class ViewWindow : public Gtk::Window {
     void on_select_model(std::uint64_t index);
     void on_fullscreen();
     void on_maximize();
+    void on_cut_model();
     void on_fold_execute();  ///< the toolbar's fold button
 
     /// Puts the file name of a path, and the program's, into the window title.

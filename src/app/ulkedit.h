@@ -120,9 +120,12 @@ class ulkedit_t {
     /// The release of any other key.
     void key_released(std::uint32_t keyval);
 
-    /// Folds the marked polygons of all polygon models about the axis. False when nothing was folded, which
-    /// is always so: folding itself is yet to come.
-    bool fold();
+    /// Folds the marked polygons of all polygon models about the axis, which is yet to come: false, as for an
+    /// axis that was not picked.
+    bool fold() { return false; }
+    /// Subtracts the current polygon model from all others, which is yet to come: it clears the edit history
+    /// so far.
+    void cut_current();
 
     fold_pick_t fold_picks[2];  ///< the two ends of the fold axis
     bool crosshair_on = false;  ///< bands across the perspective view at the cursor; no command sets it

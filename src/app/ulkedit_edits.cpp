@@ -114,11 +114,11 @@ bool ulkedit_t::redo() {
     return true;
 }
 
-bool ulkedit_t::fold() {
-    const auto ends = fold_positions();
-    if (!ends || f_eq(ends->first, ends->second))
-        return false;
-    return false;
+void ulkedit_t::cut_current() {
+    const model_entry_t* const cutter = current_model();
+    if (cutter == nullptr || cutter->kind != kind_polygon)
+        return;
+    clear_undo();
 }
 
 void ulkedit_t::clear_undo() {
