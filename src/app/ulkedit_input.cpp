@@ -207,6 +207,8 @@ void ulkedit_t::print_models() const {
         const polygon_t& polygon = entry->polygon;
         std::cout << "vertices: " << polygon.vertex_count() << "\nelements: " << polygon.element_count()
                   << '\n';
+        if (polygon.element_count() == 0)
+            continue;
         const array_span<const vertex_t> vertices(polygon.vertices);
         const const_index_span elements(polygon.elements);
         for (std::size_t i = 0; i < elements.size(); ++i)
