@@ -158,6 +158,7 @@ class ulkedit_t {
 
     // What the operation objects mark (ulkedit_picks.cpp).
     model_entry_t* model_at(std::uint64_t index);
+    modeling_t* modeling_at(std::uint64_t index);
     void clear_selection();
     bool select_vertex(std::uint64_t model, std::uint64_t vertex);
     bool unselect_vertex(std::uint64_t model, std::uint64_t vertex);

@@ -59,6 +59,11 @@ model_entry_t* ulkedit_t::model_at(std::uint64_t index) {
     return std::next(scene_models.begin(), static_cast<std::ptrdiff_t>(index))->get();
 }
 
+modeling_t* ulkedit_t::modeling_at(std::uint64_t index) {
+    model_entry_t* const entry = model_at(index);
+    return entry == nullptr ? nullptr : modeling_of(*entry);
+}
+
 void ulkedit_t::clear_selection() {
     for (const auto& entry : scene_models)
         if (modeling_t* model = modeling_of(*entry))
@@ -66,13 +71,13 @@ void ulkedit_t::clear_selection() {
 }
 
 bool ulkedit_t::select_vertex(std::uint64_t index, std::uint64_t vertex) {
-    model_entry_t* const entry = model_at(index);
-    return entry != nullptr && modeling_of(*entry)->select(vertex);
+    modeling_t* const model = modeling_at(index);
+    return model != nullptr && model->select(vertex);
 }
 
 bool ulkedit_t::unselect_vertex(std::uint64_t index, std::uint64_t vertex) {
-    model_entry_t* const entry = model_at(index);
-    return entry != nullptr && modeling_of(*entry)->unselect(vertex);
+    modeling_t* const model = modeling_at(index);
+    return model != nullptr && model->unselect(vertex);
 }
 
 bool ulkedit_t::pick_points(int x, int y, float width, float height, const hit_signal_t& receiver) {
@@ -178,8 +183,7 @@ void ulkedit_t::clear_fold_vertices() {
 namespace {
 
 /// The position of a point of a model; none when it has no such point.
-std::optional<pos3> position_of(model_entry_t* entry, std::uint64_t point) {
-    modeling_t* const model = entry == nullptr ? nullptr : modeling_of(*entry);
+std::optional<pos3> position_of(const modeling_t* model, std::uint64_t point) {
     const array_t* const points = model == nullptr ? nullptr : model->array(0);
     if (points == nullptr || point >= static_cast<std::uint64_t>(points->element_count()))
         return std::nullopt;
@@ -193,8 +197,8 @@ std::optional<pos3> position_of(model_entry_t* entry, std::uint64_t point) {
 }  // namespace
 
 std::optional<std::pair<pos3, pos3>> ulkedit_t::fold_positions() {
-    const std::optional<pos3> first = position_of(model_at(fold_picks[0].model), fold_picks[0].vertex);
-    const std::optional<pos3> second = position_of(model_at(fold_picks[1].model), fold_picks[1].vertex);
+    const std::optional<pos3> first = position_of(modeling_at(fold_picks[0].model), fold_picks[0].vertex);
+    const std::optional<pos3> second = position_of(modeling_at(fold_picks[1].model), fold_picks[1].vertex);
     if (!first || !second)
         return std::nullopt;
     return std::pair{*first, *second};
