@@ -1,5 +1,7 @@
 #include "app/ViewIconButtons.h"
 
+#include <atkmm/object.h>
+
 #include <algorithm>
 
 #include "app/ViewWindow.h"
@@ -27,6 +29,11 @@ void configure(Gtk::SpinButton& spin, const spin_range_t& range) {
 ViewIconButtons::ViewIconButtons() : Gtk::HBox(false, 0) {
     configure(grid_step_spin, {0.0, 10.0, 0.05, 1.0, 2, 0.1});
     configure(fold_angle_spin, {-180.0, 180.0, 1.0, 15.0, 0, 0.0});
+
+    // Controls that show no words of their own, for those who hear the window.
+    grid_step_spin.get_accessible()->set_name("方眼間隔");
+    fold_angle_spin.get_accessible()->set_name("折曲角度");
+    progress.get_accessible()->set_name("カットの進行状況");
 }
 
 void ViewIconButtons::build(ViewWindow& window) {

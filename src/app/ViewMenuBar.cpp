@@ -48,6 +48,13 @@ void ViewMenuBar::build() {
     view_item.set_submenu(view_menu);
     for (Gtk::MenuItem* item : {&file_item, &edit_item, &dialog_item, &view_item})
         append(*item);
+
+    // Alt with a letter opens a menu, which then hears the release of Alt in the window's place. Without it
+    // the view would take the next drag for one of the camera.
+    for (Gtk::Menu* menu :
+         {&file_menu, &edit_menu, &view_menu, &nurbs_dialog_menu, &polygon_dialog_menu, &model_menu})
+        menu->signal_key_release_event().connect(
+            [this](GdkEventKey* event) { return window.area().key_release(*event); });
 }
 
 void ViewMenuBar::fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows) {

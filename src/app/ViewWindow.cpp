@@ -1,5 +1,6 @@
 #include "app/ViewWindow.h"
 
+#include <gdk/gdkkeysyms.h>
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
 
@@ -76,7 +77,11 @@ void ViewWindow::on_fold_execute() {
 }
 
 bool ViewWindow::on_key_press_event(GdkEventKey* event) {
-    return Gtk::Window::on_key_press_event(event) || viewarea.key_press(*event);
+    // The toolkit's window takes every Return for its default widget, also when it has none; the view fits
+    // the scene by it.
+    const bool is_for_nobody =
+        event->keyval == GDK_KEY_Return && get_focus() == nullptr && get_default_widget() == nullptr;
+    return (!is_for_nobody && Gtk::Window::on_key_press_event(event)) || viewarea.key_press(*event);
 }
 
 bool ViewWindow::on_key_release_event(GdkEventKey* event) {

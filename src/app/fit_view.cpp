@@ -17,6 +17,12 @@ constexpr float infinity = std::numeric_limits<float>::infinity();
 struct box_t {
     pos3 low{infinity, infinity, infinity};
     pos3 high{-infinity, -infinity, -infinity};
+
+    /// The largest reach along each axis to either side of the origin.
+    pos3 furthest() const {
+        return {std::max(std::fabs(low.x), std::fabs(high.x)), std::max(std::fabs(low.y), std::fabs(high.y)),
+                std::max(std::fabs(low.z), std::fabs(high.z))};
+    }
 };
 
 bool has_points(const model_entry_t& entry) {
@@ -47,7 +53,10 @@ float roomy(float low, float high) {
 /// The outermost of the points seen so far, in normalised coordinates.
 class extremes_t {
   public:
+    /// A point in the plane of the eye projects to nowhere, and counts for nothing.
     void add(const pos3& p) {
+        if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z))
+            return;
         if (empty || p.x < left.x)
             left = p;
         if (empty || p.x > right.x)
@@ -89,9 +98,15 @@ void add_points(extremes_t& extremes, const array_t& array, const mtx3w& project
         extremes.add(dehomogenize(vec_times_mtx(homogenize(record.position), projecting)));
 }
 
-/// How far along z the trackball goes for all points to be seen. `centre` and `back` place the point from
-/// which the points are looked at while it is found out.
-float distance_to(const model_list_t& models, const camera_t& camera, const dir3& centre_and_back) {
+float distance_to(const pos3& p) {
+    return (-std::max(std::fabs(p.x), std::fabs(p.y)) - std::fabs(p.z)) * 1.25F - 1.0F;
+}
+
+/// How far along z the trackball goes for all points to be seen. `centre_and_back` is the point from which
+/// they are looked at while it is found out. A flat model can lie in the plane of that point; then the box
+/// tells.
+float distance_to(const model_list_t& models, const camera_t& camera, const dir3& centre_and_back,
+                  const box_t& box) {
     const mtx3w projecting = translation(-centre_and_back) * camera.perspective.matrix;
     extremes_t extremes;
     for (const auto& entry : models) {
@@ -101,11 +116,12 @@ float distance_to(const model_list_t& models, const camera_t& camera, const dir3
             add_points<vertex_t>(extremes, entry->polygon.vertices, projecting);
     }
     if (!extremes.has_points())
-        return -empty_scene_distance;
+        return std::ranges::any_of(models, [](const auto& entry) { return has_points(*entry); })
+                   ? distance_to(box.furthest())
+                   : -empty_scene_distance;
 
     const mtx3w unprojecting = camera.perspective.inverse * translation(centre_and_back);
-    const pos3 p = dehomogenize(vec_times_mtx(homogenize(extremes.furthest()), unprojecting));
-    return (-std::max(std::fabs(p.x), std::fabs(p.y)) - std::fabs(p.z)) * 1.25F - 1.0F;
+    return distance_to(dehomogenize(vec_times_mtx(homogenize(extremes.furthest()), unprojecting)));
 }
 
 }  // namespace
@@ -125,7 +141,7 @@ void reset_view(camera_t& camera, const model_list_t& models) {
 
     const dir3 centre_and_back{(box.low.x + box.high.x) * 0.5F, (box.low.y + box.high.y) * 0.5F,
                                std::max({size.x, size.y, size.z}) - 1};
-    camera.trackball.translation = {0, 0, distance_to(models, camera, centre_and_back)};
+    camera.trackball.translation = {0, 0, distance_to(models, camera, centre_and_back, box)};
 }
 
 }  // namespace ulk3d

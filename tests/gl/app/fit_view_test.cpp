@@ -87,6 +87,13 @@ TEST_F(FitView, DepthOfTheOutermostPointCounts) {
     EXPECT_NEAR(camera.trackball.translation.z, (-2.0 - 3.0) * 1.25 - 1.0, 1e-3);
 }
 
+TEST_F(FitView, AFlatModelInThePlaneOfTheTrialEyeIsSeen) {
+    // Up to a size of 1 the eye from which a flat model is tried stands in its plane.
+    load(triangle_block(0.5F));
+    reset_view(camera, scene.models);
+    EXPECT_NEAR(camera.trackball.translation.z, -0.5 * 1.25 - 1.0, 1e-4);
+}
+
 TEST_F(FitView, ANurbsModelCountsByItsControlPoints) {
     load(patch_block());
     reset_view(camera, scene.models);

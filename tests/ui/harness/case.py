@@ -5,6 +5,7 @@ import pathlib
 import shutil
 import unittest
 
+from . import commands as do
 from .program import Program
 from .screen import Screen
 from .view import View
@@ -24,10 +25,11 @@ class UiTestCase(unittest.TestCase):
     def start(self, *arguments, **options):
         program = Program(*arguments, **options)
         self.addCleanup(program.end)
+        # Before the program goes, and also when a test fails while it is set up.
+        self.addCleanup(self.leave_picture)
         program.wait_started()
-        self.view = View(program)
-        # The pointer is part of the picture; it waits in a corner that no window covers.
-        program.move_pointer(*CORNER)
+        self.view = View(program, int((options.get("environment") or {}).get("GDK_SCALE", 1)))
+        self.rest_pointer(program)
         # The first frame: everything grey has the background's colour.
         wait_for(lambda: self.view.shows_frame(), "the view area has drawn no frame")
         return program
@@ -38,6 +40,14 @@ class UiTestCase(unittest.TestCase):
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
         return path
 
+    def rest_pointer(self, program):
+        """The pointer is part of the picture; it waits in a corner that no window covers."""
+        program.move_pointer(*CORNER)
+
+    def open_model(self, program, text):
+        """Opens a scene file of this text."""
+        do.open_scene(program, self.file(program, "model.ulk", text), f"model.ulk - {PROGRAM_NAME}")
+
     def sample(self, program, name, copy_as=None):
         """A sample, copied to the program's own folder so that the tree stays as it is."""
         return shutil.copy(SAMPLES / name, program.folder / (copy_as or name))
@@ -46,7 +56,7 @@ class UiTestCase(unittest.TestCase):
         self.assertEqual(program.wait_exit(), 0)
         self.assertEqual(program.stderr, "")
 
-    def tearDown(self):
+    def leave_picture(self):
         result = self._outcome.result
         if any(test is self for test, _ in result.failures + result.errors):
             Screen().save(pathlib.Path(os.environ["ULK_UI_ARTIFACTS"]) / f"{self.id()}.png")

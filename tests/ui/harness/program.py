@@ -1,5 +1,6 @@
 """The program under test: its process, its windows, and the keys and clicks it is given."""
 
+import contextlib
 import os
 import pathlib
 import re
@@ -133,32 +134,44 @@ class Program:
         """Presses keys by their X names, with modifiers as in ctrl+l."""
         xdotool("key", "--clearmodifiers", "--delay", "20", *keys)
 
+    def press_keys(self, *keys):
+        """Presses keys on top of those that are held."""
+        xdotool("key", "--delay", "20", *keys)
+
     def type(self, text):
         xdotool("type", "--clearmodifiers", "--delay", "10", text)
 
     def move_pointer(self, x, y):
         xdotool("mousemove", x, y)
 
+    @contextlib.contextmanager
+    def held(self, key):
+        """Keeps a key down, None for no key."""
+        if key:
+            xdotool("keydown", key)
+        try:
+            yield
+        finally:
+            if key:
+                xdotool("keyup", key)
+
     def click(self, x, y, button=1, modifier=None):
-        """Clicks at a place of the screen."""
+        """Clicks at a place of the screen. Buttons 4 and 5 turn the wheel up and down by a notch."""
         xdotool("mousemove", x, y)
-        if modifier:
-            xdotool("keydown", modifier)
-        xdotool("click", button)
-        if modifier:
-            xdotool("keyup", modifier)
+        with self.held(modifier):
+            xdotool("click", button)
+
+    def double_click(self, x, y, button=1):
+        xdotool("mousemove", x, y, "click", "--repeat", 2, "--delay", 40, button)
 
     def drag(self, start, end, button=1, modifier=None, steps=8):
         """Moves the pointer with a button held, in steps like a hand does."""
         xdotool("mousemove", *start)
-        if modifier:
-            xdotool("keydown", modifier)
-        xdotool("mousedown", button)
-        for step in range(1, steps + 1):
-            xdotool("mousemove", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
-        xdotool("mouseup", button)
-        if modifier:
-            xdotool("keyup", modifier)
+        with self.held(modifier):
+            xdotool("mousedown", button)
+            for step in range(1, steps + 1):
+                xdotool("mousemove", *(round(a + (b - a) * step / steps) for a, b in zip(start, end)))
+            xdotool("mouseup", button)
 
     # ---- file choosers
 
@@ -224,6 +237,21 @@ class Program:
         """Opens a menu of the bar and presses the letters of an item, or of a submenu and its item."""
         self.open_menu(label, mnemonic)
         self.keys(*letters)
+
+    def control(self, role, name):
+        """A control of the toolbar row."""
+        return self.tree().find(role, name)
+
+    def press_control(self, role, name):
+        """Clicks the middle of a control of the toolbar row."""
+        x, y, width, height = self.control(role, name).rectangle
+        self.click(x + width // 2, y + height // 2)
+
+    def spin(self, name, notches):
+        """Clicks the plus, or for a negative number the minus, of a spin button, which stand at its right end."""
+        x, y, width, height = self.control("spin button", name).rectangle
+        for _ in range(abs(notches)):
+            self.click(x + width - (height // 2 if notches > 0 else height * 3 // 2), y + height // 2)
 
     def dialog(self, title):
         """The accessible of a dialog that shows."""

@@ -35,16 +35,33 @@ class Screen:
                 counts[colour] = counts.get(colour, 0) + 1
         return counts
 
+    def places(self, colour, x, y, width, height):
+        """Where a colour stands in a rectangle: (x, y) of each pixel."""
+        red, green, blue = colour
+        wanted = bytes((blue, green, red))
+        found = []
+        for row in range(y, y + height):
+            start = row * self.line_size
+            at = self.pixels.find(wanted, start + 4 * x, start + 4 * (x + width))
+            while at >= 0:
+                # A match between two pixels is none.
+                if (at - start) % 4 == 0:
+                    found.append(((at - start) // 4, row))
+                at = self.pixels.find(wanted, at + 1, start + 4 * (x + width))
+        return found
+
     def rectangle(self, x, y, width, height):
         """The bytes of a rectangle, to compare with those of another moment."""
         return b"".join(self.pixels[row * self.line_size + 4 * x:row * self.line_size + 4 * (x + width)]
                         for row in range(y, y + height))
 
-    def save(self, path):
+    def save(self, path, rectangle=None):
+        """Writes a PNG file of the screen, or of (x, y, width, height) on it."""
+        left, top, width, height = rectangle or (0, 0, self.width, self.height)
         lines = []
-        for row in range(self.height):
-            line = self.pixels[row * self.line_size:row * self.line_size + 4 * self.width]
-            rgb = bytearray(3 * self.width)
+        for row in range(top, top + height):
+            line = self.pixels[row * self.line_size + 4 * left:row * self.line_size + 4 * (left + width)]
+            rgb = bytearray(3 * width)
             rgb[0::3], rgb[1::3], rgb[2::3] = line[2::4], line[1::4], line[0::4]
             lines.append(b"\0" + bytes(rgb))
 
@@ -53,6 +70,6 @@ class Screen:
 
         with open(path, "wb") as file:
             file.write(b"\x89PNG\r\n\x1a\n")
-            file.write(chunk(b"IHDR", struct.pack(">IIBBBBB", self.width, self.height, 8, 2, 0, 0, 0)))
-            file.write(chunk(b"IDAT", zlib.compress(b"".join(lines), 6)))
+            file.write(chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)))
+            file.write(chunk(b"IDAT", zlib.compress(b"".join(lines), 9)))
             file.write(chunk(b"IEND", b""))
