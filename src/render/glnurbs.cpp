@@ -126,11 +126,15 @@ bool glnurbs_t::selection(pick_hits_t& hits, modeling_t& model, const mtx3w& pla
     program.use();
     glUniformMatrix4fv(ClipPlanes, 1, GL_FALSE, planes.m.data());
     set_matrices(projection_matrix, modelview_matrix);
+    // Nobody sees the points of a pick: the next frame clears them before it is shown. On a software GL
+    // drawing them is most of the time of a pick, which comes with every motion of the mouse.
+    glEnable(GL_RASTERIZER_DISCARD);
     selection_feedback.begin(GL_POINTS, feedback.buffer_id());
     model.drawpoints();
     // Without a buffer nothing was begun, and GL maps no buffer of no bytes.
     if (feedback.buffer_id() != 0)
         selection_feedback.end();
+    glDisable(GL_RASTERIZER_DISCARD);
     grCheckError("ulkedit_t::selection(2)");
     const bool found = feedback.byte_size() > 0 && take_hits(hits, model);
     program_t::unuse();

@@ -61,8 +61,7 @@ class glnurbs_t {
     /// what stands there stays. True when there was at least one. Depth plays no part: hidden points are
     /// found. A model without points, or whose feedback buffer was never allocated, has none.
     ///
-    /// `ClipPlanes` are those of `pick_planes`. Waits for the GPU. The points are also drawn, until the next
-    /// frame clears them.
+    /// `ClipPlanes` are those of `pick_planes`. Waits for the GPU. Nothing is drawn.
     bool selection(pick_hits_t& hits, modeling_t& model, const mtx3w& ClipPlanes, const mtx3w& Projection,
                    const mtx3w& Modelview) const;
 

@@ -122,6 +122,7 @@ TEST_F(GlnurbsPick, FindsPointsHiddenBehindASurface) {
     glClearDepth(0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     EXPECT_TRUE(pick(model));
+    glnurbs.draw_points(model, mtx_identity, mtx_identity);
     glClearDepth(1);
     glDisable(GL_DEPTH_TEST);
     EXPECT_THAT(picked(), ElementsAre(0U));
@@ -254,6 +255,18 @@ TEST_F(GlnurbsPick, LowByteOfIsInsideDecides) {
         control_points_at({{0, 0, 256}, {0, 0, 257}, {0, 0, 0}, {0, 0, 255}, {0, 0, -256}, {0, 0, -1}}));
     EXPECT_TRUE(replaced.selection(hits, model, planes, mtx_identity, mtx_identity));
     EXPECT_THAT(picked(), ElementsAre(1U, 3U, 5U));
+}
+
+TEST_F(GlnurbsPick, DrawsNothingAndLetsTheNextDrawBeSeen) {
+    control_net_t model;
+    model.build(control_points_at({{0, 0, 0}}));
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    const auto before = target.read_pixels();
+    EXPECT_TRUE(pick(model));
+    EXPECT_EQ(target.read_pixels(), before);
+    EXPECT_FALSE(glIsEnabled(GL_RASTERIZER_DISCARD));
+    glnurbs.draw_points(model, mtx_identity, mtx_identity);
+    EXPECT_NE(target.read_pixels(), before);
 }
 
 TEST_F(GlnurbsPick, LeavesNoProgramNoVertexArrayAndNoFeedbackBehind) {

@@ -1,0 +1,176 @@
+#include <GL/glew.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/ulkedit.h"
+#include "bench_context.h"
+#include "model/mapped_span.h"
+#include "render/offscreen/offscreen_target.h"
+
+/// What one event of the mouse costs in a view area of 1280 by 960 pixels, by the triangles of the one model
+/// in the scene: a wavy sheet, every point of it seen in the perspective view. 16 ms are a frame of the
+/// screen.
+namespace {
+
+using namespace ulk3d;
+
+constexpr int width = 1280, height = 960;
+constexpr std::uint32_t key_return = 0xff0d;
+
+struct place_t {
+    int x, y;
+};
+/// Two places near the middle of the perspective view: events go from one to the other.
+constexpr place_t places[] = {{960, 240}, {968, 246}};
+/// The same in the front view.
+constexpr place_t front_places[] = {{320, 720}, {328, 726}};
+
+/// One long strip per row of quads.
+void build_sheet(polygon_t& polygon, std::int64_t triangles) {
+    const auto side = static_cast<std::uint32_t>(std::sqrt(static_cast<double>(triangles) / 2));
+    const std::uint32_t row = side + 1;
+    if (!polygon.allocate(std::uint64_t{row} * row, std::uint64_t{side} * (2 * row + 1)))
+        std::exit(1);
+    {
+        const array_span<vertex_t> vertices(polygon.vertices);
+        const array_span<frame_t> normals(polygon.normals);
+        for (std::uint32_t i = 0; i < row * row; ++i) {
+            const float x = 2 * static_cast<float>(i % row) / static_cast<float>(side) - 1;
+            const float y = 2 * static_cast<float>(i / row) / static_cast<float>(side) - 1;
+            vertices[i] = {{x, y, 0.2F * std::sin(5 * x) * std::cos(4 * y)}, {1, 1, 1, 1}, {}};
+            normals[i] = {};
+        }
+        const index_span elements(polygon.elements);
+        std::size_t at = 0;
+        for (std::uint32_t j = 0; j < side; ++j) {
+            for (std::uint32_t i = 0; i < row; ++i) {
+                elements[at++] = j * row + i;
+                elements[at++] = (j + 1) * row + i;
+            }
+            elements[at++] = restart_mark;
+        }
+    }
+    polygon.afterload("sheet");
+}
+
+/// The scene editor with the sheet, its picture in a target of its own.
+class stage_t {
+  public:
+    explicit stage_t(std::int64_t triangles) : target((need_context(), width), height), editor("ulk_bench") {
+        target.bind();
+        editor.init();
+        editor.reshape(width, height);
+        editor.add_model(kind_polygon);
+        build_sheet(editor.current_model()->polygon, triangles);
+        editor.key_command(key_return);
+        editor.display();
+    }
+    ~stage_t() { std::cout.clear(); }
+
+    offscreen_target_t target;
+    ulkedit_t editor;
+};
+
+/// Motion with a button held down; GL has done all of its work when an event counts as over.
+void run_motions(benchmark::State& state, stage_t& stage, const place_t (&between)[2]) {
+    stage.editor.mouse_button(left_button, false, between[0].x, between[0].y);
+    std::size_t event = 0;
+    for (auto _ : state) {
+        const auto [x, y] = between[++event % 2];
+        benchmark::DoNotOptimize(stage.editor.mouse_motion(x, y));
+        glFinish();
+    }
+    stage.editor.mouse_button(left_button, true, between[0].x, between[0].y);
+    state.counters["points"] = static_cast<double>(stage.editor.current_model()->polygon.vertex_count());
+}
+
+void motion_picks_points(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    run_motions(state, stage, places);
+}
+
+void motion_picks_points_in_front(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    run_motions(state, stage, front_places);
+}
+
+/// Every event hits all points of the model, none of them marked: the most that a pick can be asked for.
+void motion_marks_all_points(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    stage.editor.press_modifier(modifier_alt);
+    for (int notch = 0; notch < 100; ++notch)
+        stage.editor.mouse_wheel(-1, front_places[0].x, front_places[0].y);
+    stage.editor.release_modifier(modifier_alt);
+    polygon_t& polygon = stage.editor.current_model()->polygon;
+    stage.editor.mouse_button(left_button, false, 320, 719);
+    for (auto _ : state) {
+        state.PauseTiming();
+        polygon.clearselection();
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(stage.editor.mouse_motion(320, 719));
+        glFinish();
+    }
+    state.counters["marked"] = static_cast<double>(std::ranges::count(polygon.selection, true));
+}
+
+void motion_picks_polygons(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    stage.editor.set_mode(operation_mode_t::clipping);
+    // The reports are not what is measured.
+    std::cout.setstate(std::ios::failbit);
+    run_motions(state, stage, places);
+}
+
+/// All points are marked and follow the mouse.
+void motion_drags_points(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    modeling_t& model = stage.editor.current_model()->polygon;
+    model.selection.assign(model.selection.size(), true);
+    stage.editor.press_modifier(modifier_shift);
+    run_motions(state, stage, places);
+}
+
+/// The press that takes hold of the surface under the pointer.
+void press_of_the_camera(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    stage.editor.press_modifier(modifier_alt);
+    for (auto _ : state) {
+        stage.editor.mouse_button(left_button, false, places[0].x, places[0].y);
+        stage.editor.mouse_button(left_button, true, places[0].x, places[0].y);
+    }
+}
+
+/// The frame that follows an event.
+void frame(benchmark::State& state) {
+    stage_t stage(state.range(0));
+    for (auto _ : state) {
+        stage.editor.display();
+        glFinish();
+    }
+}
+
+void sizes(benchmark::internal::Benchmark* each) {
+    // The calling thread sleeps while the driver's own draw, so wall clock time is what a user waits.
+    each->ArgName("triangles")
+        ->Arg(1'000)
+        ->Arg(100'000)
+        ->Arg(1'000'000)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime();
+}
+
+BENCHMARK(motion_picks_points)->Apply(sizes);
+BENCHMARK(motion_picks_points_in_front)->Apply(sizes);
+BENCHMARK(motion_marks_all_points)->Apply(sizes);
+BENCHMARK(motion_picks_polygons)->Apply(sizes);
+BENCHMARK(motion_drags_points)->Apply(sizes);
+BENCHMARK(press_of_the_camera)->Apply(sizes);
+BENCHMARK(frame)->Apply(sizes);
+
+}  // namespace
