@@ -12,6 +12,9 @@ from gi.repository import Gio, GLib  # noqa: E402  (the version has to be asked 
 CALL_MILLISECONDS = 5000
 ROOT = "/org/a11y/atspi/accessible/root"
 # Numbers of states in the protocol.
+CHECKED = 4
+FOCUSABLE = 11
+FOCUSED = 12
 SENSITIVE = 24
 SHOWING = 25
 SCREEN_COORDINATES = 0
@@ -55,6 +58,10 @@ class Node:
         return [Node(*child) for child in self.ask_accessible("GetChildren", [])]
 
     @property
+    def parent(self):
+        return Node(*self.ask_property("org.a11y.atspi.Accessible", "Parent", ("", ROOT)))
+
+    @property
     def name(self):
         return self.ask_property("org.a11y.atspi.Accessible", "Name", "")
 
@@ -85,6 +92,10 @@ class Node:
         """Place on the screen as (x, y, width, height)."""
         return self.ask("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (SCREEN_COORDINATES,)),
                         (0, 0, 0, 0))
+
+    def value(self, name):
+        """A number of a spin button or a progress bar, such as CurrentValue and MinimumIncrement."""
+        return self.ask_property("org.a11y.atspi.Value", name, None)
 
     def activate(self):
         """Does the first action. Not for what opens a modal dialog: the answer would come at the dialog's end."""

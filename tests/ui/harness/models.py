@@ -10,7 +10,7 @@ QUAD_REACH = 0.4
 FIT_ROOM = 1.125
 
 
-def quad(back=0.0):
+def quad(back=0.0, elements=(0, 1, 2, 3)):
     """A polygon model of two triangles in one strip, facing the perspective view; the upper corners lie at z = back.
 
     The corners are red and green below, blue and magenta above, from the left.
@@ -21,7 +21,7 @@ def quad(back=0.0):
     for colour, position in corners:
         lines.append("color %d,%d,%d,255" % colour)
         lines.append("position %g,%g,%g" % position)
-    lines += [f"element {index}" for index in range(4)]
+    lines += [f"element {index}" for index in elements]
     lines += ["tangent 1,0,0", "binormal 0,1,0", "normal 0,0,1"] * 4
     return "\r\n".join(lines + ["end", ""])
 

@@ -22,10 +22,13 @@ class View:
     def __init__(self, program, scale=1):
         self.program = program
         self.scale = scale
+        self.node = None
 
     def area(self):
         """(x, y, width, height) of all four viewports on the screen."""
-        return tuple(self.scale * value for value in self.program.tree().find("drawing area").rectangle)
+        if self.node is None:
+            self.node = self.program.tree().find("drawing area")
+        return tuple(self.scale * value for value in self.node.rectangle)
 
     def rectangle(self, viewport):
         """(x, y, width, height) on the screen."""
