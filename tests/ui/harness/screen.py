@@ -59,11 +59,14 @@ class Screen:
         """Writes a PNG file of the screen, or of (x, y, width, height) on it."""
         left, top, width, height = rectangle or (0, 0, self.width, self.height)
         lines = []
+        above = bytes(3 * width)
         for row in range(top, top + height):
             line = self.pixels[row * self.line_size + 4 * left:row * self.line_size + 4 * (left + width)]
             rgb = bytearray(3 * width)
             rgb[0::3], rgb[1::3], rgb[2::3] = line[2::4], line[1::4], line[0::4]
-            lines.append(b"\0" + bytes(rgb))
+            # Each line as its difference to the one above it, which packs best.
+            lines.append(b"\2" + bytes((value - over) & 255 for value, over in zip(rgb, above)))
+            above = rgb
 
         def chunk(kind, body):
             return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
