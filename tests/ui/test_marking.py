@@ -187,7 +187,9 @@ class Dent(Marking):
         self.assertTrue(all(now[colour].x <= before[colour].x for colour in (RED, GREEN, MAGENTA)), (before, now))
         # A dent is no step that could be taken back.
         self.program.keys("ctrl+z")
-        self.assertEqual(self.places(), now)
+        self.click_at("front", BLUE, button=3)
+        self.wait_marks()
+        self.wait_moved(now, {})
 
     def test_a_polygon_model_stays(self):
         self.start_with(quad())

@@ -130,7 +130,10 @@ class Fold(UiTestCase):
         program.keys("Return")
         program.wait_gone(self.TITLE)
         program.wait_main_active()
+        # What is seen after a later click is seen after the key.
+        program.press_control("toggle button", "方眼表示")
         self.rest_pointer(program)
+        wait_for(lambda: self.view.grid_pixels("front") == 0, "the grid still shows")
         self.assertEqual(self.view.dot("front", RED), panned)
         do.leave(program)
         self.assert_ends_clean(program)
