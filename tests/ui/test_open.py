@@ -2,6 +2,7 @@
 
 from harness import BACKGROUND, PROGRAM_NAME, UiTestCase, main, wait_for
 from harness import commands as do
+from harness.view import GRID
 
 NURBS_ITEMS = ["EnvironmentDialog", "PointDialog", "ColorDialog", "WeightDialog", "Horizontal KnotDialog",
                "Vertical KnotDialog", "OptionDialog"]
@@ -19,6 +20,11 @@ class Open(UiTestCase):
         self.assertEqual(do.model_labels(program), [f"v 0 Polygon {cube}"])
         self.assertEqual(program.menu_labels("Dialog"), POLYGON_ITEMS)
         wait_for(lambda: self.view.coloured("perspective") > 5000, "the cube does not show in perspective")
+        for viewport in ("top", "front", "side"):
+            points = sum(count for colour, count in self.view.colours(viewport).items()
+                         if colour not in (BACKGROUND, GRID))
+            # Eight corners, of which two lie behind each other; a point is three pixels wide.
+            self.assertEqual(points, 4 * 9, f"control points in the {viewport} view")
 
         # A second file adds to the scene, and its first model becomes the current one.
         do.open_scene(program, torus, f"torus.ulk - {PROGRAM_NAME}")

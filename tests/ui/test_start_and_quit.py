@@ -3,7 +3,7 @@
 import os
 import pathlib
 
-from harness import PROGRAM_NAME, SAMPLES, UiTestCase, main, wait_for
+from harness import BACKGROUND, PROGRAM_NAME, SAMPLES, UiTestCase, main, wait_for
 from harness import commands as do
 
 
@@ -37,6 +37,25 @@ class StartAndQuit(UiTestCase):
 
 
 class EmptyScene(UiTestCase):
+    def test_grids_stand_in_the_three_orthographic_views_only(self):
+        self.start()
+        self.assertEqual(set(self.view.colours("perspective")), {BACKGROUND})
+        _, _, width, height = self.view.rectangle("perspective")
+        self.assertGreaterEqual(width, 512)
+        self.assertEqual(height, 384)
+        for viewport in ("top", "front", "side"):
+            colours = self.view.colours(viewport)
+            self.assertIn(BACKGROUND, colours)
+            self.assertGreater(sum(n for colour, n in colours.items() if colour != BACKGROUND), 500, viewport)
+            self.assertEqual(self.view.coloured(viewport), 0, viewport)
+
+    def test_the_grid_toggle_hides_the_grids(self):
+        program = self.start()
+        program.press_control("toggle button", "方眼表示")
+        self.rest_pointer(program)
+        for viewport in ("top", "front", "side"):
+            wait_for(lambda: set(self.view.colours(viewport)) == {BACKGROUND}, f"the {viewport} grid stays")
+
     def test_the_dialog_menu_has_no_popup(self):
         program = self.start()
         self.assertEqual(program.menu_labels("Dialog"), [])
@@ -44,6 +63,20 @@ class EmptyScene(UiTestCase):
         # A popup is a window of its own.
         self.assertEqual([window.title for window in program.windows()], [PROGRAM_NAME])
         program.keys("Escape")
+        do.leave(program)
+        self.assert_ends_clean(program)
+
+    def test_commands_for_models_do_nothing_harmful(self):
+        program = self.start()
+        do.polygonize(program)
+        do.delete_current(program)
+        program.wait_title(PROGRAM_NAME)
+        do.cut(program)
+        self.assertEqual(program.message("ポリゴン編集"),
+                         ("Information", "ポリゴンの自動カットが終了しました。", ["OK"]))
+        program.keys("Return")
+        program.wait_gone("ポリゴン編集")
+        self.assertEqual(do.model_labels(program), [])
         do.leave(program)
         self.assert_ends_clean(program)
 
@@ -57,6 +90,14 @@ class Menus(UiTestCase):
                          ["Add Polygon", "Add Nurbs", "Delete current Model", "Polygonize", "Cut the Model",
                           "Select Model..."])
         self.assertEqual(program.menu_labels("View"), ["FullScreen", "Maximize"])
+
+    def test_the_fold_button_without_a_fold_line_tells_so(self):
+        program = self.start()
+        program.press_control("push button", "折曲実行")
+        self.assertEqual(program.message("折り畳みエラー"),
+                         ("Error", "折り畳みに失敗しました.\n折目頂点を選択していないものと思われます.", ["OK"]))
+        program.keys("Return")
+        program.wait_gone("折り畳みエラー")
 
 
 class ProgramName(UiTestCase):
