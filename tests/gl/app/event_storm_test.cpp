@@ -40,29 +40,49 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     void step() {
         const int kind = pick(0, 99);
         const pixel_place_t at = place();
-        if (kind < 40)
+        if (kind < 10)
+            make_gesture(at);
+        else if (kind < 45)
             editor.mouse_motion(at.x, at.y);
-        else if (kind < 65)
+        else if (kind < 70)
             editor.mouse_button(static_cast<std::uint32_t>(pick(0, 20) == 0 ? pick(3, 9) : pick(0, 2)),
                                 pick(0, 1) == 1, at.x, at.y);
-        else if (kind < 70)
+        else if (kind < 74)
             editor.mouse_wheel(pick(-1, 1), at.x, at.y);
-        else if (kind < 78)
+        else if (kind < 82)
             press_or_release_modifier();
-        else if (kind < 83)
+        else if (kind < 87)
             editor.key_command(static_cast<std::uint32_t>("zyzyZ"[pick(0, 4)]));
-        else if (kind < 84)
+        else if (kind < 89)
             editor.key_command(pick(0, 3) == 0 ? 'i' : 0xff0d);
-        else if (kind < 85)
-            editor.double_click(static_cast<std::uint32_t>(pick(0, 2)), at.x, at.y);
         else if (kind < 90)
+            editor.double_click(static_cast<std::uint32_t>(pick(0, 2)), at.x, at.y);
+        else if (kind < 94)
             editor.set_mode(static_cast<operation_mode_t>(pick(0, 3)));
-        else if (kind < 96)
+        else if (kind < 98)
             switch_something();
         else
             change_scene();
         if (pick(0, 39) == 0)
             editor.display();
+    }
+
+    /// What a user means to do, begun and ended: loose events seldom come to it.
+    void make_gesture(pixel_place_t from) {
+        for (const std::uint32_t modifier : {modifier_shift, modifier_ctrl, modifier_alt})
+            editor.release_modifier(modifier);
+        const auto modifier = static_cast<std::uint32_t>(pick(0, 3));
+        if (modifier == modifier_ctrl) {
+            pick(0, 2) == 0 ? redo() : undo();
+            return;
+        }
+        const auto button = static_cast<std::uint32_t>(pick(0, 3) == 0 ? pick(1, 2) : 0);
+        editor.press_modifier(modifier);
+        press(button, from);
+        for (int motion = pick(0, 3); motion > 0; --motion)
+            move(place());
+        release(button, place());
+        editor.release_modifier(modifier);
     }
 
     void press_or_release_modifier() {
@@ -129,8 +149,8 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     }
 
     void resize_somehow() {
-        constexpr int sizes[] = {0, 1, 2, 7, 400, 401, 320, 64};
-        resize(sizes[pick(0, 7)], sizes[pick(0, 7)]);
+        constexpr int sizes[] = {0, 1, 2, 7, 64, 320, 400, 401, 400, 320, 400, 320};
+        resize(sizes[pick(0, 11)], sizes[pick(0, 11)]);
     }
 
     void expect_in_step() {
