@@ -122,6 +122,35 @@ double exact_value(const decimal_t& number) {
                                : mantissa * exact_powers_of_ten[static_cast<std::size_t>(number.exponent)];
 }
 
+/// The most digits of which every number is exact in double precision.
+constexpr std::ptrdiff_t short_digits = 15;
+
+/// Most numbers of a file: few digits, no exponent. The mantissa is exact then and so is the power of ten, as
+/// above. The end of the number; null when it is anything else.
+const char* parse_short_decimal(const char* p, double& value) {
+    const char* const first = p;
+    std::uint64_t mantissa = 0;
+    for (; is_digit(*p); ++p)
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+    std::ptrdiff_t digits = p - first;
+    std::ptrdiff_t decimals = 0;
+    if (*p == '.') {
+        const char* const fraction = ++p;
+        for (; is_digit(*p); ++p)
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+        decimals = p - fraction;
+        digits += decimals;
+    }
+    // An "x" may follow the zero of a hexadecimal number.
+    const char follows = static_cast<char>(*p | 0x20);
+    if (digits == 0 || digits > short_digits || follows == 'e' || follows == 'x')
+        return nullptr;
+    value = static_cast<double>(mantissa);
+    if (decimals != 0)
+        value /= exact_powers_of_ten[static_cast<std::size_t>(decimals)];
+    return p;
+}
+
 }  // namespace
 
 double parse_double(const char* text, const char** end) {
@@ -131,6 +160,12 @@ double parse_double(const char* text, const char** end) {
     const bool negative = *p == '-';
     if (*p == '-' || *p == '+')
         ++p;
+    double short_value = 0;
+    if (const char* const stop = parse_short_decimal(p, short_value)) {
+        if (end != nullptr)
+            *end = stop;
+        return negative ? -short_value : short_value;
+    }
     if (*p == '0' && (p[1] == 'x' || p[1] == 'X'))
         return parse_double_in_library(text, end);
     const decimal_t number = scan_decimal(p);
