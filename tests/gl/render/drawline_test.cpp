@@ -9,6 +9,7 @@
 #include "model/math/projections.h"
 #include "render/gl/mapping.h"
 #include "render/line_vertex.h"
+#include "support/broken_shaders.h"
 #include "support/captured_stream.h"
 #include "support/failing_stores.h"
 #include "support/gl_context.h"
@@ -17,6 +18,10 @@
 
 namespace ulk3d {
 namespace {
+
+using ulk_test::broken_file_t;
+using ulk_test::does_not_compile;
+using ulk_test::does_not_link;
 
 using testing::ElementsAre;
 using testing::StartsWith;
@@ -173,28 +178,9 @@ TEST_F(Drawline, DrawBeforeInitDoesNothing) {
 
 // --- failures that end the process ------------------------------------------------------------------------
 
-struct broken_file_t {
-    const char* file;
-    const char* content;
-    const char* words;
-};
-
-constexpr const char* does_not_compile = "#version 330\nvoid main() { this is no GLSL }\n";
-/// Compiles, and has nothing behind the function that it calls.
-constexpr const char* does_not_link = "#version 330\nvoid missing();\nvoid main() { missing(); }\n";
-
-class DrawlineDeathTest : public ulk_test::gl_test, public testing::WithParamInterface<broken_file_t> {
-  protected:
-    void SetUp() override {
-        // Drivers have threads, which a plain fork would leave behind.
-        testing::FLAGS_gtest_death_test_style = "threadsafe";
-        ulk_test::gl_test::SetUp();
-    }
-    ulk_test::temporary_folder_t folder;
-};
+class DrawlineDeathTest : public ulk_test::broken_shader_test {};
 
 TEST_P(DrawlineDeathTest, EndsWithStatusOneAndTheLog) {
-    folder.write(GetParam().file, GetParam().content);
     drawline_t overlay;
     EXPECT_EXIT(static_cast<void>(overlay.init(folder.path("").c_str())), testing::ExitedWithCode(1),
                 testing::AllOf(StartsWith(GetParam().words), testing::ContainsRegex("error: .+")));

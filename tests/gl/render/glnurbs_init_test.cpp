@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "render/glnurbs.h"
+#include "support/broken_shaders.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
@@ -14,6 +15,10 @@
 
 namespace ulk3d {
 namespace {
+
+using ulk_test::broken_file_t;
+using ulk_test::does_not_compile;
+using ulk_test::does_not_link;
 
 using testing::ElementsAre;
 using testing::StartsWith;
@@ -142,28 +147,9 @@ TEST_F(GlnurbsInit, WithoutAFeedbackObjectItIsFalseAndNothingIsLinked) {
 
 // --- failures that end the process ------------------------------------------------------------------------
 
-struct broken_file_t {
-    const char* file;
-    const char* content;
-    const char* words;
-};
-
-constexpr const char* does_not_compile = "#version 330\nvoid main() { this is no GLSL }\n";
-/// Compiles, and has nothing behind the function that it calls.
-constexpr const char* does_not_link = "#version 330\nvoid missing();\nvoid main() { missing(); }\n";
-
-class GlnurbsInitDeathTest : public ulk_test::gl_test, public testing::WithParamInterface<broken_file_t> {
-  protected:
-    void SetUp() override {
-        // Drivers have threads, which a plain fork would leave behind.
-        testing::FLAGS_gtest_death_test_style = "threadsafe";
-        ulk_test::gl_test::SetUp();
-    }
-    ulk_test::temporary_folder_t folder;
-};
+class GlnurbsInitDeathTest : public ulk_test::broken_shader_test {};
 
 TEST_P(GlnurbsInitDeathTest, EndsWithStatusOneAndTheLog) {
-    folder.write(GetParam().file, GetParam().content);
     glnurbs_t glnurbs;
     EXPECT_EXIT(static_cast<void>(glnurbs.init(folder.path("").c_str())), testing::ExitedWithCode(1),
                 testing::AllOf(StartsWith(GetParam().words), testing::ContainsRegex("error: .+")));

@@ -8,6 +8,7 @@
 #include "model/math/projections.h"
 #include "render/gl/mapping.h"
 #include "render/grid_lines.h"
+#include "support/broken_shaders.h"
 #include "support/captured_stream.h"
 #include "support/failing_stores.h"
 #include "support/gl_context.h"
@@ -16,6 +17,10 @@
 
 namespace ulk3d {
 namespace {
+
+using ulk_test::broken_file_t;
+using ulk_test::does_not_compile;
+using ulk_test::does_not_link;
 
 using testing::ElementsAre;
 using testing::StartsWith;
@@ -199,10 +204,6 @@ INSTANTIATE_TEST_SUITE_P(Arrays, GridWithoutMemory,
 
 // --- the shared program -----------------------------------------------------------------------------------
 
-constexpr const char* does_not_compile = "#version 330\nvoid main() { this is no GLSL }\n";
-/// Compiles, and has nothing behind the function that it calls.
-constexpr const char* does_not_link = "#version 330\nvoid missing();\nvoid main() { missing(); }\n";
-
 TEST_F(Grid, LaterInitsOnlyCount) {
     const ulk_test::temporary_folder_t folder;
     folder.write("selection.vsd", does_not_compile);
@@ -214,25 +215,9 @@ TEST_F(Grid, LaterInitsOnlyCount) {
     EXPECT_GT(drawn_pixels(), 0U);
 }
 
-struct broken_file_t {
-    const char* file;
-    const char* content;
-    const char* words;
-};
-
-class GridDeathTest : public ulk_test::gl_test, public testing::WithParamInterface<broken_file_t> {
-  protected:
-    void SetUp() override {
-        // Drivers have threads, which a plain fork would leave behind; and the process of this style is a
-        // new one, in which no test before has made the shared program.
-        testing::FLAGS_gtest_death_test_style = "threadsafe";
-        ulk_test::gl_test::SetUp();
-    }
-    ulk_test::temporary_folder_t folder;
-};
+class GridDeathTest : public ulk_test::broken_shader_test {};
 
 TEST_P(GridDeathTest, EndsWithStatusOneAndTheLog) {
-    folder.write(GetParam().file, GetParam().content);
     EXPECT_EXIT(static_cast<void>(grid_t::init(folder.path("").c_str())), testing::ExitedWithCode(1),
                 testing::AllOf(StartsWith(GetParam().words), testing::ContainsRegex("error: .+")));
 }

@@ -197,13 +197,13 @@ TEST(TextureKeys, AreWrittenBesideTheirPaths) {
               "aniso 2.5\r\nmercatorsphere false\r\n");
     texture.bumpmap = "bump.png";
     texture.bump2mono = true;
-    texture.specular = "spec.png";
+    texture.specular = "gloss.png";
     texture.mercatorsphere = true;
     texture.refractfactor = 1.0F / 3;
     EXPECT_EQ(written(texture),
               "refractfactor 0.333333\r\ntexture a b.png\r\nmipmap true\r\nnearlinear false\r\n"
               "maglinear true\r\naniso 2.5\r\nbumpmap bump.png\r\nbumpofs true\r\nbump2mono true\r\n"
-              "specular spec.png\r\nmercatorsphere true\r\n");
+              "specular gloss.png\r\nmercatorsphere true\r\n");
 }
 
 TEST(TextureKeys, SettingsWithoutAPathAreNotWritten) {
