@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <span>
+#include <vector>
+
+namespace ulk3d {
+
+/// Strips in which no triangle of a set shares an element with one outside of it.
+struct separated_strips_t {
+    std::vector<std::uint32_t> elements;
+    std::vector<std::size_t> touched;  ///< the places in `elements` of the set's triangles, rising
+};
+
+/// Cuts triangle strips wherever a triangle that is in `selected` follows one that is not, or the other way
+/// round, so that the two have no element in common any more.
+///
+/// The triangles stay the same, with their winding and in their order: polygon ids mean the same after. Ids
+/// without a triangle are ignored. What stands between strips stays, indices at or above `vertex_count`
+/// included. Strips that are separated already are left as they are. Linear in the sizes.
+///
+/// Worked example: 0 1 2 3 4 with {1} selected gives 0 1 2 mark 2 1 3 mark 2 3 4.
+separated_strips_t separate_strips(std::span<const std::uint32_t> elements, std::uint64_t vertex_count,
+                                   const std::set<std::uint32_t>& selected);
+
+}  // namespace ulk3d
