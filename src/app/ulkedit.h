@@ -120,9 +120,10 @@ class ulkedit_t {
     /// The release of any other key.
     void key_released(std::uint32_t keyval);
 
-    /// Folds the marked polygons of all polygon models about the axis, which is yet to come: false, as for an
-    /// axis that was not picked.
-    bool fold() { return false; }
+    /// Folds the marked polygons of all polygon models by the fold angle about the line from the first to the
+    /// second vertex of the fold axis, and clears the edit history. False, with nothing changed, when one of
+    /// them does not exist, when they are at one place, or when no polygon is marked.
+    bool fold();
     /// Subtracts the current polygon model from all others, which is yet to come: it clears the edit history
     /// so far.
     void cut_current();

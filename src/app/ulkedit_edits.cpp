@@ -1,10 +1,11 @@
-// What the operation objects of ulkedit_t change: points dragged, wheeled and dented, and the steps taken
-// back.
+// What ulkedit_t changes in its models: points dragged, wheeled and dented, and the steps taken back;
+// polygons folded.
 
 #include <algorithm>
 
 #include "app/ulkedit.h"
 #include "model/math/vectors.h"
+#include "operations/fold_polygons.h"
 
 namespace ulk3d {
 
@@ -112,6 +113,28 @@ bool ulkedit_t::redo() {
     undo_list.splice(undo_list.end(), redo_list, std::prev(redo_list.end()));
     update_models();
     return true;
+}
+
+bool ulkedit_t::fold() {
+    const auto axis = fold_positions();
+    if (!axis || f_eq(axis->first, axis->second))
+        return false;
+    bool folded = false;
+    for (const auto& entry : scene_models) {
+        polygon_t& polygon = entry->polygon;
+        // A model without marks would stay as it is: that counts as no fold, so that the user is told.
+        if (entry->kind != kind_polygon || polygon.selectpolygons.empty())
+            continue;
+        if (!fold_polygons(polygon.selectpolygons, axis->first, axis->second, fold_angle, polygon.vertices,
+                           polygon.normals, polygon.elements))
+            continue;
+        folded = true;
+        // Tells itself when it fails; the mesh has changed all the same.
+        static_cast<void>(polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count()));
+    }
+    if (folded)
+        clear_undo();
+    return folded;
 }
 
 void ulkedit_t::cut_current() {
