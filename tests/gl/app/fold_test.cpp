@@ -81,9 +81,9 @@ TEST_F(Fold, TurnsTheMarkedPolygonAboutThePickedAxis) {
     expect_position(4, {1, -1, 0});
     expect_position(5, {-1, 1, 0});
     const std::vector<frame_t> frames = frames_of(polygon());
-    for (const std::size_t vertex : {0, 1, 2})
+    for (const std::size_t vertex : {0U, 1U, 2U})
         EXPECT_EQ(frames[vertex].normal, (dir3{0, 0, 1})) << vertex;
-    for (const std::size_t vertex : {3, 4, 5}) {
+    for (const std::size_t vertex : {3U, 4U, 5U}) {
         EXPECT_NEAR(frames[vertex].normal.x, 1 / height, 1e-6) << vertex;
         EXPECT_NEAR(frames[vertex].normal.y, 1 / height, 1e-6) << vertex;
         EXPECT_NEAR(frames[vertex].normal.z, 0, 1e-6) << vertex;
@@ -238,7 +238,7 @@ TEST_F(Fold, TheEndsOfTheAxisMayLieInTwoModels) {
 
 TEST_F(Fold, AllModelsWithMarksFoldAndOthersStay) {
     open(square_block() + square_block(0.5F) + square_block(0.5F, 0.25F) + patch_block());
-    for (const std::size_t index : {0, 2})
+    for (const std::size_t index : {0U, 2U})
         entry(index).polygon.selectpolygons = {1};
     entry(3).polygon.selectpolygons = {1};  // of the drawn form of a surface
     const mesh_t without_marks = mesh(1), drawn_form = mesh(3);
@@ -315,7 +315,7 @@ TEST_F(FailingFold, WithoutAnAxis) {
 }
 
 TEST_F(FailingFold, WithOneEndOfTheAxisOnly) {
-    for (const std::size_t missing : {0, 1}) {
+    for (const std::size_t missing : {0U, 1U}) {
         open_moved_square();
         editor.fold_picks[missing] = {};
         expect_nothing_happens();
@@ -329,7 +329,7 @@ TEST_F(FailingFold, WithAnEndThatDoesNotExist) {
     for (const fold_pick_t& stale :
          {fold_pick_t{0, 4}, fold_pick_t{1, 0}, fold_pick_t{0, no_index}, fold_pick_t{no_index, 0},
           fold_pick_t{0, no_index / 9}, fold_pick_t{no_index - 1, 0}}) {
-        for (const std::size_t end : {0, 1}) {
+        for (const std::size_t end : {0U, 1U}) {
             const fold_pick_t kept = editor.fold_picks[end];
             editor.fold_picks[end] = stale;
             const mesh_t before = mesh();
@@ -351,7 +351,7 @@ TEST_F(FailingFold, WithBothEndsAtOnePlace) {
     EXPECT_TRUE(undo());
     EXPECT_TRUE(redo());
     array_span<vertex_t>(entry(0).polygon.vertices)[0].position = {0, 0, 0};
-    for (const std::uint64_t other : {3, 4, 0}) {
+    for (const std::uint64_t other : {3U, 4U, 0U}) {
         editor.fold_picks[0] = {0, 0};
         editor.fold_picks[1] = {0, other};
         const mesh_t before = mesh();
