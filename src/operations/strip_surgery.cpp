@@ -33,6 +33,8 @@ struct rewrite_t {
 /// the corner that stands last: i0, i1, i2. The order of the other two follows from the winding.
 using rewrite_table_t = std::array<std::array<rewrite_t, 3>, 3>;
 
+/// The odd triangle with i0 last could go on as "nAC" in its strip, but an empty triangle (B, n, A) would
+/// then lie on the split edge: to be picked, saved, and split again by the next cut.
 constexpr rewrite_table_t one_vertex_rewrites = {{
     {{{"BCn|nCA", "", ""}, {"BCnA", "|BA", "|BAN|B"}, {"AnCB", "N|C", "N|C"}}},
     {{{"n|nCA", "", ""}, {"n|BCn", "|BA", "|BAN|B"}, {"|AnCB", "N|C", "N|C"}}},
@@ -113,7 +115,8 @@ void replace_elements(std::vector<std::uint32_t>& elements, std::uint32_t first,
         elements.erase(behind, from + static_cast<std::ptrdiff_t>(count));
 }
 
-/// The letters that start the rest of the strip anew, empty when nothing follows or all goes on as it stands.
+/// The letters that lead over to the rest of the strip; none when nothing follows or all goes on as it
+/// stands.
 std::string_view restart_letters(const strip_mesh_t& mesh, const place_t& place, const rewrite_t& row) {
     if (!is_vertex(mesh, std::size_t{place.high} + 1))
         return {};
