@@ -14,7 +14,7 @@ using namespace ulk3d;
 
 namespace {
 
-triangle_t lowest_first(triangle_t triangle) {
+triangle_indices_t lowest_first(triangle_indices_t triangle) {
     std::rotate(triangle.begin(), std::ranges::min_element(triangle), triangle.end());
     return triangle;
 }
@@ -27,10 +27,10 @@ triangles_t sorted(triangles_t triangles) {
 
 /// A triangle as a walk meets it.
 struct met_triangle_t {
-    std::uint32_t position;   ///< of its last element
-    std::uint32_t run_count;  ///< there
-    triangle_t corners;       ///< element positions in the triangle's winding
-    triangle_t vertices;      ///< what stands there
+    std::uint32_t position;       ///< of its last element
+    std::uint32_t run_count;      ///< there
+    triangle_indices_t corners;   ///< element positions in the triangle's winding
+    triangle_indices_t vertices;  ///< what stands there
 };
 
 /// Where a walk goes on: the position that it takes as passed, and the run count there.
@@ -55,7 +55,7 @@ void walk_mesh(const strip_mesh_t& mesh, Visit&& visit) {
         if (++run_count < 3)
             continue;
         const bool turned = run_count % 2 == 0;
-        const triangle_t corners = {turned ? i - 1 : i - 2, turned ? i - 2 : i - 1, i};
+        const triangle_indices_t corners = {turned ? i - 1 : i - 2, turned ? i - 2 : i - 1, i};
         const auto& e = mesh.elements;
         const passed_t passed =
             visit(met_triangle_t{i, run_count, corners, {e[corners[0]], e[corners[1]], e[corners[2]]}});
@@ -65,7 +65,7 @@ void walk_mesh(const strip_mesh_t& mesh, Visit&& visit) {
 }
 
 passed_t split(strip_mesh_t& mesh, const met_triangle_t& met, change_t change) {
-    triangle_t corners = met.corners;
+    triangle_indices_t corners = met.corners;
     std::rotate(corners.begin(), corners.begin() + change.corner, corners.end());
     const auto [i0, i1, i2] = corners;
     auto number = static_cast<std::int32_t>(met.run_count) - 3;
@@ -100,7 +100,7 @@ passed_t remove(strip_mesh_t& mesh, const met_triangle_t& met) {
 /// What a triangle becomes whose first new vertex is n. Of the two diagonals of the quad at an apex either
 /// will do: the new mesh tells which it is.
 triangles_t pieces_of(const met_triangle_t& met, change_t change, std::uint32_t n, const strip_mesh_t& mesh) {
-    triangle_t vertices = met.vertices;
+    triangle_indices_t vertices = met.vertices;
     std::rotate(vertices.begin(), vertices.begin() + change.corner, vertices.end());
     const auto [a, b, c] = vertices;
     if (change.kind == change_kind_t::split_one_edge)
@@ -115,9 +115,10 @@ triangles_t pieces_of(const met_triangle_t& met, change_t change, std::uint32_t 
 /// The triangles that refer to old vertices only.
 triangles_t of_old_vertices(const triangles_t& triangles, std::size_t old_vertices) {
     triangles_t old;
-    std::ranges::copy_if(triangles, std::back_inserter(old), [old_vertices](const triangle_t& triangle) {
-        return std::ranges::all_of(triangle, [old_vertices](auto index) { return index < old_vertices; });
-    });
+    std::ranges::copy_if(
+        triangles, std::back_inserter(old), [old_vertices](const triangle_indices_t& triangle) {
+            return std::ranges::all_of(triangle, [old_vertices](auto index) { return index < old_vertices; });
+        });
     return old;
 }
 

@@ -12,8 +12,8 @@ namespace ulk_test {
 
 using indices_t = std::vector<std::uint32_t>;
 /// The vertices of a triangle in its winding.
-using triangle_t = std::array<std::uint32_t, 3>;
-using triangles_t = std::vector<triangle_t>;
+using triangle_indices_t = std::array<std::uint32_t, 3>;
+using triangles_t = std::vector<triangle_indices_t>;
 
 /// A vertex and a frame that differ from all others in every component.
 ulk3d::vertex_t numbered_vertex(std::uint32_t number);
