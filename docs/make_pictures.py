@@ -16,6 +16,7 @@ from harness import commands as do
 
 CORNER = (1279, 0)
 POINTS_SHOWN, PUNISH, POLYGON_SELECTION, FOLD_VERTICES = "制御点表示", "ぷにぷに", "折曲ポリゴン選択", "折目頂点選択1,0"
+FOLD_ANGLE, FOLD_BUTTON = "折曲角度", "折曲実行"
 
 
 def window(program, view):
@@ -53,7 +54,84 @@ def fold_line(program, view):
     program.drag(view.at("perspective", 0, 150), view.at("perspective", 25, 110), button=3, modifier="alt")
 
 
-PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk"}
+class Net:
+    """Gestures on net.ulk: six squares of 0.3, a cross of three columns and four rows about the origin."""
+
+    SQUARE = 0.3
+    TOP_MIDDLE, MIDDLE_BELOW = (28, 150, 150), (126, 70, 150)
+
+    def __init__(self, program, view):
+        self.program, self.view = program, view
+        top = wait_for(lambda: view.dot("perspective", self.TOP_MIDDLE), "the points do not show")
+        # Where a unit of the model is seen, which holds as long as nobody moves the camera.
+        self.perspective_unit = (top.y - view.dot("perspective", self.MIDDLE_BELOW).y) / self.SQUARE
+        self.perspective_up = top.y - 0.45 * self.perspective_unit
+        # A scene is fitted with an eighth of its size to spare.
+        _, _, _, height = view.rectangle("front")
+        self.front_units = [height / 2 / (size * 1.125) for size in (0.9, 1.2)]
+
+    def mark(self, column, row):
+        """Clicks at the eight triangles of a square."""
+        self.program.press_control("radio button", POLYGON_SELECTION)
+        for right, up in ((0.25, 0.25), (0.25, 0.75), (0.75, 0.25), (0.75, 0.75)):
+            for way in (-1 / 12, 1 / 12):
+                x, y = (column + right + way - 1.5) * self.SQUARE, (row + up - way - 2) * self.SQUARE
+                self.program.click(*self.view.at("perspective", x * self.perspective_unit,
+                                                 y * self.perspective_unit + self.perspective_up))
+
+    def unmark_all(self):
+        self.program.press_control("radio button", POLYGON_SELECTION)
+        self.program.double_click(*self.view.centre("perspective"), button=3)
+
+    def pick_axis(self, first, second):
+        """Two corners by column and row. What lies to the left of the way from the first to the second
+        comes towards the viewer, or with a negative angle goes away."""
+        self.program.press_control("radio button", FOLD_VERTICES)
+        for (column, row), button in ((first, 3), (second, 1)):
+            place = (column - 1.5) * self.SQUARE, (row - 2) * self.SQUARE
+            self.program.click(*self.view.at("front", *(p * unit for p, unit in zip(place, self.front_units))), button)
+
+    def look_closer(self, notches):
+        self.program.drag(self.view.at("perspective", 0, 150), self.view.at("perspective", -35, 110), button=3,
+                          modifier="alt")
+        for _ in range(notches):
+            self.program.click(*self.view.centre("perspective"), button=5, modifier="alt")
+
+    def fold(self, first, second, square):
+        self.mark(*square)
+        self.pick_axis(first, second)
+        self.program.press_control("push button", FOLD_BUTTON)
+
+
+def fold_marks(program, view):
+    """The net of a box with its uppermost square marked, and the axis along the edge of it."""
+    net = Net(program, view)
+    net.mark(1, 3)
+    net.pick_axis((1, 3), (2, 3))
+    program.spin(FOLD_ANGLE, -5, button=2)
+    net.look_closer(1)
+
+
+def folded(program, view):
+    """The same net, folded at five edges, the lid and its wall last."""
+    net = Net(program, view)
+    program.spin(FOLD_ANGLE, -5, button=2)
+    net.fold((1, 1), (1, 2), (0, 1))
+    net.unmark_all()
+    net.fold((2, 2), (2, 1), (2, 1))
+    net.unmark_all()
+    net.fold((2, 1), (1, 1), (1, 0))
+    net.unmark_all()
+    net.fold((1, 3), (2, 3), (1, 3))
+    # The lid turns with the wall that it hangs on.
+    net.fold((1, 2), (2, 2), (1, 2))
+    net.unmark_all()
+    program.press_control("toggle button", POINTS_SHOWN)
+    net.look_closer(4)
+
+
+PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
+            fold_marks: "net.ulk", folded: "net.ulk"}
 
 
 def make(picture, sample, folder):

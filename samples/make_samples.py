@@ -19,6 +19,7 @@ GOLD = (240, 178, 60)
 PLUM = (126, 70, 150)
 LEAF = (110, 176, 84)
 SKY = (120, 180, 232)
+STEEL = (118, 136, 176)
 
 
 # ---- numbers, colours, places
@@ -268,6 +269,33 @@ def paper(placement=AS_BUILT, quads=20, ruled_every=5, curl=0.0):
     return polygon(vertices, strips, placement)
 
 
+# The squares of a net, by column and row from below: a cross that folds into a box.
+NET_SQUARES = {(1, 0): SKY, (0, 1): CORAL, (1, 1): GOLD, (2, 1): LEAF, (1, 2): PLUM, (1, 3): TEAL}
+
+
+def net(placement=AS_BUILT, size=0.3):
+    """All in one piece: neighbours share the vertices of their edge, and strips run through them. Every square is two
+    by two quads, so that its colour has a place besides the edges."""
+    def colour(x, y):
+        return NET_SQUARES[x // 2, y // 2] if x % 2 and y % 2 else STEEL
+
+    def point(x, y):
+        return ((x / 2 - 1.5) * size, (y / 2 - 2) * size, 0)
+
+    vertices, numbers_by_place, strips = [], {}, []
+
+    def number_of(x, y):
+        if (x, y) not in numbers_by_place:
+            numbers_by_place[x, y] = len(vertices)
+            vertices.append((point(x, y), colour(x, y), (x / 8, y / 8), (1, 0, 0), (0, 0, 1)))
+        return numbers_by_place[x, y]
+
+    for row in range(8):
+        columns = [x for x in range(6) if (x // 2, row // 2) in NET_SQUARES]
+        strips.append([e for x in (*columns, columns[-1] + 1) for e in (number_of(x, row + 1), number_of(x, row))])
+    return polygon(vertices, strips, placement)
+
+
 def mixed():
     return (
         ["# Upper row: a vase, a torus, a hilly field."] +
@@ -290,6 +318,7 @@ SAMPLES = {
     "cube.ulk": ("A cube of six strips.", cube),
     "sphere.ulk": ("A ball of polar points; its caps are strips of one triangle.", lambda: sphere(polar=True)),
     "paper.ulk": ("A sheet of paper of 20 by 20 quads, flat, to be folded.", paper),
+    "net.ulk": ("The net of a box, in one piece, to be folded.", net),
     "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
 }
 

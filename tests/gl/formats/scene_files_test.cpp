@@ -367,8 +367,8 @@ TEST_F(SceneFiles, AnStlPathIsKnownInAnyCaseOfLetters) {
 }
 
 TEST_F(SceneFiles, SamplesLoadAndSave) {
-    for (const char* name : {"cube.ulk", "knots.ulk", "mixed.ulk", "paper.ulk", "patch.ulk", "sphere.ulk",
-                             "torus.ulk", "vase.ulk"}) {
+    for (const char* name : {"cube.ulk", "knots.ulk", "mixed.ulk", "net.ulk", "paper.ulk", "patch.ulk",
+                             "sphere.ulk", "torus.ulk", "vase.ulk"}) {
         loading_t loading = load(sample(name));
         EXPECT_TRUE(loading.result) << name;
         EXPECT_EQ(loading.messages, "") << name;

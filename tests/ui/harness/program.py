@@ -247,11 +247,12 @@ class Program:
         x, y, width, height = self.control(role, name).rectangle
         self.click(x + width // 2, y + height // 2)
 
-    def spin(self, name, notches):
-        """Clicks the plus, or for a negative number the minus, of a spin button, which stand at its right end."""
+    def spin(self, name, notches, button=1):
+        """Clicks the plus, or for a negative number the minus, of a spin button, which stand at its right end. The
+        middle button, 2, goes by pages."""
         x, y, width, height = self.control("spin button", name).rectangle
         for _ in range(abs(notches)):
-            self.click(x + width - (height // 2 if notches > 0 else height * 3 // 2), y + height // 2)
+            self.click(x + width - (height // 2 if notches > 0 else height * 3 // 2), y + height // 2, button)
 
     def dialog(self, title):
         """The accessible of a dialog that shows."""
