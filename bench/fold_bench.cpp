@@ -4,14 +4,17 @@
 #include <set>
 
 #include "../tests/support/plain_fold.h"
+#include "bench_context.h"
 #include "operations/fold_polygons.h"
 #include "render/gl/element_array.h"
 
 /// Folding a sheet in strips, of which some triangles are marked: `half` of the sheet, as a user marks one
 /// side of a crease, or `every_other` triangle, which cuts as often as can be. `plain` cuts the strips in
 /// place, one insertion at a time, and goes over all elements for each torn vertex; `fast` is the program's
-/// way. The argument is the count of triangles; the ratio of the counter `triangles` (per second) between two
-/// rows of the same argument is the speed-up. The plain way is quadratic: it has no rows for large sheets.
+/// way; `model` is all that the fold button does to a model, reading and writing of its GL buffers and
+/// renewal of what depends on them included. The argument is the count of triangles; the ratio of the counter
+/// `triangles` (per second) between two rows of the same argument is the speed-up. The plain way is
+/// quadratic: it has no rows for large sheets.
 namespace {
 
 using namespace ulk3d;
@@ -79,6 +82,32 @@ void fast(benchmark::State& state) {
                             strip_mesh_t& mesh) { fold_polygons(marks, a, b, angle, mesh); });
 }
 
+template <std::set<std::uint32_t> (*marks_of)(std::int64_t)>
+void model(benchmark::State& state) {
+    need_context();
+    const strip_mesh_t flat = sheet(state.range(0));
+    const std::set<std::uint32_t> marks = marks_of(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        polygon_t polygon;
+        if (!polygon.allocate(flat.vertices.size(), flat.elements.size()) ||
+            !write_strip_mesh(polygon, flat)) {
+            state.SkipWithError("no memory");
+            break;
+        }
+        polygon.selectpolygons = marks;
+        state.ResumeTiming();
+        if (!fold_polygons(polygon.selectpolygons, {0.5F, 0, 0}, {0.5F, 1, 0}, 60.0F, polygon.vertices,
+                           polygon.normals, polygon.elements) ||
+            !polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count())) {
+            state.SkipWithError("no memory");
+            break;
+        }
+    }
+    state.counters["triangles"] = benchmark::Counter(static_cast<double>(state.range(0)),
+                                                     benchmark::Counter::kIsIterationInvariantRate);
+}
+
 void small(benchmark::internal::Benchmark* rows) {
     rows->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
 }
@@ -88,7 +117,9 @@ void large(benchmark::internal::Benchmark* rows) {
 
 BENCHMARK(plain<half>)->Name("fold/half/plain")->Apply(small);
 BENCHMARK(fast<half>)->Name("fold/half/fast")->Apply(large);
+BENCHMARK(model<half>)->Name("fold/half/model")->Apply(large);
 BENCHMARK(plain<every_other>)->Name("fold/every_other/plain")->Apply(small);
 BENCHMARK(fast<every_other>)->Name("fold/every_other/fast")->Apply(large);
+BENCHMARK(model<every_other>)->Name("fold/every_other/model")->Apply(large);
 
 }  // namespace

@@ -65,10 +65,10 @@ bool same_bits(const strip_mesh_t& one, const strip_mesh_t& other) {
            one.elements == other.elements;
 }
 
-using triangle_t = std::array<std::uint32_t, 3>;
+using corners_t = std::array<std::uint32_t, 3>;
 
-std::vector<triangle_t> triangles_of(const strip_mesh_t& mesh) {
-    std::vector<triangle_t> triangles;
+std::vector<corners_t> triangles_of(const strip_mesh_t& mesh) {
+    std::vector<corners_t> triangles;
     walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
         triangles.push_back({t.a, t.b, t.c});
     });
@@ -95,7 +95,7 @@ TEST(FoldPolygons, ATriangleInTheMiddleOfAStripSplitsItIntoThree) {
     ASSERT_EQ(after.frames.size(), 10U);
     EXPECT_TRUE(std::equal(before.vertices.begin(), before.vertices.end(), after.vertices.begin()));
     EXPECT_TRUE(std::equal(before.frames.begin(), before.frames.end(), after.frames.begin()));
-    const std::vector<triangle_t> expected{{0, 1, 2}, {2, 1, 3}, {7, 8, 9}, {4, 3, 5}, {4, 5, 6}};
+    const std::vector<corners_t> expected{{0, 1, 2}, {2, 1, 3}, {7, 8, 9}, {4, 3, 5}, {4, 5, 6}};
     EXPECT_EQ(triangles_of(after), expected);
 }
 
@@ -261,7 +261,7 @@ TEST(FoldPolygons, TheTurnIsRigid) {
 /// no vertex belongs to both.
 void expect_rule(const strip_mesh_t& before, const ids_t& selected) {
     const strip_mesh_t after = folded(before, selected, 90);
-    const std::vector<triangle_t> from = triangles_of(before), to = triangles_of(after);
+    const std::vector<corners_t> from = triangles_of(before), to = triangles_of(after);
     ASSERT_EQ(from.size(), to.size());
     std::set<std::uint32_t> turned, others;
     for (std::uint32_t id = 0; id < to.size(); ++id) {

@@ -135,10 +135,10 @@ INSTANTIATE_TEST_SUITE_P(
 
 // All strips of up to eight triangles with all sets, against the rule.
 
-using triangle_t = std::array<std::uint32_t, 3>;
+using corners_t = std::array<std::uint32_t, 3>;
 
-std::vector<triangle_t> triangles_of(const indices_t& elements) {
-    std::vector<triangle_t> triangles;
+std::vector<corners_t> triangles_of(const indices_t& elements) {
+    std::vector<corners_t> triangles;
     walk_strips(elements, vertex_count, [&](const strip_triangle_t& t) {
         triangles.push_back({t.a, t.b, t.c});
     });
