@@ -1,6 +1,7 @@
 #include "operations/separate_strips.h"
 
 #include <initializer_list>
+#include <utility>
 
 #include "model/strip_walk.h"
 #include "render/gl/element_array.h"
@@ -20,23 +21,20 @@ class strip_separator_t {
 
     /// Takes the next triangle of the walk, and what stands before its last element.
     void take(const strip_triangle_t& triangle, bool marked) {
-        const bool begins_strip = triangle.position != next_position;
+        if (triangle.position != next_position)
+            is_first = true;
         next_position = std::size_t{triangle.position} + 1;
         copy_up_to(std::size_t{triangle.position} + 2);
-        if (begins_strip) {
-            is_first = true;
-            inside = false;
-        }
 
-        if (marked != inside && !is_first) {
+        if (!is_first && marked != previous_marked) {
             cut_before(triangle, marked);
         } else {
             append({triangle.c});
             if (marked)
                 touch(is_first ? 3 : 1);
-            inside = marked;
             is_first = false;
         }
+        previous_marked = marked;
         ++copied;
     }
 
@@ -46,18 +44,16 @@ class strip_separator_t {
     }
 
   private:
-    /// Begins a strip with the triangle. The first triangle of a strip is odd, so that an even one with more
-    /// behind it gets a strip of its own and the rest begins another one.
+    /// Begins a strip with the triangle. An even triangle becomes the first one of its strip there, which is
+    /// odd: what goes on behind it would be turned over, and begins another strip.
     void cut_before(const strip_triangle_t& triangle, bool marked) {
         append({restart_mark, triangle.a, triangle.b, triangle.c});
         if (marked)
             touch(3);
-        inside = marked;
         const std::size_t next = next_position + 2;
         if (triangle.flipped && next < source.size() && source[next] < vertex_count) {
             append({restart_mark, triangle.a, triangle.c});
             is_first = true;
-            inside = false;
         }
     }
 
@@ -81,10 +77,10 @@ class strip_separator_t {
     std::uint64_t vertex_count;
     separated_strips_t out;
     std::size_t copied = 0;  ///< so much of the source has been written
-    std::size_t next_position =
-        static_cast<std::size_t>(-1);  ///< of the triangle that would go on with the strip
-    bool is_first = true;              ///< the triangle is the first one of a written strip
-    bool inside = false;               ///< the triangle before it is of the set, in one strip with it
+    /// Where a triangle stands that goes on with the strip of the last one.
+    std::size_t next_position = static_cast<std::size_t>(-1);
+    bool is_first = true;          ///< the next triangle begins a strip in the written list
+    bool previous_marked = false;  ///< the last triangle was marked
 };
 
 }  // namespace
