@@ -30,6 +30,17 @@ float ray_end(float high_z) {
     return high_z + std::fabs(high_z) + 1;
 }
 
+std::vector<cut_triangle_t> triangles_with_area(const strip_mesh_t& mesh) {
+    std::vector<cut_triangle_t> triangles;
+    const auto position = [&](std::uint32_t index) { return mesh.vertices[index].position; };
+    walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
+        const cut_triangle_t triangle(position(t.a), position(t.b), position(t.c));
+        if (triangle.has_area())
+            triangles.push_back(triangle);
+    });
+    return triangles;
+}
+
 }  // namespace
 
 void insert_hit(std::vector<crossing_hit_t>& hits, const crossing_hit_t& hit) {
@@ -56,22 +67,16 @@ int sum_of_hits(std::span<const crossing_hit_t> hits) {
     return sum;
 }
 
-inside_test_t::inside_test_t(const strip_mesh_t& cutter) : high_z(highest_z(cutter)) {
-    const auto position = [&](std::uint32_t index) { return cutter.vertices[index].position; };
-    walk_strips(cutter.elements, cutter.vertices.size(), [&](const strip_triangle_t& t) {
-        const cut_triangle_t triangle(position(t.a), position(t.b), position(t.c));
-        if (triangle.has_area())
-            triangles.push_back(triangle);
-    });
-}
+inside_test_t::inside_test_t(const strip_mesh_t& cutter)
+    : triangles(triangles_with_area(cutter)), high_z(highest_z(cutter)), grid(triangles, ray_end(high_z)) {}
 
 bool inside_test_t::is_inside(const pos3& point) {
     if (point.z > high_z)
         return false;
     const pos3 end{point.x, point.y, ray_end(high_z)};
     hits.clear();
-    for (cut_triangle_t& triangle : triangles)
-        add_hit(triangle, point, end);
+    for (const std::uint32_t number : grid.numbers_for(point))
+        add_hit(triangles[number], point, end);
     return sum_of_hits(hits) < 0;
 }
 

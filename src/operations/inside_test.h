@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "operations/cut_triangle.h"
+#include "operations/ray_grid.h"
 #include "operations/strip_mesh.h"
 
 namespace ulk3d {
@@ -41,7 +42,8 @@ class inside_test_t {
     void add_hit(cut_triangle_t& triangle, const pos3& start, const pos3& end);
 
     std::vector<cut_triangle_t> triangles;  ///< all with an area, in the order of the strips
-    float high_z = 0;
+    float high_z;
+    ray_grid_t grid;
     std::vector<crossing_hit_t> hits;
 };
 

@@ -1,52 +1,118 @@
+#include <algorithm>
+
+#include "model/math/vectors.h"
 #include "model/strip_walk.h"
 #include "operations/cut_pair.h"
 #include "operations/mesh_cut.h"
+#include "operations/pair_filter.h"
+#include "operations/strip_runs.h"
 #include "operations/strip_surgery.h"
 
 namespace ulk3d {
 namespace {
 
-/// The place in the strips of a walk that splits triangles as it goes.
-struct walk_t {
-    std::uint32_t i = 0;
-    std::uint32_t run_count = 0;  ///< accepted indices of the strip so far, the one at i included
+using place_t = strip_runs_t::place_t;
+
+/// Splits the triangles of a victim. The result is that of a walk over all of its triangles for each triangle
+/// of the cutter; `strip_runs_t` and `pair_filter_t` only leave out those that come out whole.
+class splitter_t {
+  public:
+    explicit splitter_t(strip_mesh_t& mesh) : victim(mesh), runs(mesh) {}
+
+    void split_for(cutter_triangle_t& cutter, std::uint64_t j);
+
+    bool has_changed() const { return changed; }
+
+  private:
+    void collect(cutter_triangle_t& cutter);
+    std::uint32_t walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter, std::uint64_t j);
+    bool split_triangle(place_t& place, cutter_triangle_t& cutter, std::uint64_t j);
+
+    strip_mesh_t& victim;
+    strip_runs_t runs;
+    pair_filter_t filter;
+    std::vector<strip_runs_t::candidate_t> candidates;
+    bool changed = false;
 };
 
-/// Splits the triangle that closes at the walk's place, if it has to be, and takes the walk behind it.
-bool split_triangle(strip_mesh_t& victim, walk_t& walk, cutter_triangle_t& cutter, std::uint64_t j) {
-    const std::uint32_t i = walk.i;
-    const bool flipped = walk.run_count % 2 == 0;
-    const std::uint32_t mi2 = flipped ? i - 1 : i - 2;
-    const std::uint32_t mi1 = flipped ? i - 2 : i - 1;
-    if (!has_corners(victim.elements, victim.vertices.size(), mi2, mi1))
+void splitter_t::split_for(cutter_triangle_t& cutter, std::uint64_t j) {
+    collect(cutter);
+    if (candidates.empty())
+        return;
+    filter.start(cutter);
+    for (std::uint32_t n = 0; n < candidates.size(); ++n) {
+        const auto& candidate = candidates[n];
+        if (candidate.has_lone_corner())
+            filter.add(runs.corners(candidate), candidate.lone, n);
+        else
+            filter.ask(n);
+    }
+    std::uint32_t walked_to = 0;
+    for (const std::uint32_t n : filter.finish()) {
+        const auto& candidate = candidates[n];
+        const place_t place = runs.place(candidate);
+        if (place.position >= walked_to)
+            walked_to = walk_on(candidate.run, place, cutter, j);
+    }
+    runs.tidy();
+}
+
+void splitter_t::collect(cutter_triangle_t& cutter) {
+    const cut_plane_t plane{cutter.cut.normal, dot(cutter.cut.normal, cutter.cut.centroid)};
+    candidates.clear();
+    for (const std::uint32_t run : runs.meeting(plane))
+        runs.append_candidates(candidates, run, plane);
+}
+
+/// Looks at the triangle at a place. Where it is split, candidates near it are no longer where they were: the
+/// walk then goes on over the rest of the run and the two positions behind it, whose triangles reach back
+/// into the run. Returns the first position that it did not look at.
+std::uint32_t splitter_t::walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter,
+                                  std::uint64_t j) {
+    std::uint32_t end = place.position + 1;
+    --place.run_count;
+    for (; place.position < end; ++place.position) {
+        if (victim.elements[place.position] >= victim.vertices.size()) {
+            place.run_count = 0;
+            continue;
+        }
+        if (++place.run_count < 3)
+            continue;
+        while (place.position >= runs.end_of(run))
+            ++run;
+        const std::size_t size = victim.elements.size();
+        if (split_triangle(place, cutter, j)) {
+            runs.update(run, static_cast<std::uint32_t>(victim.elements.size() - size));
+            end = std::min(runs.end_of(run) + 2, static_cast<std::uint32_t>(victim.elements.size()));
+            changed = true;
+        }
+    }
+    return end;
+}
+
+/// Splits the triangle that closes at a place, if it has to be, and takes the place behind it.
+bool splitter_t::split_triangle(place_t& place, cutter_triangle_t& cutter, std::uint64_t j) {
+    const std::uint32_t i = place.position;
+    const bool flipped = place.run_count % 2 == 0;
+    const std::array<std::uint32_t, 3> corners{flipped ? i - 1 : i - 2, flipped ? i - 2 : i - 1, i};
+    if (!has_corners(victim.elements, victim.vertices.size(), corners[0], corners[1]))
         return false;
-    const auto position = [&](std::uint32_t place) {
-        return victim.vertices[victim.elements[place]].position;
+    const auto position = [&](std::size_t n) {
+        return victim.vertices[victim.elements[corners[n]]].position;
     };
-    const pair_cut_t cut = cut_pair(cutter, {position(mi2), position(mi1), position(i)}, j, i);
+    const pair_cut_t cut = cut_pair(cutter, {position(0), position(1), position(2)}, j, i);
     if (cut.new_vertices == 0)
         return false;
 
-    const std::array<std::uint32_t, 3> places{mi2, mi1, i};
-    const std::uint32_t i0 = places[cut.first], i1 = places[(cut.first + 1) % 3],
-                        i2 = places[(cut.first + 2) % 3];
-    auto number = static_cast<std::int32_t>(walk.run_count) - 3;
+    const std::uint32_t i0 = corners[cut.first];
+    const std::uint32_t i1 = corners[(cut.first + 1) % 3];
+    const std::uint32_t i2 = corners[(cut.first + 2) % 3];
+    auto number = static_cast<std::int32_t>(place.run_count) - 3;
     const std::uint32_t advance =
-        cut.new_vertices == 1 ? add_vertex0(victim, number, walk.run_count, i0, i1, i2, cut.t1)
-                              : add_vertex(victim, number, walk.run_count, i0, i1, i2, cut.t1, cut.t2);
-    walk.i += advance;
+        cut.new_vertices == 1 ? add_vertex0(victim, number, place.run_count, i0, i1, i2, cut.t1)
+                              : add_vertex(victim, number, place.run_count, i0, i1, i2, cut.t1, cut.t2);
+    place.position += advance;
     return advance != 0;
-}
-
-bool split_for(strip_mesh_t& victim, cutter_triangle_t& cutter, std::uint64_t j) {
-    bool changed = false;
-    for (walk_t walk; walk.i < victim.elements.size(); ++walk.i) {
-        if (victim.elements[walk.i] >= victim.vertices.size())
-            walk.run_count = 0;
-        else if (++walk.run_count >= 3)
-            changed = split_triangle(victim, walk, cutter, j) || changed;
-    }
-    return changed;
 }
 
 }  // namespace
@@ -54,15 +120,15 @@ bool split_for(strip_mesh_t& victim, cutter_triangle_t& cutter, std::uint64_t j)
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress) {
     const double step = 0.5 / static_cast<double>(cutter.elements.size());
     const auto position = [&](std::uint32_t index) { return cutter.vertices[index].position; };
-    bool changed = false;
+    splitter_t splitter(victim);
     walk_strips(cutter.elements, cutter.vertices.size(), [&](const strip_triangle_t& t) {
         const std::uint64_t j = std::uint64_t{t.position} + 2;
         progress.emit(step * static_cast<double>(j));
         cutter_triangle_t triangle({position(t.a), position(t.b), position(t.c)});
         if (triangle.has_area())
-            changed = split_for(victim, triangle, j) || changed;
+            splitter.split_for(triangle, j);
     });
-    return changed;
+    return splitter.has_changed();
 }
 
 }  // namespace ulk3d
