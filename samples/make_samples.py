@@ -296,6 +296,43 @@ def net(placement=AS_BUILT, size=0.3):
     return polygon(vertices, strips, placement)
 
 
+def star(placement=AS_BUILT, points=5, outer=0.34, inner=0.15, depth=1.3):
+    """A closed prism along z: its two faces are fans of single triangles, its side one strip for each wall."""
+    outline = []
+    for k in range(2 * points):
+        angle, radius = math.pi * k / points, inner if k % 2 else outer
+        outline.append((-radius * math.sin(angle), radius * math.cos(angle)))
+    vertices, strips = [], []
+
+    def add(point, colour, tangent, normal):
+        vertices.append((point, colour, (point[0] + 0.5, point[1] + 0.5), tangent, normal))
+        return len(vertices) - 1
+
+    for side in (1, -1):
+        z, normal, tangent = side * depth / 2, (0, 0, side), (side, 0, 0)
+        centre = add((0, 0, z), GOLD, tangent, normal)
+        rim = [add((x, y, z), CORAL, tangent, normal) for x, y in outline]
+        for k, this in enumerate(rim):
+            following = rim[(k + 1) % len(rim)]
+            strips.append([centre, this, following] if side > 0 else [centre, following, this])
+    for (x0, y0), (x1, y1) in zip(outline, outline[1:] + outline[:1]):
+        length = math.hypot(x1 - x0, y1 - y0)
+        tangent = ((x1 - x0) / length, (y1 - y0) / length, 0)
+        normal = cross(tangent, (0, 0, 1))
+        strips.append([add((x, y, z), CORAL, tangent, normal)
+                       for x, y in ((x0, y0), (x1, y1)) for z in (depth / 2, -depth / 2)])
+    return polygon(vertices, strips, placement)
+
+
+def star_cutter():
+    return (
+        ["# The cutter comes first, so that it is the current model."] +
+        star(Placement(turn_y(8), turn_x(-6), move=(0.05, 0.02, 0.1))) +
+        ["# What it is cut out of: a ball and the sheet before it."] +
+        sphere(Placement(turn_x(-65), turn_y(20)), columns=32, rows=16) +
+        paper(Placement(turn_x(-12), turn_y(10), move=(0, 0, 0.45)), quads=12, ruled_every=3, curl=0.15))
+
+
 def mixed():
     return (
         ["# Upper row: a vase, a torus, a hilly field."] +
@@ -319,6 +356,7 @@ SAMPLES = {
     "sphere.ulk": ("A ball of polar points; its caps are strips of one triangle.", lambda: sphere(polar=True)),
     "paper.ulk": ("A sheet of paper of 20 by 20 quads, flat, to be folded.", paper),
     "net.ulk": ("The net of a box, in one piece, to be folded.", net),
+    "cut.ulk": ("A star to be cut out of a ball and of a sheet.", star_cutter),
     "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
 }
 
