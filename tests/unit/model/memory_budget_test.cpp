@@ -48,7 +48,8 @@ TEST(MemoryBudget, IsHalfOfTheAddressSpaceThatIsLeft) {
     ASSERT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
     const std::uint64_t budget = memory_budget();
     ASSERT_EQ(setrlimit(RLIMIT_AS, &unlimited), 0);
-    EXPECT_LE(budget, spare / 2);
+    // The allocator may have given pages back since they were counted.
+    EXPECT_LE(budget, spare / 2 + (std::uint64_t{1} << 20));
     EXPECT_GT(budget, spare / 4);
 }
 
