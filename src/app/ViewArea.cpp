@@ -33,6 +33,8 @@ ViewArea::~ViewArea() {
 }
 
 void ViewArea::redraw() {
+    if (!get_auto_render())
+        queue_render();
     if (const Glib::RefPtr<Gdk::Window> window = get_window())
         window->invalidate_rect(Gdk::Rectangle(0, 0, get_width(), get_height()), false);
 }
@@ -170,15 +172,21 @@ void ViewArea::set_mode(operation_mode_t mode) {
 }
 
 bool ViewArea::fold() {
+    if (ulkedit.cut_is_running())
+        return true;
     make_current();
     const bool folded = ulkedit.fold();
     redraw();
     return folded;
 }
 
-void ViewArea::cut_current() {
+void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {
     make_current();
-    ulkedit.cut_current();
+    // The toolkit paints the whole window for each move of the progress bar. The frame that stands in the
+    // view is taken again for that; it is drawn anew only when something asks for it.
+    set_auto_render(false);
+    ulkedit.cut_current(receiver);
+    set_auto_render(true);
     redraw();
     error_bell();
 }

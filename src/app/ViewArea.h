@@ -39,7 +39,8 @@ class ViewArea : public Gtk::GLArea {
     void set_clipping_mode();
     void set_folding_mode();
     bool fold();
-    void cut_current();  ///< rings the bell when it has finished
+    /// Rings the bell when it has finished.
+    void cut_current(const sigc::slot<void, double>& receiver);
 
     /// Keys that the window passes on; true when the key meant something here.
     bool key_press(const GdkEventKey& event);

@@ -16,7 +16,7 @@ void ViewMenuBar::build() {
     fill(file_menu, {{"_Open", &ViewWindow::on_file_open},
                      {"Save_As", &ViewWindow::on_file_save_as},
                      {"Save_CurrentModelAs", &ViewWindow::on_file_save_model_as},
-                     {"e_Xit", &ViewWindow::on_quit}});
+                     {"e_Xit", &ViewWindow::on_quit, true}});
     // Items without a command show what is to come and do nothing.
     fill(edit_menu, {{"Add _Polygon", nullptr},
                      {"Add _Nurbs", nullptr},
@@ -41,7 +41,8 @@ void ViewMenuBar::build() {
                                {"_Normal(Z軸法線)Dialog", nullptr},
                                {"_ElementDialog", nullptr},
                                {"_OptionDialog", nullptr}});
-    fill(view_menu, {{"_FullScreen", &ViewWindow::on_fullscreen}, {"_Maximize", &ViewWindow::on_maximize}});
+    fill(view_menu,
+         {{"_FullScreen", &ViewWindow::on_fullscreen, true}, {"_Maximize", &ViewWindow::on_maximize, true}});
 
     file_item.set_submenu(file_menu);
     edit_item.set_submenu(edit_menu);
@@ -61,7 +62,10 @@ void ViewMenuBar::fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows) 
     for (const menu_row_t& row : rows) {
         auto* item = Gtk::make_managed<Gtk::MenuItem>(row.label, true);
         if (row.command != nullptr)
-            item->signal_activate().connect(sigc::mem_fun(window, row.command));
+            item->signal_activate().connect([this, row] {
+                if (row.works_during_cut || !window.area().scene().cut_is_running())
+                    (window.*row.command)();
+            });
         menu.append(*item);
     }
     menu.show_all_children(true);

@@ -48,6 +48,8 @@ class ViewMenuBar : public Gtk::MenuBar {
     struct menu_row_t {
         const char* label;  ///< with mnemonic
         void (ViewWindow::*command)();
+        /// The window lives on while a cut is running; what would get into its way waits for its end.
+        bool works_during_cut = false;
     };
 
     void fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows);

@@ -4,6 +4,8 @@
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
 
+#include <cstdlib>
+
 #include "app/program_path.h"
 #include "app/system_text.h"
 #include "utils/paths.h"
@@ -64,11 +66,26 @@ void ViewWindow::on_maximize() {
 }
 
 void ViewWindow::on_cut_model() {
-    viewarea.cut_current();
+    viewarea.cut_current(sigc::mem_fun(*this, &ViewWindow::on_cut_progress));
+    iconbuttons.set_progress(cut_fraction);
     Gtk::MessageDialog dialog(*this, "ポリゴンの自動カットが終了しました。", false, Gtk::MESSAGE_INFO,
                               Gtk::BUTTONS_OK, true);
     dialog.set_title("ポリゴン編集");
     dialog.run();
+}
+
+void ViewWindow::on_cut_progress(double fraction) {
+    cut_fraction = fraction;
+    const auto begin = event_pace_t::clock::now();
+    if (!cut_pace.due(begin))
+        return;
+    iconbuttons.set_progress(fraction);
+    while (Gtk::Main::events_pending())
+        if (Gtk::Main::iteration(false))
+            std::exit(EXIT_SUCCESS);
+    // A repaint among these events may have left another context current.
+    viewarea.make_current();
+    cut_pace.handled(begin, event_pace_t::clock::now());
 }
 
 void ViewWindow::on_fold_execute() {

@@ -9,6 +9,7 @@
 #include "app/ViewArea.h"
 #include "app/ViewIconButtons.h"
 #include "app/ViewMenuBar.h"
+#include "app/event_pace.h"
 
 namespace ulk3d {
 
@@ -35,6 +36,10 @@ class ViewWindow : public Gtk::Window {
     void on_cut_model();
     void on_fold_execute();  ///< the toolbar's fold button
 
+    /// Receives how much of a cut is done: moves the bar and lets the window live. Asked to quit meanwhile,
+    /// it ends the process in the middle of the cut.
+    void on_cut_progress(double fraction);
+
     /// Puts the file name of a path, and the program's, into the window title.
     void set_file_title(const std::string& path);
 
@@ -55,6 +60,8 @@ class ViewWindow : public Gtk::Window {
     std::string title_base;
     bool fullscreen_on = false;
     bool maximized_on = false;
+    event_pace_t cut_pace;
+    double cut_fraction = 0;
     Gtk::VBox vbox{false, 0};
     ViewMenuBar menubar;
     ViewIconButtons iconbuttons;

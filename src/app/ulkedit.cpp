@@ -69,6 +69,8 @@ void ulkedit_t::reshape(int width, int height) {
 }
 
 bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
+    if (cutting)
+        return false;
     grCheckError("ulkedit_t::file_open(0)");
     scene_t loaded;
     if (!load_scene(loaded, name, glpolygon, errors)) {
@@ -99,6 +101,8 @@ bool ulkedit_t::save_current_to(const char* path) {
 }
 
 void ulkedit_t::add_model(std::uint32_t kind) {
+    if (cutting)
+        return;
     scene_models.push_back(std::make_unique<model_entry_t>(kind));
     select_model(scene_models.size() - 1);
 }
@@ -110,7 +114,7 @@ void ulkedit_t::select_model(std::uint64_t index) {
 }
 
 void ulkedit_t::delete_current() {
-    if (current == scene_models.end())
+    if (cutting || current == scene_models.end())
         return;
     for (fold_pick_t& pick : fold_picks)
         follow_removal(pick, index_of_current);
@@ -121,7 +125,7 @@ void ulkedit_t::delete_current() {
 }
 
 void ulkedit_t::polygonize_current() {
-    if (model_entry_t* entry = current_model())
+    if (model_entry_t* entry = current_model(); entry != nullptr && !cutting)
         entry->kind = kind_polygon;
 }
 

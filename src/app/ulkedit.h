@@ -62,7 +62,8 @@ class ulkedit_t {
     /// Draws a frame into the bound framebuffer.
     void display();
 
-    // The scene.
+    // The scene. What changes its list of models or their kinds does nothing while a cut is running;
+    // file_open then fails.
 
     /// Adds a file's models, and its environment when it has one, to the scene, makes the first new model
     /// current, fits the view and clears the edit history. On failure the scene stays as it was; messages are
@@ -124,9 +125,11 @@ class ulkedit_t {
     /// second vertex of the fold axis, and clears the edit history. False, with nothing changed, when one of
     /// them does not exist, when they are at one place, or when no polygon is marked.
     bool fold();
-    /// Subtracts the current polygon model from all others, which is yet to come: it clears the edit history
-    /// so far.
-    void cut_current();
+    /// Subtracts the current polygon model from all others and clears the edit history; does nothing when a
+    /// NURBS model or none is current. `receiver` hears how much is done, from 0 to 1, and may run the event
+    /// loop in it: the camera then works, while edits and all that changes the list of models do nothing.
+    void cut_current(const sigc::slot<void, double>& receiver);
+    bool cut_is_running() const { return cutting; }
 
     fold_pick_t fold_picks[2];  ///< the two ends of the fold axis
     bool crosshair_on = false;  ///< bands across the perspective view at the cursor; no command sets it
@@ -206,6 +209,7 @@ class ulkedit_t {
     bool grid_on = true;
     double grid_step = 0.0;
     float fold_angle = 0.0F;
+    bool cutting = false;
     selection_t selection{&input};
     punish_t punish{&input};
     clipping_t clipping{&input};

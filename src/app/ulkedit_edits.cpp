@@ -1,11 +1,12 @@
 // What ulkedit_t changes in its models: points dragged, wheeled and dented, and the steps taken back;
-// polygons folded.
+// polygons folded, and models cut out of others.
 
 #include <algorithm>
 
 #include "app/ulkedit.h"
 #include "model/math/vectors.h"
 #include "operations/fold_polygons.h"
+#include "operations/mesh_cut.h"
 
 namespace ulk3d {
 
@@ -137,10 +138,15 @@ bool ulkedit_t::fold() {
     return folded;
 }
 
-void ulkedit_t::cut_current() {
+void ulkedit_t::cut_current(const sigc::slot<void, double>& receiver) {
     const model_entry_t* const cutter = current_model();
-    if (cutter == nullptr || cutter->kind != kind_polygon)
+    if (cutting || cutter == nullptr || cutter->kind != kind_polygon)
         return;
+    progress_signal_t progress;
+    progress.connect(receiver);
+    cutting = true;
+    mesh_cut(progress, index_of_current, scene_models);
+    cutting = false;
     clear_undo();
 }
 

@@ -28,10 +28,10 @@ constexpr float units_per_notch = 0.25F;
 bool ulkedit_t::mouse_button(std::uint32_t button, bool release, int x, int y) {
     switch (input.modifier) {
         case modifier_none:
-            return input.press_or_release(button, release) &&
+            return input.press_or_release(button, release) && !cutting &&
                    operation->on_button(button, release, x, y) != 0;
         case modifier_shift:
-            return input.press_or_release(button, release) &&
+            return input.press_or_release(button, release) && !cutting &&
                    operation->on_shift_button(button, release, x, y) != 0;
         case modifier_alt:
             press_camera(button, release, x, y);
@@ -44,15 +44,15 @@ bool ulkedit_t::mouse_button(std::uint32_t button, bool release, int x, int y) {
 
 bool ulkedit_t::double_click(std::uint32_t button, int x, int y) {
     const bool drives_operation = input.modifier == modifier_none || input.modifier == modifier_shift;
-    return drives_operation && operation->on_double_click(button, x, y) != 0;
+    return drives_operation && !cutting && operation->on_double_click(button, x, y) != 0;
 }
 
 bool ulkedit_t::mouse_motion(int x, int y) {
     switch (input.modifier) {
         case modifier_none:
-            return operation->on_motion(x, y) != 0;
+            return !cutting && operation->on_motion(x, y) != 0;
         case modifier_shift:
-            return operation->on_shift_motion(x, y) != 0;
+            return !cutting && operation->on_shift_motion(x, y) != 0;
         case modifier_alt:
             return move_camera(x, y);
         default:
@@ -63,7 +63,7 @@ bool ulkedit_t::mouse_motion(int x, int y) {
 bool ulkedit_t::mouse_wheel(int delta, int x, int y) {
     switch (input.modifier) {
         case modifier_shift:
-            return operation->on_shift_wheel(delta, x, y) != 0;
+            return !cutting && operation->on_shift_wheel(delta, x, y) != 0;
         case modifier_alt:
             return wheel_camera(delta, x, y);
         default:
@@ -91,9 +91,9 @@ bool ulkedit_t::key_command(std::uint32_t keyval) {
             fit_scene();
             return true;
         case 'z':
-            return input.modifier == modifier_ctrl && undo();
+            return input.modifier == modifier_ctrl && !cutting && undo();
         case 'y':
-            return input.modifier == modifier_ctrl && redo();
+            return input.modifier == modifier_ctrl && !cutting && redo();
         case 'i':
             print_models();
             return false;
