@@ -16,6 +16,7 @@ from harness import commands as do
 
 CORNER = (1279, 0)
 POINTS_SHOWN, PUNISH, POLYGON_SELECTION, FOLD_VERTICES = "制御点表示", "ぷにぷに", "折曲ポリゴン選択", "折目頂点選択1,0"
+CUT_TITLE = "ポリゴン編集"
 FOLD_ANGLE, FOLD_BUTTON = "折曲角度", "折曲実行"
 
 
@@ -130,8 +131,31 @@ def folded(program, view):
     net.look_closer(4)
 
 
+def show_cutter(program, view):
+    program.press_control("toggle button", POINTS_SHOWN)
+    program.drag(view.at("perspective", 0, 150), view.at("perspective", 25, 145), button=3, modifier="alt")
+    for _ in range(4):
+        program.click(*view.centre("perspective"), button=5, modifier="alt")
+
+
+def cutter(program, view):
+    """The star before it cuts."""
+    show_cutter(program, view)
+
+
+def cut(program, view):
+    """The same scene when it has cut and is gone."""
+    do.cut(program)
+    program.message(CUT_TITLE)
+    program.keys("Return")
+    program.wait_gone(CUT_TITLE)
+    program.wait_main_active()
+    do.delete_current(program)
+    show_cutter(program, view)
+
+
 PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
-            fold_marks: "net.ulk", folded: "net.ulk"}
+            fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk"}
 
 
 def make(picture, sample, folder):
