@@ -25,6 +25,11 @@ using progress_signal_t = sigc::signal<void, double>;
 /// context. Edit histories of changed models no longer fit; they are the caller's.
 void mesh_cut(const progress_signal_t& progress, std::uint64_t current, const model_list_t& models);
 
+/// Whether the boxes of two meshes are not clearly apart. The outline test looks at whole lines: a cutter far
+/// away can split triangles whose planes happen to meet its own in the line of an edge. A victim that the
+/// cutter can not touch is therefore not asked about at all.
+bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
+
 /// The two phases of the cut, on the host. Both say whether the victim was changed.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 
 #include "model/math/vectors.h"
 #include "model/strip_walk.h"
@@ -64,26 +65,23 @@ void splitter_t::collect(cutter_triangle_t& cutter) {
         runs.append_candidates(candidates, run, plane);
 }
 
-/// Looks at the triangle at a place. Where it is split, candidates near it are no longer where they were: the
-/// walk then goes on over the rest of the run and the two positions behind it, whose triangles reach back
-/// into the run. Returns the first position that it did not look at.
+/// Looks at the triangle at a place, and if it is split, at all behind it in the run, as candidates there are
+/// no longer where they were. Returns the first position that was not looked at. Triangles behind the run
+/// still have their places, counted from its end, or stand in the run by now: then no triangle closes at the
+/// place.
 std::uint32_t splitter_t::walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter,
                                   std::uint64_t j) {
     std::uint32_t end = place.position + 1;
     --place.run_count;
     for (; place.position < end; ++place.position) {
-        if (victim.elements[place.position] >= victim.vertices.size()) {
-            place.run_count = 0;
+        const bool is_vertex = victim.elements[place.position] < victim.vertices.size();
+        place.run_count = is_vertex ? place.run_count + 1 : 0;
+        if (place.run_count < 3)
             continue;
-        }
-        if (++place.run_count < 3)
-            continue;
-        while (place.position >= runs.end_of(run))
-            ++run;
         const std::size_t size = victim.elements.size();
         if (split_triangle(place, cutter, j)) {
             runs.update(run, static_cast<std::uint32_t>(victim.elements.size() - size));
-            end = std::min(runs.end_of(run) + 2, static_cast<std::uint32_t>(victim.elements.size()));
+            end = runs.end_of(run);
             changed = true;
         }
     }
@@ -115,17 +113,39 @@ bool splitter_t::split_triangle(place_t& place, cutter_triangle_t& cutter, std::
     return advance != 0;
 }
 
+/// Of the vertices that the strips refer to; a mesh without any has none.
+std::optional<box3> box_of(const strip_mesh_t& mesh) {
+    std::optional<box3> box;
+    for (const std::uint32_t index : mesh.elements) {
+        if (index >= mesh.vertices.size())
+            continue;
+        const pos3& p = mesh.vertices[index].position;
+        box = box ? box3{component_min(box->low, p), component_max(box->high, p)} : box3{p, p};
+    }
+    return box;
+}
+
 }  // namespace
+
+bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter) {
+    const auto a = box_of(victim);
+    const auto b = box_of(cutter);
+    const auto are_apart = [](const pos3& high, const pos3& low) {
+        return f_gt(low.x, high.x) || f_gt(low.y, high.y) || f_gt(low.z, high.z);
+    };
+    return a && b && !are_apart(a->high, b->low) && !are_apart(b->high, a->low);
+}
 
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress) {
     const double step = 0.5 / static_cast<double>(cutter.elements.size());
     const auto position = [&](std::uint32_t index) { return cutter.vertices[index].position; };
+    const bool splits = may_touch(victim, cutter);
     splitter_t splitter(victim);
     walk_strips(cutter.elements, cutter.vertices.size(), [&](const strip_triangle_t& t) {
         const std::uint64_t j = std::uint64_t{t.position} + 2;
         progress.emit(step * static_cast<double>(j));
         cutter_triangle_t triangle({position(t.a), position(t.b), position(t.c)});
-        if (triangle.has_area())
+        if (splits && triangle.has_area())
             splitter.split_for(triangle, j);
     });
     return splitter.has_changed();

@@ -24,13 +24,29 @@ struct corner_ids_t {
     std::uint32_t a, b, c;
 };
 
-/// A mesh of the points, one strip per triangle. Colours and texture coordinates follow the place, so that
-/// what is interpolated can be told.
+/// Colour and texture coordinate follow the place, so that what is interpolated can be told.
+inline ulk3d::vertex_t vertex_with_attributes(const pos3& p) {
+    return {p, {0.5F + p.x / 8, 0.5F + p.y / 8, 0.5F + p.z / 8, 1}, {p.x / 4, p.y / 4}};
+}
+
+inline ulk3d::frame_t frame_with_attributes(const pos3& p) {
+    return {{1, 0, p.x / 4}, {0, 1, p.y / 4}, {0, 0, 1}};
+}
+
+inline strip_mesh_t mesh_with_attributes(strip_mesh_t mesh) {
+    for (std::size_t n = 0; n < mesh.vertices.size(); ++n) {
+        mesh.vertices[n] = vertex_with_attributes(mesh.vertices[n].position);
+        mesh.frames[n] = frame_with_attributes(mesh.vertices[n].position);
+    }
+    return mesh;
+}
+
+/// A mesh of the points, one strip per triangle.
 inline strip_mesh_t mesh_of(const std::vector<pos3>& points, const std::vector<corner_ids_t>& triangles) {
     strip_mesh_t mesh;
     for (const pos3& p : points) {
-        mesh.vertices.push_back({p, {0.5F + p.x / 8, 0.5F + p.y / 8, 0.5F + p.z / 8, 1}, {p.x / 4, p.y / 4}});
-        mesh.frames.push_back({{1, 0, p.x / 4}, {0, 1, p.y / 4}, {0, 0, 1}});
+        mesh.vertices.push_back(vertex_with_attributes(p));
+        mesh.frames.push_back(frame_with_attributes(p));
     }
     for (const auto& [a, b, c] : triangles)
         mesh.elements.insert(mesh.elements.end(), {a, b, c, ulk3d::restart_mark});

@@ -42,10 +42,15 @@ class cut_scenes_t {
         return tetrahedron(place(reach), place(reach), place(reach), place(reach));
     }
 
-    strip_mesh_t random_box(bool on_lattice) {
-        const pos3 a = on_lattice ? lattice_place() : place(1);
-        const pos3 b = on_lattice ? lattice_place() : place(1);
+    strip_mesh_t random_box() {
+        const pos3 a = place(1), b = place(1);
         return box(component_min(a, b), component_max(a, b));
+    }
+
+    strip_mesh_t lattice_box() {
+        const auto size = [this] { return static_cast<float>(1 + below(3)) * 0.5F; };
+        const pos3 low = lattice_place();
+        return box(low, {low.x + size(), low.y + size(), low.z + size()});
     }
 
     strip_mesh_t closed_mesh(int detail) {
@@ -53,9 +58,9 @@ class cut_scenes_t {
             case 0:
                 return random_tetrahedron(1.5F);
             case 1:
-                return random_box(false);
+                return random_box();
             case 2:
-                return turned(random_box(false));
+                return turned(random_box());
             case 3:
                 return turned(torus(place(0.3F), 0.8F, 0.3F, 6 + below(10), 4 + below(6)));
             default:
@@ -121,7 +126,7 @@ class cut_scenes_t {
             case 1:
                 return {in_strips(closed_mesh(0)), in_strips(closed_mesh(0))};
             case 2:
-                return {random_box(true), random_box(true)};
+                return {lattice_box(), lattice_box()};
             case 3:
                 return {in_strips(sheet(7, 2, [](float x, float y) { return 0.2F * std::sin(5 * x) * y; })),
                         closed_mesh(0)};

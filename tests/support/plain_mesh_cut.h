@@ -9,6 +9,7 @@
 #include "model/strip_walk.h"
 #include "operations/cut_pair.h"
 #include "operations/inside_test.h"
+#include "operations/mesh_cut.h"
 #include "operations/strip_surgery.h"
 
 /// The mesh cut without any short cut: every triangle of the cutter against every triangle of the victim, and
@@ -47,12 +48,13 @@ inline void plain_split_for(ulk3d::strip_mesh_t& victim, ulk3d::cutter_triangle_
 inline void plain_split(ulk3d::strip_mesh_t& victim, const ulk3d::strip_mesh_t& cutter,
                         const progress_t& progress) {
     const double k = 0.5 / static_cast<double>(cutter.elements.size());
+    const bool splits = may_touch(victim, cutter);
     ulk3d::walk_strips(cutter.elements, cutter.vertices.size(), [&](const ulk3d::strip_triangle_t& t) {
         const std::uint64_t j = t.position + 2U;
         progress(k * static_cast<double>(j));
         ulk3d::cutter_triangle_t triangle(
             {cutter.vertices[t.a].position, cutter.vertices[t.b].position, cutter.vertices[t.c].position});
-        if (triangle.has_area())
+        if (splits && triangle.has_area())
             plain_split_for(victim, triangle, j);
     });
 }
