@@ -88,7 +88,7 @@ TEST_F(MeshCut, CutterWithoutVerticesOrElementsDoesNothing) {
     add({cutter_box.vertices, cutter_box.frames, {}});
     models.push_back(std::make_unique<model_entry_t>(kind_polygon));
     const captured_stream messages(std::cerr);
-    for (const std::uint64_t current : {1, 2, 3})
+    for (const std::uint64_t current : {1U, 2U, 3U})
         cut(current);
     EXPECT_EQ(messages.text(), "");
     EXPECT_EQ(content(victim), victim_sphere);

@@ -26,7 +26,7 @@ std::map<std::array<std::uint32_t, 3>, int> triangles_of(const strip_mesh_t& mes
     std::map<std::array<std::uint32_t, 3>, int> triangles;
     walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
         std::array corners{t.a, t.b, t.c};
-        std::ranges::rotate(corners, std::ranges::min_element(corners));
+        std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
         ++triangles[corners];
     });
     return triangles;

@@ -22,7 +22,7 @@ triangle_list_t triangles_of(const strip_mesh_t& mesh, std::uint32_t without = 0
         if ((without >> t.id & 1) != 0)
             return;
         std::array corners{t.a, t.b, t.c};
-        std::ranges::rotate(corners, std::ranges::min_element(corners));
+        std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
         triangles.push_back(corners);
     });
     std::ranges::sort(triangles);

@@ -52,11 +52,12 @@ void expect_right_candidates(strip_runs_t& runs, const strip_mesh_t& mesh, const
     ASSERT_TRUE(std::ranges::equal(positions, expected_positions(mesh, plane)));
 
     for (const auto& candidate : candidates) {
-        const auto [i, run_count] = runs.place(candidate);
+        const strip_runs_t::place_t place = runs.place(candidate);
+        const std::uint32_t i = place.position;
         std::uint32_t count = 0;
         while (count <= i && mesh.elements[i - count] < mesh.vertices.size())
             ++count;
-        EXPECT_EQ(run_count, count);
+        EXPECT_EQ(place.run_count, count);
         EXPECT_EQ(candidate.flipped, count % 2 == 0);
         const auto position = [&](std::uint32_t back) {
             return mesh.vertices[mesh.elements[i - back]].position;
@@ -120,7 +121,7 @@ void expect_right_candidates_after_split(cut_scenes_t& random, strip_mesh_t mesh
     std::array<std::uint32_t, 3> corners{position - 2, position - 1, position};
     if (run_count % 2 == 0)
         std::swap(corners[0], corners[1]);
-    std::ranges::rotate(corners, corners.begin() + turn);
+    std::rotate(corners.begin(), corners.begin() + turn, corners.end());
     const auto [i0, i1, i2] = corners;
     const std::uint32_t advance = is_apex ? add_vertex(mesh, number, run_count, i0, i1, i2, 0.5F, 0.25F)
                                           : add_vertex0(mesh, number, run_count, i0, i1, i2, 0.5F);
