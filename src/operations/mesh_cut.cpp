@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "operations/inside_test.h"
+
 namespace ulk3d {
 namespace {
 
@@ -50,8 +52,9 @@ void mesh_cut(const progress_signal_t& progress, std::uint64_t current, const mo
     std::vector<victim_t> victims = read_victims(*current_polygon, models);
     for (victim_t& victim : victims)
         victim.changed = split_by(victim.mesh, cutter, progress);
+    inside_test_t inside(cutter);
     for (victim_t& victim : victims)
-        victim.changed = remove_inside(victim.mesh, cutter, progress) || victim.changed;
+        victim.changed = remove_inside(victim.mesh, inside, progress) || victim.changed;
     for (const victim_t& victim : victims)
         write_back(victim, models);
 }

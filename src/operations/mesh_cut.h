@@ -9,6 +9,8 @@
 
 namespace ulk3d {
 
+class inside_test_t;
+
 /// Takes how far the cut has come. A handler may run other events: no mapping is open meanwhile.
 using progress_signal_t = sigc::signal<void, double>;
 
@@ -33,5 +35,8 @@ bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
 /// The two phases of the cut, on the host. Both say whether the victim was changed.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
+
+/// The second phase with the inside test of the cutter, which serves for any number of victims.
+bool remove_inside(strip_mesh_t& victim, inside_test_t& cutter, const progress_signal_t& progress);
 
 }  // namespace ulk3d

@@ -14,8 +14,7 @@ namespace {
 /// up behind a removed triangle is the rest of its strip and not of the mesh.
 class remover_t {
   public:
-    remover_t(const strip_mesh_t& cutter, const progress_signal_t& signal)
-        : inside(cutter), progress(signal) {}
+    remover_t(inside_test_t& test, const progress_signal_t& signal) : inside(test), progress(signal) {}
 
     /// Whether anything was removed.
     bool remove_from(strip_mesh_t& victim);
@@ -26,7 +25,7 @@ class remover_t {
     bool index_at(std::size_t i) const;
     pos3 centroid(std::uint32_t i, bool flipped) const;
 
-    inside_test_t inside;
+    inside_test_t& inside;
     const progress_signal_t& progress;
     double step = 0;
     strip_mesh_t strip;  ///< all vertices, and the elements of a strip with the mark that ends it
@@ -102,6 +101,11 @@ pos3 remover_t::centroid(std::uint32_t i, bool flipped) const {
 }  // namespace
 
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress) {
+    inside_test_t inside(cutter);
+    return remove_inside(victim, inside, progress);
+}
+
+bool remove_inside(strip_mesh_t& victim, inside_test_t& cutter, const progress_signal_t& progress) {
     return remover_t(cutter, progress).remove_from(victim);
 }
 

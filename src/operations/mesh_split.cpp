@@ -144,8 +144,10 @@ bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_s
     walk_strips(cutter.elements, cutter.vertices.size(), [&](const strip_triangle_t& t) {
         const std::uint64_t j = std::uint64_t{t.position} + 2;
         progress.emit(step * static_cast<double>(j));
+        if (!splits)
+            return;
         cutter_triangle_t triangle({position(t.a), position(t.b), position(t.c)});
-        if (splits && triangle.has_area())
+        if (triangle.has_area())
             splitter.split_for(triangle, j);
     });
     return splitter.has_changed();

@@ -134,6 +134,8 @@ const std::vector<std::uint32_t>& pair_filter_t::finish() {
 }
 
 void pair_filter_t::decide(block_t& block, std::uint32_t lone) {
+    if (block.count == 0)
+        return;
     const cutter_values_t values = cutter;
     const corner_lanes_t& c0 = block.corners[0];
     const corner_lanes_t& c1 = block.corners[1];

@@ -6,6 +6,7 @@
 
 #include "support/captured_stream.h"
 #include "support/cut_meshes.h"
+#include "support/forced_marks.h"
 #include "support/gl_context.h"
 #include "support/plain_mesh_cut.h"
 #include "support/polygon_builder.h"
@@ -142,6 +143,28 @@ TEST_F(MeshCut, IndexBeyondTheVerticesDoesNotComeToLife) {
     const std::vector<std::uint32_t> elements = content(victim).elements;
     ASSERT_GT(content(victim).vertices.size(), beyond);
     EXPECT_EQ(elements.back(), mark);
+}
+
+TEST_F(MeshCut, VictimCanLoseAllElements) {
+    add(cutter_box);
+    const model_entry_t& victim = add(mesh_of({{0, 0, 0}, {0.5F, 0, 0}, {0, 0.5F, 0}}, {{0, 1, 2}}));
+    cut();
+    EXPECT_EQ(victim.polygon.element_count(), 0U);
+    EXPECT_EQ(victim.polygon.vertex_count(), 3U);
+}
+
+TEST_F(MeshCut, EachChangedVictimIsExtendedOnce) {
+    add(cutter_box);
+    add(victim_sphere);
+    add(sphere({9, 9, 9}, 1, 1));
+    add(in_strips(victim_sphere));
+    std::vector<std::string> marks;
+    {
+        const forced_marks all;
+        cut();
+        marks = all.beginning_with("polygon_t::extend(start)");
+    }
+    EXPECT_EQ(marks.size(), 2U);
 }
 
 TEST_F(MeshCut, PolygonIdsAreRenewed) {

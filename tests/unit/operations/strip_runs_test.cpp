@@ -84,6 +84,16 @@ TEST(StripRuns, CandidatesAreThoseOfAWalkOverAll) {
     }
 }
 
+TEST(StripRuns, LargeMeshIsSweptToItsEnd) {
+    // Many times over the boxes that one sweep takes.
+    const strip_mesh_t mesh = sheet(130, 2, [](float x, float y) { return x * y; });
+    strip_runs_t runs(mesh);
+    for (const float d : {-0.99F, 0.0F, 0.9F, 0.995F}) {
+        expect_right_candidates(runs, mesh, {{0, 1, 0}, d});
+        expect_right_candidates(runs, mesh, {{-1, 0, 0}, d});
+    }
+}
+
 TEST(StripRuns, FollowTheMeshThroughSplits) {
     cut_scenes_t random(4);
     for (const std::uint32_t kind : {1U, 3U, 4U, 8U}) {
