@@ -16,6 +16,9 @@
 namespace libutils {
 namespace {
 
+/// The size of anonymous memory is a number of 32 bits.
+constexpr std::uint64_t most_memory = std::numeric_limits<std::uint32_t>::max();
+
 /// Ends the process without running destructors: what is on the stack above is in no state to be torn down.
 [[noreturn]] void fail(const char* filename, const char* what, int error) {
     std::cerr << (filename != nullptr ? filename : "") << what << '\n'
@@ -95,8 +98,7 @@ void* alloc_mmap_win::allocate(std::uint64_t& wanted, const char* filename, int 
     access = mode == 1 ? access_t::write : access_t::read;
     anonymous = filename == nullptr;
     if (anonymous) {
-        // The size of anonymous memory is a number of 32 bits.
-        if (wanted > std::numeric_limits<std::uint32_t>::max())
+        if (wanted > most_memory)
             return nullptr;
         map_memory(wanted);
         if (mapping == nullptr)
@@ -111,6 +113,16 @@ void* alloc_mmap_win::allocate(std::uint64_t& wanted, const char* filename, int 
     if (view == nullptr)
         deallocate(nullptr);
     return view;
+}
+
+bool alloc_mmap_win::has_memory(std::uint64_t byte_count) {
+    if (byte_count == 0 || byte_count > most_memory)
+        return byte_count == 0;
+    void* const place = mmap(nullptr, byte_count, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (place == MAP_FAILED)
+        return false;
+    munmap(place, byte_count);
+    return true;
 }
 
 void* alloc_mmap_win::reallocate(void* /*view*/, std::uint64_t new_size, std::uint64_t offset) {

@@ -36,6 +36,10 @@ class alloc_mmap_win {
 
     bool writable() const { return access == access_t::write; }
 
+    /// True when the system would give anonymous memory of that size now. Ask it before a size that comes
+    /// from a file: memory that can not be had ends the process.
+    static bool has_memory(std::uint64_t byte_count);
+
   private:
     void map_memory(std::uint64_t byte_count);
     bool map_file(std::uint64_t byte_count, const char* filename);

@@ -1,0 +1,14 @@
+#include "utils/image_window.h"
+
+namespace libutils {
+
+bool fit_window(image_window_t& window, std::uint64_t bytes) {
+    if (!alloc_mmap_win::has_memory(bytes)) {
+        window.deallocate();
+        return false;
+    }
+    const bool own = window.use_count() == 1 && window.writable() && window.offset == 0;
+    return (own && window.reallocate(bytes)) || window.allocate(bytes);
+}
+
+}  // namespace libutils
