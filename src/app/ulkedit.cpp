@@ -11,6 +11,7 @@
 #include "app/program_path.h"
 #include "formats/scene_files.h"
 #include "gltextures/gr_check_error.h"
+#include "gltextures/texture_stores.h"
 
 namespace ulk3d {
 
@@ -46,6 +47,7 @@ void ulkedit_t::init() {
     glClampColor(GL_CLAMP_READ_COLOR, GL_TRUE);
     glEnable(GL_PROGRAM_POINT_SIZE);
     grCheckError("ulkedit_t::init() after GL inited.");
+    libgr::clear_texture_stores_at_exit();
 
     // The failures that return print their line themselves; the program goes on without what they make.
     static_cast<void>(glpolygon.init(program_dir.c_str()));
