@@ -1,0 +1,14 @@
+#pragma once
+
+#include "utils/image2d.h"
+#include "utils/image_window.h"
+
+namespace libutils {
+
+/// The rows of a picture as BMP and TGA files have them: from the bottom up, each padded to a multiple of 4
+/// bytes, none skipped. `rows` shares the bytes of an image that lies so, with what follows its last row; it
+/// gets a copy of any other. False for an image that does not hold its pixels, or when there is no memory for
+/// the copy.
+[[nodiscard]] bool file_rows(image_window_t& rows, const image2d& image);
+
+}  // namespace libutils
