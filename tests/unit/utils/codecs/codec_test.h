@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -70,6 +71,35 @@ inline image2d counting_image(std::uint32_t format, std::uint32_t bits, std::uin
         byte = next++;
     return image;
 }
+
+/// Takes what is written to the standard error stream while it lives, that of the libraries written in C too.
+class captured_descriptor_t {
+  public:
+    captured_descriptor_t() : taken(std::tmpfile()), original(dup(STDERR_FILENO)) {
+        std::fflush(stderr);
+        dup2(fileno(taken), STDERR_FILENO);
+    }
+    ~captured_descriptor_t() {
+        std::fflush(stderr);
+        dup2(original, STDERR_FILENO);
+        close(original);
+        std::fclose(taken);
+    }
+    captured_descriptor_t(const captured_descriptor_t&) = delete;
+    captured_descriptor_t& operator=(const captured_descriptor_t&) = delete;
+
+    /// What was written so far.
+    std::string text() const {
+        std::fflush(stderr);
+        std::string bytes(static_cast<std::size_t>(lseek(fileno(taken), 0, SEEK_END)), '\0');
+        const ssize_t count = pread(fileno(taken), bytes.data(), bytes.size(), 0);
+        return count == static_cast<ssize_t>(bytes.size()) ? bytes : "not read";
+    }
+
+  private:
+    std::FILE* taken;
+    int original;
+};
 
 /// Gives up the superuser's rights, before which no file is unreadable, for as long as it lives.
 class ordinary_user_t {
