@@ -1,9 +1,11 @@
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cerrno>
 #include <csetjmp>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
@@ -19,6 +21,10 @@ constexpr int signature_size = 4;
 
 /// No deflated data makes more than 258 bytes of 2 bits.
 constexpr std::uint64_t most_bytes_of_one = 1032;
+
+/// What the library may ask for at once, when the file is not longer: rows of a million pixels, and texts and
+/// profiles that are compressed.
+constexpr std::uint64_t least_memory = std::uint64_t{16} << 20;
 
 /// PNG has the high byte first.
 const pack_t high_byte_first{std::endian::native == std::endian::little, 4};
@@ -38,6 +44,22 @@ bool has_signature(std::FILE* file) {
            png_sig_cmp(bytes.data(), 0, bytes.size()) == 0;
 }
 
+/// 0 when the system does not tell.
+std::uint64_t size_of(std::FILE* file) {
+    struct stat status {};
+    return fstat(fileno(file), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+/// The library asks for the memory of a chunk by the length that is written before it, and reads it then.
+png_voidp limited_malloc(png_structp png, png_alloc_size_t size) {
+    const auto limit = *static_cast<const std::uint64_t*>(png_get_mem_ptr(png));
+    return size <= limit ? std::malloc(size) : nullptr;
+}
+
+void limited_free(png_structp /*png*/, png_voidp memory) {
+    std::free(memory);
+}
+
 struct reader_t {
     reader_t() = default;
     ~reader_t() { png_destroy_read_struct(&png, &info, nullptr); }
@@ -46,6 +68,7 @@ struct reader_t {
 
     png_structp png = nullptr;
     png_infop info = nullptr;
+    std::uint64_t memory_limit = 0;
 };
 
 struct header_t {
@@ -84,11 +107,8 @@ bool read_rows(const reader_t& reader, png_bytepp rows) {
 }
 
 /// False for a header that promises more than any file of that size holds.
-bool can_fill(const header_t& header, std::FILE* file) {
-    struct stat status {};
-    return fstat(fileno(file), &status) == 0 &&
-           size_product(header.row_bytes, header.height) <=
-               size_product(static_cast<std::uint64_t>(status.st_size), most_bytes_of_one);
+bool can_fill(const header_t& header, std::uint64_t file_size) {
+    return size_product(header.row_bytes, header.height) <= size_product(file_size, most_bytes_of_one);
 }
 
 bool set_palette(palette_t& palette, const header_t& header) {
@@ -135,9 +155,12 @@ int read_png_image(image2d& image, const char* path) {
     reader.info = png_create_info_struct(reader.png);
     if (reader.info == nullptr)
         return png_code::no_info;
+    const std::uint64_t file_size = size_of(file.get());
+    reader.memory_limit = std::max(least_memory, file_size * 2);
+    png_set_mem_fn(reader.png, &reader.memory_limit, limited_malloc, limited_free);
     header_t header;
-    if (!read_header(reader, file.get(), header) || !can_fill(header, file.get()) ||
-        !prepare(image, header) || !read_rows(reader, png_rows(image).data()))
+    if (!read_header(reader, file.get(), header) || !can_fill(header, file_size) || !prepare(image, header) ||
+        !read_rows(reader, png_rows(image).data()))
         return report_png_failure();
     return png_code::done;
 }

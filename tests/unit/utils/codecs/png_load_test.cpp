@@ -274,6 +274,16 @@ TEST_F(PngLoad, SizesThatTheFileDoesNotFillAreRefused) {
     }
 }
 
+/// The library takes the memory of a chunk before it reads it: 1.8 GB here, for a file of 108 bytes.
+TEST_F(PngLoad, ChunkThatIsLongerThanTheFileGetsNoMemory) {
+    std::string bytes = png_bytes_t().bytes();
+    bytes.insert(33, big32(0x6C000000) + "tEXtTitle\0text"s);
+    const captured_descriptor_t errors;
+    EXPECT_EQ(read_bytes(bytes), -4);
+    EXPECT_THAT(errors.text(), testing::HasSubstr("insufficient memory to read chunk"));
+    EXPECT_THAT(errors.text(), EndsWith("FAIL\n"));
+}
+
 /// The end of the pixels' stream is enough; what follows it is not looked at.
 TEST_F(PngLoad, FileCutAnywhereIsReadOnlyWithAllItsPixels) {
     for (const bool interlaced : {false, true}) {
