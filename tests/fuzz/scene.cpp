@@ -1,6 +1,3 @@
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
@@ -14,44 +11,14 @@
 #include "formats/text_lines.h"
 #include "render/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
+#include "support/memory_file.h"
 
 /// Loads any bytes as a scene file. What loads is saved, loaded and saved again: from then on nothing may
 /// change any more.
 namespace {
 
 using namespace ulk3d;
-
-/// A file in memory that has a path.
-class memory_file_t {
-  public:
-    memory_file_t() : descriptor(memfd_create("scene", MFD_CLOEXEC)) {
-        if (descriptor < 0)
-            std::abort();
-        name = "/proc/self/fd/" + std::to_string(descriptor);
-    }
-    ~memory_file_t() { close(descriptor); }
-    memory_file_t(const memory_file_t&) = delete;
-    memory_file_t& operator=(const memory_file_t&) = delete;
-
-    const char* path() const { return name.c_str(); }
-
-    void write(std::string_view bytes) const {
-        if (ftruncate(descriptor, 0) != 0 ||
-            pwrite(descriptor, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-            std::abort();
-    }
-
-    std::string read() const {
-        std::string bytes(static_cast<std::size_t>(lseek(descriptor, 0, SEEK_END)), '\0');
-        if (pread(descriptor, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size()))
-            std::abort();
-        return bytes;
-    }
-
-  private:
-    int descriptor;
-    std::string name;
-};
+using ulk_test::memory_file_t;
 
 glpolygon_t& surface_programs() {
     static auto* const context = new offscreen_context_t;
@@ -107,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (asks_for_much(text))
         return 0;
     silence_the_error_stream();
-    const memory_file_t input, first, second, third;
+    const memory_file_t input("input"), first("first"), second("second"), third("third");
     input.write(text);
     if (!pass_through(input, first) || first.read().empty())
         return 0;
