@@ -3,12 +3,11 @@
 namespace libutils {
 
 bool fit_window(image_window_t& window, std::uint64_t bytes) {
-    if (!alloc_mmap_win::has_memory(bytes)) {
-        window.deallocate();
-        return false;
-    }
     const bool own = window.use_count() == 1 && window.writable() && window.offset == 0;
-    return (own && window.reallocate(bytes)) || window.allocate(bytes);
+    if (own && window.reallocate(bytes))
+        return true;
+    window.deallocate();
+    return alloc_mmap_win::has_memory(bytes) && window.allocate(bytes);
 }
 
 }  // namespace libutils

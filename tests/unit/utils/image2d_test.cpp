@@ -1,7 +1,10 @@
 #include "utils/image2d.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
+#include <fstream>
 #include <limits>
 
 #include "support/scene_text.h"
@@ -247,6 +250,24 @@ TEST(Image, AllocateOfSizesBeyondMemoryFails) {
     EXPECT_FALSE(image.allocate());
     EXPECT_TRUE(image.empty());
     EXPECT_EQ(image.begin(), nullptr);
+}
+
+/// Memory that the system does not give ends the process elsewhere; a picture's size may come from a file.
+TEST(Image, AllocateOfMoreThanTheSystemGivesFails) {
+    std::uint64_t mapped_pages = 0;
+    std::ifstream("/proc/self/statm") >> mapped_pages;
+    rlimit unlimited{};
+    ASSERT_EQ(getrlimit(RLIMIT_AS, &unlimited), 0);
+    rlimit limited = unlimited;
+    limited.rlim_cur = mapped_pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)) + (64U << 20);
+
+    image2d image = image_of(image_format::grey, image_bits::bits_8, 1U << 15, 1U << 15);
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &limited), 0);
+    const bool done = image.allocate();
+    ASSERT_EQ(setrlimit(RLIMIT_AS, &unlimited), 0);
+    EXPECT_FALSE(done);
+    EXPECT_TRUE(image.empty());
+    EXPECT_TRUE(image.allocate());
 }
 
 TEST(Image, CopiesShareTheBytesAndThePalette) {
