@@ -1,5 +1,6 @@
 #include "gltextures/gr_unpack.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace libgr {
@@ -22,8 +23,10 @@ constexpr std::array<unpack_value_t, 8> unpack_values{{
     {GL_UNPACK_LSB_FIRST, 0},
 }};
 
+/// A value that GL can not take becomes its largest one, with which no image holds its pixels.
 void set_pixel_store(GLenum name, std::uint32_t value) {
-    glPixelStorei(name, static_cast<GLint>(value));
+    constexpr std::uint32_t most = std::numeric_limits<GLint>::max();
+    glPixelStorei(name, static_cast<GLint>(std::min(value, most)));
 }
 
 std::uint64_t pixel_store(GLenum name) {
