@@ -13,6 +13,8 @@
 #include <limits>
 #include <system_error>
 
+#include "utils/mapped_files.h"
+
 namespace libutils {
 namespace {
 
@@ -82,6 +84,7 @@ bool alloc_mmap_win::map_file(std::uint64_t byte_count, const char* filename) {
     if (file_size != 0 &&
         mmap(mapping, file_size, protection(), MAP_PRIVATE | MAP_FIXED, file.descriptor(), 0) == MAP_FAILED)
         fail(filename, ": create file mapping failed.", errno);
+    watch_mapping(mapping, mapping_size, protection());
     return true;
 }
 
@@ -135,8 +138,11 @@ void* alloc_mmap_win::reallocate(void* /*view*/, std::uint64_t new_size, std::ui
 }
 
 void alloc_mmap_win::deallocate(void* /*view*/) {
-    if (mapping != nullptr)
+    if (mapping != nullptr) {
+        if (!anonymous)
+            unwatch_mapping(mapping);
         munmap(mapping, mapping_size);
+    }
     mapping = nullptr;
     mapping_size = 0;
 }

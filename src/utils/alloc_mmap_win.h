@@ -8,7 +8,7 @@ namespace libutils {
 ///
 /// The object is the state of one block: a mapping, and a view into it that can be moved. What is written
 /// into a block stays in this process and never reaches a file, so that one file can be mapped any number of
-/// times.
+/// times. A file that another program cuts meanwhile shows zeros behind its new end.
 ///
 /// A file that can not be opened or mapped, and memory that can not be had, end the process: a line
 /// "<file name>: file open failed." or "<file name>: create file mapping failed." goes to the standard error

@@ -1,5 +1,8 @@
 #include "utils/picture_files.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <filesystem>
 #include <iostream>
 
@@ -15,8 +18,8 @@ bool map_picture(const char* path, image_window_t& bytes) {
         std::cerr << path << ": file stat failed.\n";
         return false;
     }
-    // A mapping that fails ends the process; whether the file opens is found out before.
-    if (!std::ifstream(path, std::ios::binary).is_open() || !bytes.allocate(0, path, 0)) {
+    // A mapping that fails ends the process; whether the file may be read is found out before.
+    if (faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0 || !bytes.allocate(0, path, 0)) {
         std::cerr << path << ": file load failed.\n";
         return false;
     }

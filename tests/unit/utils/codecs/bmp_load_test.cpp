@@ -236,6 +236,16 @@ TEST_F(BmpLoad, OneFileCanBeLoadedTwice) {
     EXPECT_EQ(text_of(second.pixels), text_of(bmp.pixels));
 }
 
+TEST_F(BmpLoad, FileThatIsCutLaterShowsBlackWhereItWas) {
+    bmp_bytes_t file;
+    file.width = 64;
+    file.height = 256;
+    file.pixels = std::string(64 * 256 * 3, 'x');
+    ASSERT_TRUE(read(file));
+    std::filesystem::resize_file(folder.path("a.bmp"), 54 + 100);
+    EXPECT_EQ(pixels_of(image), std::string(100, 'x') + std::string(64 * 256 * 3 - 100, '\0'));
+}
+
 TEST_F(BmpLoad, EmptyRecordIsRefused) {
     EXPECT_FALSE(convert(image, bmp));
 }

@@ -235,6 +235,17 @@ TEST_F(JpegLoad, FileCutInTheMiddleShowsItsUpperHalf) {
     EXPECT_EQ(row_of(image, 0), std::string(16 * 3, '\0'));
 }
 
+TEST_F(JpegLoad, FileThatIsCutBetweenLoadAndDecodingIsDamaged) {
+    jpeg_bytes_t file;
+    file.width = file.height = 200;
+    file.sample = jpeg_bytes_t::noise;
+    ASSERT_TRUE(load(jpeg, folder.write("a.jpg", file.bytes()).c_str()));
+    std::filesystem::resize_file(path(), 5000);
+    const captured_descriptor_t errors;
+    EXPECT_TRUE(decompress(image, jpeg));
+    EXPECT_NE(errors.text(), "");
+}
+
 TEST_F(JpegLoad, FileCutAnywhereShowsHowFarItGot) {
     jpeg_bytes_t plain, progressive;
     plain.full_chroma = true;
