@@ -25,10 +25,15 @@ constexpr std::size_t most_markers = 4096;
 /// progressive pictures have about ten.
 constexpr int most_scans = 500;
 
-/// What the library may take to keep the coefficients of a progressive picture. 1024 bytes for each byte of
-/// the file are enough for every file that is whole, since a block of 128 bytes takes up one bit at least.
-constexpr std::uint64_t least_memory = std::uint64_t{256} << 20;
-constexpr std::uint64_t memory_per_byte = 1024;
+/// What a picture may take, and so may the coefficients that the library keeps of a progressive one. No byte
+/// of a file makes 2048 bytes, since a block of 64 pixels takes up one bit at least; up to half a GiB a
+/// picture may be a part of a longer file that was cut.
+constexpr std::uint64_t least_memory = std::uint64_t{512} << 20;
+constexpr std::uint64_t memory_per_byte = 2048;
+
+std::uint64_t memory_for(const jpeg_t& jpeg) {
+    return std::max(least_memory, size_product(jpeg.elements().size(), memory_per_byte));
+}
 
 const pack_t rows_of_four{false, 4};
 
@@ -70,7 +75,7 @@ void count_scans(j_common_ptr library) {
 /// A decompressor over the bytes of a file. It is destroyed also when it was never created, all zero.
 class decompressor_t {
   public:
-    explicit decompressor_t(const jpeg_t& jpeg) {
+    explicit decompressor_t(const jpeg_t& jpeg) : memory(static_cast<long>(memory_for(jpeg))) {
         const auto bytes = jpeg.elements();
         source.bytes = bytes.data();
         source.size = bytes.size();
@@ -90,6 +95,7 @@ class decompressor_t {
     jpeg_errors_t errors{};
     source_t source{};
     jpeg_progress_mgr progress{};
+    long memory;
 };
 
 /// First stage: up to the size and the components. False after an error.
@@ -173,7 +179,8 @@ bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x, std::uint32_t
     image.format = layout->format;
     image.type = layout->type;
     image.bits = layout->bits;
-    if (!image.allocate() || !copy_markers(jpeg, library))
+    if (size_product(image.linesize(), image.height) > memory_for(jpeg) || !image.allocate() ||
+        !copy_markers(jpeg, library))
         return false;
     if (!read_rows(decompressor, image.pixel(0, library.image_height - 1), image.linesize()))
         std::cerr << jpeg.filename << ": jpeg decompress fail, but continue.\n";

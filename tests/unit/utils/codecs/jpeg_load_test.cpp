@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <vector>
 
 #include "unit/utils/codecs/codec_test.h"
 #include "unit/utils/codecs/jpeg_bytes.h"
@@ -276,22 +277,32 @@ TEST_F(JpegLoad, DamagedPixelsAreShownWithAWarningOfTheLibrary) {
     EXPECT_THAT(errors.text(), testing::StartsWith("Corrupt JPEG data"));
 }
 
-/// 12 GiB are more than an image can have.
-TEST_F(JpegLoad, PictureWithoutMemoryForItFails) {
+/// 12 GiB are more than an image can have; 1.2 GB are more than a file of some hundred bytes can hold.
+TEST_F(JpegLoad, SizesThatTheFileDoesNotFillAreRefused) {
     const captured_descriptor_t errors;
-    EXPECT_FALSE(read_bytes(with_size(jpeg_bytes_t().bytes(), frame_baseline, 65500, 65500)));
-    EXPECT_TRUE(image.empty());
+    for (const std::uint16_t side : std::vector<std::uint16_t>{65500, 20000}) {
+        EXPECT_FALSE(read_bytes(with_size(jpeg_bytes_t().bytes(), frame_baseline, side, side)));
+        EXPECT_TRUE(image.empty());
+    }
     EXPECT_EQ(errors.text(), "");
 }
 
-/// A progressive picture is kept whole, 512 MB here, before its first row comes out.
+TEST_F(JpegLoad, LargePictureOfWhichLittleIsLeftIsShown) {
+    const std::string bytes = with_size(jpeg_bytes_t().bytes(), frame_baseline, 12000, 12000);
+    const captured_descriptor_t errors;
+    EXPECT_TRUE(read_bytes(bytes.substr(0, bytes.size() - 2)));
+    EXPECT_TRUE(image.holds_pixels());
+    EXPECT_EQ(errors.text(), go_on());
+}
+
+/// A progressive picture is kept whole, 800 MB here, before its first row comes out.
 TEST_F(JpegLoad, CoefficientsThatTheFileDoesNotFillAreNotWaitedFor) {
     jpeg_bytes_t file;
     file.progressive = true;
     file.components = 1;
     file.given = JCS_GRAYSCALE;
     const captured_descriptor_t errors;
-    EXPECT_TRUE(read_bytes(with_size(file.bytes(), frame_progressive, 16000, 16000)));
+    EXPECT_TRUE(read_bytes(with_size(file.bytes(), frame_progressive, 20000, 20000)));
     EXPECT_EQ(errors.text(), go_on());
 }
 
