@@ -19,6 +19,7 @@ bool load_jpeg(image2d& image, const char* path) {
 
 bool save_jpeg(const image2d& image, const char* path) {
     jpeg_t jpeg;
+    jpeg.filename = path;
     return compress(jpeg, image, jpeg_quality, true) && save(jpeg, path);
 }
 

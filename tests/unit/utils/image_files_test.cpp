@@ -260,3 +260,14 @@ TEST(AutosaveFormat, JpegIsCloseToThePicture) {
     for (std::size_t i = 0; i < before.size(); ++i)
         EXPECT_NEAR(before[i], after[i], 6) << i;
 }
+
+TEST(AutosaveFormat, ErrorOfTheJpegLibraryNamesTheFileAndLeavesItAlone) {
+    const temporary_folder_t folder;
+    const std::string path = folder.write("a.jpg", "former");
+    image2d image = image_header(format::grey, image_bits::bits_8, 65501, 1);
+    ASSERT_TRUE(image.allocate());
+    const captured_stream errors(std::cerr);
+    EXPECT_FALSE(autosaveformat(image, path.c_str()));
+    EXPECT_EQ(errors.text(), path + ": error detected.\n");
+    EXPECT_EQ(ulk_test::read_file(path), "former");
+}
