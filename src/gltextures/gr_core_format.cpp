@@ -55,7 +55,17 @@ constexpr core_storage_t core_storage[] = {
     {GL_COMPRESSED_ALPHA, GL_COMPRESSED_RED},
 };
 
-constexpr gl_triple_t normals{GL_RGB8, GL_RGB, GL_BYTE};
+struct signed_storage_t {
+    GLenum internal_format;
+    GLenum type;
+    GLenum core;
+};
+
+constexpr signed_storage_t signed_storage[] = {
+    {GL_RGB, GL_BYTE, GL_RGB8_SNORM},     {GL_RGB8, GL_BYTE, GL_RGB8_SNORM},
+    {GL_RGB16, GL_SHORT, GL_RGB16_SNORM}, {GL_RGBA, GL_BYTE, GL_RGBA8_SNORM},
+    {GL_RGBA8, GL_BYTE, GL_RGBA8_SNORM},  {GL_RGBA16, GL_SHORT, GL_RGBA16_SNORM},
+};
 
 }  // namespace
 
@@ -67,8 +77,9 @@ bool is_core_context() {
 
 stored_format_t core_format(const gl_triple_t& triple) {
     stored_format_t stored{triple};
-    if (triple == normals)
-        stored.triple.internal_format = GL_RGB8_SNORM;
+    for (const signed_storage_t& row : signed_storage)
+        if (row.internal_format == triple.internal_format && row.type == triple.type)
+            stored.triple.internal_format = row.core;
     for (const core_pixels_t& row : core_pixels) {
         if (row.format == triple.format) {
             stored.triple.format = row.core;

@@ -21,8 +21,8 @@ bool is_core_context();
 /// The nearest that a core context has for a triple.
 ///
 /// Luminance, intensity and alpha become one or two channels with a swizzle that reads as the old format did.
-/// Signed RGB bytes are normals: their storage becomes signed too, because GL_RGB8 would cut off whatever
-/// slopes down. Other triples stay as they are.
+/// Signed colours of 8 and 16 bits are normals: their storage becomes signed too, because that of GL_RGB8
+/// would cut off whatever slopes down. Other triples stay as they are.
 stored_format_t core_format(const gl_triple_t& triple);
 
 }  // namespace libgr

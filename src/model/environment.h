@@ -13,8 +13,14 @@ struct environment_t {
     float refractalpha = 0.0F;
     float refractfactor = 1.0F;
 
-    /// Loads the cube map; `base_file` is the scene file's path, or null. False when a face can not be
-    /// loaded. Pictures are not part of the program yet: the handle stays 0.
+    /// Turns the name into a cube texture of the store: six pictures, "_posx", "_negx", "_posy", "_negy",
+    /// "_posz" and "_negz" before the extension of the name; an empty name becomes a black cube. `base_file`
+    /// is the scene file's path, or null; its drive and directory go before the name, of which the drive is
+    /// not looked at. A name that is in the store already is not loaded again. A current GL context is
+    /// required.
+    ///
+    /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
+    /// of an entry without a GL name, which a draw leaves out.
     bool initex(const char* base_file);
 };
 

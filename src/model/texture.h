@@ -24,8 +24,18 @@ struct texture_t {
     std::uint32_t bump_handle = 0;
     std::uint32_t spec_handle = 0;
 
-    /// Loads the pictures that the names stand for; `base_file` is the scene file's path, or null. False when
-    /// one can not be loaded. Pictures are not part of the program yet: the handles stay 0.
+    /// Turns the names into textures of the store, loading each picture once however many models use it; an
+    /// empty name becomes a map of one pixel. `base_file` is the scene file's path, whose drive and directory
+    /// go before every name, or null. A current GL context is required.
+    ///
+    /// Bump maps in grey, and with `bump2mono` those in colour too, are taken for heights and turned into
+    /// normals; others are normals in signed bytes. With `bumpofs` the bump offset becomes half a texel of
+    /// the map; else, and without a map, it stays.
+    ///
+    /// False at the first picture that can not be loaded, with lines on the standard error stream. Its handle
+    /// is then that of an entry without a GL name, which a draw leaves out, and the maps behind it keep the
+    /// handles that they had. A picture that is in the store already is not loaded or, but for bump maps,
+    /// uploaded again: the filters of the first model that names it hold.
     bool open(const char* base_file);
 };
 

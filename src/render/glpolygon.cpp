@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "gltextures/gr_check_error.h"
+#include "gltextures/texture_stores.h"
 #include "model/environment.h"
 #include "model/polygon.h"
 #include "model/texture.h"
@@ -16,6 +17,7 @@
 namespace ulk3d {
 
 using libgr::grCheckError;
+using libgr::grTextureObject;
 
 namespace {
 
@@ -53,6 +55,21 @@ constexpr GLint sampler_value(map_unit_t unit) {
 
 void activate(map_unit_t unit) {
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+}
+
+/// The texture of a handle in the store, null for the handle of nothing.
+template <class Store>
+grTextureObject* object_of(const Store& store, std::uint32_t handle) {
+    auto* const entry = handle != 0 ? store.get(handle) : nullptr;
+    return entry != nullptr ? &entry->object : nullptr;
+}
+
+grTextureObject* map_object(std::uint32_t handle) {
+    return object_of(libgr::model_textures, handle);
+}
+
+grTextureObject* cube_object(std::uint32_t handle) {
+    return object_of(libgr::cube_textures, handle);
 }
 
 void upload(GLint location, const mtx3w& matrix) {
@@ -170,6 +187,7 @@ struct glpolygon_t::pass_t {
     float color_factor;
     GLenum source_factor;
     void (polygon_t::*draw)();
+    void (grTextureObject::*place_cube)();  ///< binds the environment's cube, or keeps its unit empty
     bool sets_cube_sampler;
     bool sets_mercator_sphere;
     marks_t marks;
@@ -179,6 +197,7 @@ const glpolygon_t::pass_t glpolygon_t::solid_pass = {
     .color_factor = 1.0F,
     .source_factor = GL_SRC_ALPHA,
     .draw = &polygon_t::draw,
+    .place_cube = &grTextureObject::Load,
     .sets_cube_sampler = true,
     .sets_mercator_sphere = true,
     .marks = {.view = "glpolygon_t::drawsolid(1)",
@@ -196,6 +215,7 @@ const glpolygon_t::pass_t glpolygon_t::select_pass = {
     .color_factor = 0.25F,
     .source_factor = GL_ONE,
     .draw = &polygon_t::drawselected,
+    .place_cube = &grTextureObject::Unload,
     .sets_cube_sampler = false,
     .sets_mercator_sphere = false,
     .marks = {.view = "glpolygon_t::drawselect(1)",
@@ -245,7 +265,7 @@ void glpolygon_t::draw_surface(const pass_t& pass, const environment_t& environm
 
     program_t::unuse();
     check(pass.marks.draw);
-    unbind_maps(filled);
+    unbind_maps(environment, texture, filled);
     check(pass.marks.end);
 }
 
@@ -260,47 +280,68 @@ void glpolygon_t::set_view(const pass_t& pass, const surface_view_t& view) const
     check(pass.marks.view);
 }
 
+bool glpolygon_t::load_map(std::uint32_t handle, map_unit_t unit) const {
+    if (grTextureObject* const map = map_object(handle))
+        map->Load();
+    return neutral_maps.bind(unit);
+}
+
 glpolygon_t::filled_units_t glpolygon_t::bind_maps(const pass_t& pass, const texture_t& texture) const {
     filled_units_t filled{};
     activate(map_unit_t::color);
     check(pass.marks.color_unit);
     glUniform1i(uniforms.colorTex, sampler_value(map_unit_t::color));
     check(pass.marks.color_sampler);
-    filled[0] = neutral_maps.bind(map_unit_t::color);
+    filled[0] = load_map(texture.color_handle, map_unit_t::color);
     check(pass.marks.color_map);
 
     activate(map_unit_t::bump);
     glUniform1i(uniforms.bumpTex, sampler_value(map_unit_t::bump));
-    filled[1] = neutral_maps.bind(map_unit_t::bump);
+    filled[1] = load_map(texture.bump_handle, map_unit_t::bump);
     glUniform2f(uniforms.bumpOfs, texture.bump_offset_u, texture.bump_offset_v);
     check(pass.marks.bump_map);
 
     activate(map_unit_t::specular);
     glUniform1i(uniforms.specTex, sampler_value(map_unit_t::specular));
-    filled[2] = neutral_maps.bind(map_unit_t::specular);
+    filled[2] = load_map(texture.spec_handle, map_unit_t::specular);
     check(pass.marks.specular_map);
     return filled;
 }
 
 void glpolygon_t::set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const {
-    if (pass.sets_cube_sampler)
+    if (pass.sets_cube_sampler) {
+        activate(map_unit_t::cube);
         glUniform1i(uniforms.cubeTex, sampler_value(map_unit_t::cube));
+    }
     if (environment.cubetex.empty()) {
         glUniform1f(uniforms.ReflectAlpha, 0.0F);
         glUniform1f(uniforms.RefractAlpha, 0.0F);
         return;
     }
+    activate(map_unit_t::cube);
+    if (grTextureObject* const cube = cube_object(environment.cube_handle))
+        (cube->*pass.place_cube)();
     glUniform1f(uniforms.RefractFactor, environment.refractfactor);
     glUniform1i(uniforms.SkyBox, skybox);
     glUniform1f(uniforms.ReflectAlpha, environment.reflectalpha);
     glUniform1f(uniforms.RefractAlpha, environment.refractalpha);
 }
 
-void glpolygon_t::unbind_maps(const filled_units_t& filled) const {
+void glpolygon_t::unbind_maps(const environment_t& environment, const texture_t& texture,
+                              const filled_units_t& filled) const {
+    if (!environment.cubetex.empty()) {
+        activate(map_unit_t::cube);
+        if (grTextureObject* const cube = cube_object(environment.cube_handle))
+            cube->Unload();
+    }
+    const std::array handles{texture.color_handle, texture.bump_handle, texture.spec_handle};
     for (const map_unit_t unit : {map_unit_t::specular, map_unit_t::bump, map_unit_t::color}) {
         activate(unit);
-        if (filled[static_cast<std::size_t>(unit)])
+        const auto index = static_cast<std::size_t>(unit);
+        if (filled[index])
             neutral_maps_t::unbind();
+        else if (grTextureObject* const map = map_object(handles[index]))
+            map->Unload();
     }
 }
 

@@ -104,8 +104,11 @@ class glpolygon_t {
                       const texture_t& texture, polygon_t& polygon, const surface_view_t& view);
     void set_view(const pass_t& pass, const surface_view_t& view) const;
     filled_units_t bind_maps(const pass_t& pass, const texture_t& texture) const;
+    /// Binds a map to `unit`, which must be the active one. Returns whether it had to be the neutral one.
+    bool load_map(std::uint32_t handle, map_unit_t unit) const;
     void set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const;
-    void unbind_maps(const filled_units_t& filled) const;
+    void unbind_maps(const environment_t& environment, const texture_t& texture,
+                     const filled_units_t& filled) const;
 
     neutral_maps_t neutral_maps;
 };

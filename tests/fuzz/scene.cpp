@@ -9,6 +9,7 @@
 #include "formats/key_value.h"
 #include "formats/scene_files.h"
 #include "formats/text_lines.h"
+#include "gltextures/texture_stores.h"
 #include "render/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
 #include "support/memory_file.h"
@@ -74,6 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (asks_for_much(text))
         return 0;
     silence_the_error_stream();
+    libgr::clear_texture_stores();  // or every name that was ever tried would stay
     const memory_file_t input("input"), first("first"), second("second"), third("third");
     input.write(text);
     if (!pass_through(input, first) || first.read().empty())

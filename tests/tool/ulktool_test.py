@@ -9,6 +9,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zlib
 
 PROGRAM = sys.argv.pop(1)
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
@@ -25,6 +26,13 @@ def png_size(path):
     return struct.unpack(">II", data[16:24])
 
 
+def png_of_one_pixel(red, green, blue):
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 1, 1, 8, 2, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(bytes([0, red, green, blue]))) + chunk(b"IEND", b""))
+
+
 class ToolTestCase(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -35,6 +43,12 @@ class ToolTestCase(unittest.TestCase):
         path = self.folder / name
         path.write_text(text)
         return path
+
+    def sky(self):
+        """A scene of an environment alone, with its six pictures."""
+        for face in ("posx", "negx", "posy", "negy", "posz", "negz"):
+            (self.folder / f"sky_{face}.png").write_bytes(png_of_one_pixel(0, 0, 255))
+        return self.file("sky.ulk", "begin environment\ncubetex sky.png\nend\n")
 
 
 class Render(ToolTestCase):
@@ -128,7 +142,7 @@ class Info(ToolTestCase):
         self.assertIn("nurbs surface, 2 x 2 points, order 2 x 2, resolution", done.stdout)
 
     def test_tells_the_environment(self):
-        done = run("info", self.file("sky.ulk", "begin environment\ncubetex sky.png\nend\n"))
+        done = run("info", self.sky())
         self.assertEqual(done.stdout, "environment: sky.png\nmodels: 0\n")
 
     def test_a_file_that_does_not_load_is_a_failure(self):
@@ -149,8 +163,15 @@ class Convert(ToolTestCase):
 
     def test_keeps_the_environment(self):
         out = self.folder / "out.ulk"
-        self.assertEqual(run("convert", self.file("sky.ulk", "begin environment\ncubetex sky.png\nend\n"), out).returncode, 0)
+        self.assertEqual(run("convert", self.sky(), out).returncode, 0)
         self.assertTrue(out.read_text().startswith("begin environment\n"), out.read_text())
+
+    def test_an_environment_without_its_pictures_does_not_load(self):
+        scene = self.sky()
+        (self.folder / "sky_negz.png").unlink()
+        done = run("convert", scene, self.folder / "out.ulk")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("sky_negz.png: autoloadformat failed.", done.stderr)
 
     def test_failures_of_either_file(self):
         done = run("convert", self.folder / "none.ulk", self.folder / "out.ulk")

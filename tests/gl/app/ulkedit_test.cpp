@@ -8,6 +8,7 @@
 
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
+#include "support/pictures.h"
 #include "support/scene_text.h"
 
 namespace {
@@ -106,6 +107,7 @@ TEST_F(Ulkedit, AFileWithoutBlocksFailsWithNoWordInTheLog) {
 }
 
 TEST_F(Ulkedit, AnEnvironmentWithAFileNameReplacesTheScenes) {
+    ulk_test::write_cube(folder, "sky", {});
     ASSERT_TRUE(open("begin environment\ncubetex sky.png\nreflectalpha 0.5\nend\n"));
     EXPECT_EQ(editor.environment().cubetex, "sky.png");
     EXPECT_EQ(editor.environment().reflectalpha, 0.5F);
@@ -116,6 +118,7 @@ TEST_F(Ulkedit, AnEnvironmentWithAFileNameReplacesTheScenes) {
 }
 
 TEST_F(Ulkedit, AFileOfAnEnvironmentAloneAddsNoModel) {
+    ulk_test::write_cube(folder, "sky", {});
     ASSERT_TRUE(open("begin environment\ncubetex sky.png\nend\n"));
     EXPECT_TRUE(editor.models().empty());
     EXPECT_EQ(editor.current_model(), nullptr);

@@ -166,8 +166,10 @@ bool is_float(const format_case_t& row) {
     return row.type == 2;
 }
 
+/// Signed colours are normals, and keep their signs.
 bool keeps_sign(const format_case_t& row) {
-    return is_float(row) || row.triple == gl_triple_t{GL_RGB8, GL_RGB, GL_BYTE};
+    const bool is_color = channel_count(row.triple.format) >= 3;
+    return is_float(row) || (is_color && row.type == 0 && (row.bits == 3 || row.bits == 5));
 }
 
 /// Half a step of the coarsest channel that the storage may have.

@@ -69,6 +69,11 @@ void surface_test::SetUp() {
     clear();
 }
 
+void surface_test::TearDown() {
+    glDisable(GL_DEPTH_TEST);
+    gl_test::TearDown();
+}
+
 void surface_test::clear() {
     glClearColor(0.18F, 0.18F, 0.18F, 1.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);

@@ -45,6 +45,7 @@ class surface_test : public gl_test {
     static constexpr rgba_t ground{46 / 255.0, 46 / 255.0, 46 / 255.0, 1};
 
     void SetUp() override;
+    void TearDown() override;
 
     void clear();
     void make_triangle(ulk3d::col3a color);

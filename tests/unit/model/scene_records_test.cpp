@@ -36,15 +36,4 @@ TEST(SceneRecords, EnvironmentDefaults) {
     EXPECT_EQ(environment.refractfactor, 1.0F);
 }
 
-TEST(SceneRecords, TextureWithoutNamesOpens) {
-    texture_t texture;
-    EXPECT_TRUE(texture.open(nullptr));
-    EXPECT_TRUE(texture.open("scenes/a.ulk"));
-}
-
-TEST(SceneRecords, EnvironmentWithoutANameIsMade) {
-    environment_t environment;
-    EXPECT_TRUE(environment.initex(nullptr));
-}
-
 }  // namespace

@@ -7,6 +7,7 @@
 #include "formats/scene_text.h"
 #include "model/environment.h"
 #include "support/captured_stream.h"
+#include "support/gl_context.h"
 #include "support/scene_text.h"
 
 using namespace ulk3d;
@@ -45,9 +46,11 @@ std::string written(const environment_t& environment, bool expected) {
     return ulk_test::read_file(path);
 }
 
+struct EnvironmentBlock : ulk_test::gl_test {};
+
 }  // namespace
 
-TEST(EnvironmentBlock, AnEmptyOneKeepsTheDefaults) {
+TEST_F(EnvironmentBlock, AnEmptyOneKeepsTheDefaults) {
     const reading_t reading = read("begin environment\nend\nbehind\n");
     EXPECT_TRUE(reading.result);
     EXPECT_EQ(reading.messages, "");
@@ -60,7 +63,7 @@ TEST(EnvironmentBlock, AnEmptyOneKeepsTheDefaults) {
     EXPECT_EQ(reading.counter, 6U);
 }
 
-TEST(EnvironmentBlock, NumbersAreExpressions) {
+TEST_F(EnvironmentBlock, NumbersAreExpressions) {
     const reading_t reading = read(
         "begin environment\r\nreflectalpha 1/4\r\nrefractalpha 0.5+0.25\r\nrefractfactor 2*-3\r\nend\r\n");
     EXPECT_TRUE(reading.result);
@@ -70,7 +73,7 @@ TEST(EnvironmentBlock, NumbersAreExpressions) {
     EXPECT_EQ(reading.environment.refractfactor, -6.0F);
 }
 
-TEST(EnvironmentBlock, TheCubeMapHasTwoKeysAndKeepsItsBlanks) {
+TEST_F(EnvironmentBlock, TheCubeMapHasTwoKeysAndKeepsItsBlanks) {
     // Whether the pictures exist is not asked here: only the path is looked at.
     const ulk_test::captured_stream errors(std::cerr);
     EXPECT_EQ(read("begin environment\r\ncubetex my sky.png\r\nend\r\n").environment.cubetex, "my sky.png");
@@ -78,19 +81,19 @@ TEST(EnvironmentBlock, TheCubeMapHasTwoKeysAndKeepsItsBlanks) {
     EXPECT_EQ(read("begin environment\ncubetex \xff\xfe\nend\n").environment.cubetex, "\xff\xfe");
 }
 
-TEST(EnvironmentBlock, ALaterLineWins) {
+TEST_F(EnvironmentBlock, ALaterLineWins) {
     EXPECT_EQ(read("begin environment\nreflectalpha 1\nreflectalpha 2\nend\n").environment.reflectalpha,
               2.0F);
 }
 
-TEST(EnvironmentBlock, BlankLinesAndCommentsAreSilent) {
+TEST_F(EnvironmentBlock, BlankLinesAndCommentsAreSilent) {
     const reading_t reading = read("begin environment\n\n\r\n# comment\n#\nend\n");
     EXPECT_TRUE(reading.result);
     EXPECT_EQ(reading.messages, "");
     EXPECT_EQ(reading.counter, 10U);
 }
 
-TEST(EnvironmentBlock, OtherLinesAreIllegalCommandsAndTheReadingGoesOn) {
+TEST_F(EnvironmentBlock, OtherLinesAreIllegalCommandsAndTheReadingGoesOn) {
     const reading_t reading = read(
         "begin environment\r\ntexture a\r\n reflectalpha 2\r\nReflectalpha 2\r\nreflectalpha 3\r\nend\r\n");
     EXPECT_TRUE(reading.result);
@@ -100,7 +103,7 @@ TEST(EnvironmentBlock, OtherLinesAreIllegalCommandsAndTheReadingGoesOn) {
     EXPECT_EQ(reading.environment.reflectalpha, 3.0F);
 }
 
-TEST(EnvironmentBlock, AKeyWithoutASpaceIsSkipped) {
+TEST_F(EnvironmentBlock, AKeyWithoutASpaceIsSkipped) {
     const reading_t reading =
         read("begin environment\ncubetex\ncubemap\r\nreflectalpha\nrefractalpha\nrefractfactor\nend\n");
     EXPECT_TRUE(reading.result);
@@ -109,21 +112,21 @@ TEST(EnvironmentBlock, AKeyWithoutASpaceIsSkipped) {
     EXPECT_EQ(reading.environment.reflectalpha, 1.0F);
 }
 
-TEST(EnvironmentBlock, KeysArePrefixesAndSoIsTheEnd) {
+TEST_F(EnvironmentBlock, KeysArePrefixesAndSoIsTheEnd) {
     const reading_t reading = read("begin environmental things\nreflectalphas 2\nendless\nreflectalpha 3\n");
     EXPECT_TRUE(reading.result);
     EXPECT_EQ(reading.environment.reflectalpha, 2.0F);
     EXPECT_EQ(reading.next_line, "reflectalpha 3");
 }
 
-TEST(EnvironmentBlock, TheEndOfTheFileEndsItToo) {
+TEST_F(EnvironmentBlock, TheEndOfTheFileEndsItToo) {
     const reading_t reading = read("begin environment\nreflectalpha 2");
     EXPECT_TRUE(reading.result);
     EXPECT_EQ(reading.messages, "");
     EXPECT_EQ(reading.environment.reflectalpha, 2.0F);
 }
 
-TEST(EnvironmentBlock, AnotherOpeningLineIsRefused) {
+TEST_F(EnvironmentBlock, AnotherOpeningLineIsRefused) {
     const reading_t reading = read("begin polygon_surface,3,4\nreflectalpha 2\nend\n");
     EXPECT_FALSE(reading.result);
     EXPECT_EQ(reading.messages, "not 'begin environment'.\n");
@@ -131,18 +134,18 @@ TEST(EnvironmentBlock, AnotherOpeningLineIsRefused) {
     EXPECT_EQ(reading.counter, 5U);
 }
 
-TEST(EnvironmentBlock, NulBytesStayInTheMessage) {
+TEST_F(EnvironmentBlock, NulBytesStayInTheMessage) {
     const reading_t reading = read(std::string("begin environment\na\0b\nend\n", 26));
     EXPECT_EQ(reading.messages, std::string("6: illegal command: a\0b\n", 24));
 }
 
-TEST(EnvironmentBlock, IsNotWrittenWithoutACubeMap) {
+TEST_F(EnvironmentBlock, IsNotWrittenWithoutACubeMap) {
     environment_t environment;
     environment.reflectalpha = 0.5F;
     EXPECT_EQ(written(environment, false), "");
 }
 
-TEST(EnvironmentBlock, IsWrittenWhole) {
+TEST_F(EnvironmentBlock, IsWrittenWhole) {
     environment_t environment;
     environment.cubetex = "my sky.png";
     environment.reflectalpha = 1.0F / 3;

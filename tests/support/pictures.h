@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "support/scene_text.h"
+#include "utils/image2d.h"
+
+/// Picture files for tests.
+namespace ulk_test {
+
+using colour_t = std::array<std::uint8_t, 3>;
+
+/// Writes an image into the folder, in the form of the name's extension; its path. Fails the test when that
+/// can not be.
+std::string write_picture(const temporary_folder_t& folder, const std::string& name,
+                          const libutils::image2d& image);
+
+/// A picture of one colour.
+libutils::image2d plain_picture(std::uint32_t width, std::uint32_t height, const colour_t& colour);
+
+/// What the names of the faces have before the extension, in GL's order.
+inline constexpr std::array<const char*, 6> cube_suffixes{"_posx", "_negx", "_posy",
+                                                          "_negy", "_posz", "_negz"};
+
+/// Six faces of two by two pixels of one colour each, as <base>_posx.png and so on.
+void write_cube(const temporary_folder_t& folder, const std::string& base,
+                const std::array<colour_t, 6>& colours);
+
+/// While it lives, the system gives no more memory pages. Only for the call that is to fail.
+class no_more_pages_t {
+  public:
+    no_more_pages_t();
+    ~no_more_pages_t();
+    no_more_pages_t(const no_more_pages_t&) = delete;
+    no_more_pages_t& operator=(const no_more_pages_t&) = delete;
+
+    /// False in builds whose own tools need pages at any time.
+    static bool is_possible();
+
+  private:
+    std::uint64_t former_limit;
+};
+
+}  // namespace ulk_test
