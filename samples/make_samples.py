@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the sample scenes beside this file; with --check it writes nothing and tells which of them differ.
+"""Writes the sample scenes beside this file, and their pictures into a folder of their own; with --check it writes
+nothing and tells which of them differ.
 
 All models are about one unit large, stand around the origin and show their front to the +z axis, from where the
 perspective view looks at a scene that has just been opened.
@@ -7,7 +8,9 @@ perspective view looks at a scene that has just been opened.
 
 import math
 import pathlib
+import struct
 import sys
+import zlib
 
 FOLDER = pathlib.Path(__file__).resolve().parent
 
@@ -20,6 +23,8 @@ PLUM = (126, 70, 150)
 LEAF = (110, 176, 84)
 SKY = (120, 180, 232)
 STEEL = (118, 136, 176)
+WHITE = (255, 255, 255)
+INK = (30, 34, 48)
 
 
 # ---- numbers, colours, places
@@ -84,10 +89,12 @@ def point_line(point, placement):
     return point if isinstance(point, str) else "position " + numbers(placement.position(point))
 
 
-def nurbs(order1, order2, knot1, knot2, rows, weights=None, resolution=(33, 33), placement=AS_BUILT):
-    """`rows` holds rows of (point, colour). `knot1` gives the knots of a row, `knot2` those of a column."""
+def nurbs(order1, order2, knot1, knot2, rows, weights=None, resolution=(33, 33), placement=AS_BUILT, maps=()):
+    """`rows` holds rows of (point, colour). `knot1` gives the knots of a row, `knot2` those of a column. `maps` are
+    lines of texture keys."""
     count1, count2 = len(rows[0]), len(rows)
     lines = [f"begin nurbs_surface,{count1},{order1},{count2},{order2}", f"resolution {resolution[0]},{resolution[1]}"]
+    lines += maps
     colour = None
     for j, row in enumerate(rows):
         lines += ["knot1 " + number(k) for k in knot1(j)]
@@ -103,10 +110,11 @@ def nurbs(order1, order2, knot1, knot2, rows, weights=None, resolution=(33, 33),
     return lines + ["end", ""]
 
 
-def polygon(vertices, strips, placement=AS_BUILT):
-    """`vertices` holds (point, colour, texture coordinate, tangent, normal); every strip is closed by a mark."""
+def polygon(vertices, strips, placement=AS_BUILT, maps=()):
+    """`vertices` holds (point, colour, texture coordinate, tangent, normal); every strip is closed by a mark. `maps` are
+    lines of texture keys."""
     elements = [e for strip in strips for e in (*strip, -1)]
-    lines = [f"begin polygon_surface,{len(vertices)},{len(elements)}"]
+    lines = [f"begin polygon_surface,{len(vertices)},{len(elements)}", *maps]
     colour = None
     for point, vertex_colour, texcoord, _, _ in vertices:
         if vertex_colour != colour:
@@ -177,14 +185,13 @@ def upright_point(radius, side, height):
     return (-radius * 1.1 * math.sin(angle), height, -radius * 1.1 * math.cos(angle))
 
 
-def torus(placement=AS_BUILT, ring=0.44, tube=0.2, sides=8):
+def torus(placement=AS_BUILT, ring=0.44, tube=0.2, sides=8, colours=(CORAL, GOLD, CORAL, PLUM)):
     def point(row, column):
         a, b = 2 * math.pi * column / sides, 2 * math.pi * row / sides
         radius = ring - tube * math.cos(b)
         return (radius * math.sin(a), -radius * math.cos(a), -tube * math.sin(b))
 
-    colours = [CORAL, GOLD, CORAL, PLUM, CORAL, GOLD, CORAL, PLUM]
-    rows = [wrap([(point(j, i), colours[i]) for i in range(sides)]) for j in range(sides)]
+    rows = [wrap([(point(j, i), colours[i % len(colours)]) for i in range(sides)]) for j in range(sides)]
     return nurbs(4, 4, lambda j: closed(sides + 3, 4), lambda i: closed(sides + 3, 4), wrap(rows),
                  resolution=(49, 33), placement=placement)
 
@@ -205,12 +212,13 @@ def sheared_knots(placement=AS_BUILT, size=6):
     return nurbs(4, 4, inner, inner, rows, weights, placement=placement)
 
 
-def cube(placement=AS_BUILT):
+def cube(placement=AS_BUILT, colour_of_all=None, maps=()):
     # Normal and tangent of every face.
     faces = [((0, 0, 1), (1, 0, 0), CORAL), ((0, 0, -1), (-1, 0, 0), TEAL), ((1, 0, 0), (0, 0, -1), GOLD),
              ((-1, 0, 0), (0, 0, 1), PLUM), ((0, 1, 0), (1, 0, 0), SKY), ((0, -1, 0), (1, 0, 0), LEAF)]
     vertices, strips = [], []
     for normal, tangent, colour in faces:
+        colour = colour_of_all or colour
         binormal = cross(normal, tangent)
         first = len(vertices)
         for v in (0, 1):
@@ -218,10 +226,10 @@ def cube(placement=AS_BUILT):
                 point = tuple(0.5 * n + (u - 0.5) * t + (v - 0.5) * b for n, t, b in zip(normal, tangent, binormal))
                 vertices.append((point, mix(colour, CREAM, 0.5 * v), (u, v), tangent, normal))
         strips.append([first, first + 1, first + 2, first + 3])
-    return polygon(vertices, strips, placement)
+    return polygon(vertices, strips, placement, maps)
 
 
-def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False):
+def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False, colour_of_all=None, maps=()):
     """A ball with soft stripes. The poles lie on the z axis; their caps are strips of one triangle each."""
     def vertex(row, column):
         a, b = math.pi * row / rows, 2 * math.pi * (column % columns) / columns
@@ -232,7 +240,7 @@ def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False):
         colour = CREAM if column % columns % 4 < 2 else CORAL
         if row in (0, rows):
             colour = GOLD
-        return (place, colour, (column / columns, 1 - row / rows), (-math.cos(b), -math.sin(b), 0), normal)
+        return (place, colour_of_all or colour, (column / columns, 1 - row / rows), (-math.cos(b), -math.sin(b), 0), normal)
 
     width = columns + 1
     vertices = [vertex(0, 0)]
@@ -247,7 +255,7 @@ def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False):
     for row in range(1, rows - 1):
         strips.append([e for c in range(width) for e in (at(row, c), at(row + 1, c))])
     strips += [[at(rows - 1, c + 1), at(rows - 1, c), south] for c in range(columns)]
-    return polygon(vertices, strips, placement)
+    return polygon(vertices, strips, placement, maps)
 
 
 def paper(placement=AS_BUILT, quads=20, ruled_every=5, curl=0.0):
@@ -345,6 +353,102 @@ def mixed():
         paper(Placement(turn_x(-40), turn_y(-25), scale=0.9, move=(1.15, -0.6, 0)), quads=8, ruled_every=4, curl=0.35))
 
 
+def gallery():
+    return (
+        ["begin environment", "cubetex pictures/sky.png", "reflectalpha 0.3", "end", "",
+         "# A tiled ball, a mirror in the form of a ring, a cube of beaten metal."] +
+        sphere(Placement(turn_x(-65), turn_y(20), move=(-1.2, 0, 0)), colour_of_all=WHITE,
+               maps=["texture pictures/tiles.png", "bumpmap pictures/joints.png"]) +
+        torus(Placement(turn_x(-40), turn_y(20), scale=1.1), colours=[INK]) +
+        cube(Placement(turn_y(-35), turn_x(28), scale=0.85, move=(1.2, 0, 0)), colour_of_all=GOLD,
+             maps=["bumpmap pictures/dents.png", "bump2mono true", "specular pictures/worn.png"]))
+
+
+# ---- the pictures
+
+def png(pixels, channels):
+    """A PNG file without compression, so that it is the same everywhere. `pixels` are rows from the top, each of tuples
+    of `channels` bytes."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    colour_type = {1: 0, 2: 4, 3: 2, 4: 6}[channels]
+    raw = b"".join(b"\0" + bytes(value for pixel in row for value in pixel) for row in pixels)
+    most = 0xFFFF
+    blocks = [raw[i:i + most] for i in range(0, len(raw), most)]
+    stored = b"".join(struct.pack("<BHH", block is blocks[-1], len(block), len(block) ^ most) + block
+                      for block in blocks)
+    header = struct.pack(">IIBBBBB", len(pixels[0]), len(pixels), 8, colour_type, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header)
+            + chunk(b"IDAT", b"\x78\x01" + stored + struct.pack(">I", zlib.adler32(raw))) + chunk(b"IEND", b""))
+
+
+def picture(width, height, channels, pixel):
+    """`pixel` gives the bytes at a place, x from the left and y from the top, both in 0..1."""
+    return png([[pixel((x + 0.5) / width, (y + 0.5) / height) for x in range(width)] for y in range(height)], channels)
+
+
+TILES = (8, 6)
+
+
+def in_joint(x, y):
+    """True between the tiles."""
+    return (x * TILES[0]) % 1 < 0.1 or (y * TILES[1]) % 1 < 0.1
+
+
+def tiles(x, y):
+    if in_joint(x, y):
+        return (90, 84, 80)
+    return CREAM if (int(x * TILES[0]) + int(y * TILES[1])) % 2 else COBALT
+
+
+def joints(x, y):
+    """Heights: the joints lie deeper."""
+    return (0 if in_joint(x, y) else 60,)
+
+
+def dents(x, y):
+    """Heights of a beaten metal, as a picture in colours."""
+    height = sum(math.sin(2 * math.pi * (a * x + b * y)) for a, b in ((3, 1), (-2, 4), (5, 3))) / 3
+    return (round(120 + 110 * height),) * 3
+
+
+def worn(x, y):
+    """Shiny in the middle, dull at the edges."""
+    shine = round(255 * min(1, 6 * min(x, 1 - x, y, 1 - y)))
+    return (shine, shine, shine, 0)
+
+
+# The direction that a place (s, t) of a face looks to, as GL has it: s and t in -1..1, t = -1 at the bottom row.
+FACES = {
+    "posx": lambda s, t: (1, -t, -s), "negx": lambda s, t: (-1, -t, s),
+    "posy": lambda s, t: (s, 1, t), "negy": lambda s, t: (s, -1, -t),
+    "posz": lambda s, t: (s, -t, 1), "negz": lambda s, t: (-s, -t, -1),
+}
+
+
+def sky(direction):
+    """The colour of the surroundings: ground, horizon, sky, and a sun behind the viewer's right shoulder."""
+    length = math.sqrt(sum(d * d for d in direction))
+    x, y, z = (d / length for d in direction)
+    if 0.5 * x + 0.6 * y + 0.62 * z > 0.985:
+        return (255, 250, 220)
+    return gradient([(70, 60, 40), (110, 100, 70), (230, 230, 225), (130, 180, 235), (50, 100, 190)], (y + 1) / 2)
+
+
+def sky_face(name):
+    return picture(32, 32, 3, lambda x, y: sky(FACES[name](2 * x - 1, 1 - 2 * y)))
+
+
+PICTURES = {
+    "tiles.png": lambda: picture(128, 96, 3, tiles),
+    "joints.png": lambda: picture(128, 96, 1, joints),
+    "dents.png": lambda: picture(40, 40, 3, dents),
+    "worn.png": lambda: picture(32, 32, 4, worn),
+    **{f"sky_{name}.png": lambda name=name: sky_face(name) for name in FACES},
+}
+
+
 SAMPLES = {
     "patch.ulk": ("A bilinear patch: the smallest NURBS surface.", bilinear_patch),
     "vase.ulk": ("A vase of polar points. It stands on the z axis, with its mouth to the viewer.",
@@ -358,6 +462,7 @@ SAMPLES = {
     "net.ulk": ("The net of a box, in one piece, to be folded.", net),
     "cut.ulk": ("A star to be cut out of a ball and of a sheet.", star_cutter),
     "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
+    "gallery.ulk": ("Pictures on surfaces, and an environment that they mirror.", gallery),
 }
 
 
@@ -365,15 +470,22 @@ def content(title, build):
     return "".join(line + "\r\n" for line in ["# " + title, *build()]).encode("ascii")
 
 
+def files():
+    """The content of every file by its path."""
+    scenes = {FOLDER / name: content(title, build) for name, (title, build) in SAMPLES.items()}
+    pictures = {FOLDER / "pictures" / name: build() for name, build in PICTURES.items()}
+    return {**scenes, **pictures}
+
+
 def main():
     check = sys.argv[1:] == ["--check"]
     differing = []
-    for name, (title, build) in SAMPLES.items():
-        path, data = FOLDER / name, content(title, build)
+    for path, data in files().items():
         if not check:
+            path.parent.mkdir(exist_ok=True)
             path.write_bytes(data)
         elif not path.is_file() or path.read_bytes() != data:
-            differing.append(name)
+            differing.append(path.name)
     if differing:
         sys.exit("not as make_samples.py writes them: " + ", ".join(differing))
 

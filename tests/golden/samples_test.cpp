@@ -30,7 +30,7 @@ TEST_P(SamplePicture, LooksAsBefore) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, SamplePicture,
                          testing::Values("patch", "vase", "torus", "knots", "cube", "sphere", "paper", "net",
-                                         "cut", "mixed"),
+                                         "cut", "mixed", "gallery"),
                          [](const auto& row) { return std::string(row.param); });
 
 }  // namespace
