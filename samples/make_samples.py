@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the sample scenes beside this file, and their pictures into a folder of their own; with --check it writes
-nothing and tells which of them differ.
+"""Writes the sample scenes beside this file; with --check it writes nothing and tells which of them differ.
+make_maps.py makes the pictures that some of them use.
 
 All models are about one unit large, stand around the origin and show their front to the +z axis, from where the
 perspective view looks at a scene that has just been opened.
@@ -8,9 +8,7 @@ perspective view looks at a scene that has just been opened.
 
 import math
 import pathlib
-import struct
 import sys
-import zlib
 
 FOLDER = pathlib.Path(__file__).resolve().parent
 
@@ -25,6 +23,7 @@ SKY = (120, 180, 232)
 STEEL = (118, 136, 176)
 WHITE = (255, 255, 255)
 INK = (30, 34, 48)
+BLACK = (0, 0, 0)
 
 
 # ---- numbers, colours, places
@@ -111,8 +110,8 @@ def nurbs(order1, order2, knot1, knot2, rows, weights=None, resolution=(33, 33),
 
 
 def polygon(vertices, strips, placement=AS_BUILT, maps=()):
-    """`vertices` holds (point, colour, texture coordinate, tangent, normal); every strip is closed by a mark. `maps` are
-    lines of texture keys."""
+    """`vertices` holds (point, colour, texture coordinate, tangent, normal); every strip is closed by a mark. `maps`
+    are lines of texture keys."""
     elements = [e for strip in strips for e in (*strip, -1)]
     lines = [f"begin polygon_surface,{len(vertices)},{len(elements)}", *maps]
     colour = None
@@ -240,7 +239,8 @@ def sphere(placement=AS_BUILT, columns=24, rows=12, radius=0.5, polar=False, col
         colour = CREAM if column % columns % 4 < 2 else CORAL
         if row in (0, rows):
             colour = GOLD
-        return (place, colour_of_all or colour, (column / columns, 1 - row / rows), (-math.cos(b), -math.sin(b), 0), normal)
+        tangent = (-math.cos(b), -math.sin(b), 0)
+        return place, colour_of_all or colour, (column / columns, 1 - row / rows), tangent, normal
 
     width = columns + 1
     vertices = [vertex(0, 0)]
@@ -353,100 +353,103 @@ def mixed():
         paper(Placement(turn_x(-40), turn_y(-25), scale=0.9, move=(1.15, -0.6, 0)), quads=8, ruled_every=4, curl=0.35))
 
 
+# ---- models with pictures
+
+
+def ball(placement=AS_BUILT, colour=WHITE, columns=32, rows=16, radius=0.5, maps=()):
+    """A ball that stands on its south pole. u runs from west to east, with 0.5 on the z axis, and v with the height, as
+    a map of longitudes and latitudes wants it under `mercatorsphere`."""
+    def vertex(latitude, u):
+        a, b = math.radians(latitude), 2 * math.pi * (u - 0.5)
+        normal = (math.cos(a) * math.sin(b), math.sin(a), math.cos(a) * math.cos(b))
+        # A v of 1 would count as 0: the map repeats.
+        v = min(0.5 + 0.5 * math.sin(a), 0.99999)
+        return tuple(radius * n for n in normal), colour, (u, v), (math.cos(b), 0, -math.sin(b)), normal
+
+    width = columns + 1
+    # Each triangle at a pole has a pole of its own, so that the map is not twisted there.
+    vertices = [vertex(90 - 180 * row / rows, column / columns) for row in range(1, rows) for column in range(width)]
+    north = len(vertices)
+    vertices += [vertex(90, (column + 0.5) / columns) for column in range(columns)]
+    south = len(vertices)
+    vertices += [vertex(-90, (column + 0.5) / columns) for column in range(columns)]
+    last = (rows - 2) * width
+    strips = [[c, c + 1, north + c] for c in range(columns)]
+    strips += [[e for c in range(width) for e in (row * width + c, row * width + width + c)] for row in range(rows - 2)]
+    strips += [[last + c + 1, last + c, south + c] for c in range(columns)]
+    return polygon(vertices, strips, placement, maps)
+
+
+def ring(placement=AS_BUILT, colour=WHITE, radius=0.5, tube=0.1, sides=8, maps=()):
+    """A torus around the y axis, of one colour."""
+    def point(row, column):
+        a, b = 2 * math.pi * column / sides, -2 * math.pi * row / sides
+        reach = radius - tube * math.cos(b)
+        return (reach * math.sin(a), tube * math.sin(b), reach * math.cos(a))
+
+    rows = [wrap([(point(j, i), colour) for i in range(sides)]) for j in range(sides)]
+    return nurbs(4, 4, lambda j: closed(sides + 3, 4), lambda i: closed(sides + 3, 4), wrap(rows),
+                 resolution=(65, 25), placement=placement, maps=maps)
+
+
+def exact_ball(placement=AS_BUILT, colour=WHITE, radius=0.5, maps=()):
+    """Half a circle of five points, turned about the y axis over nine: with the weight of the corners a true ball."""
+    corner = math.sqrt(0.5)
+    half = [(0, -1), (1, -1), (1, 0), (1, 1), (0, 1)]
+    circle = [(0, 1), (1, 1), (1, 0), (1, -1), (0, -1), (-1, -1), (-1, 0), (-1, 1), (0, 1)]
+    rows = [[((radius * r * x, radius * y, radius * r * z), colour) for x, z in circle] for r, y in half]
+    weights = [[corner ** (j % 2 + i % 2) for i in range(9)] for j in range(5)]
+    return nurbs(3, 3, lambda j: [0, 0, 0, 0.25, 0.25, 0.5, 0.5, 0.75, 0.75, 1, 1, 1],
+                 lambda i: [0, 0, 0, 0.5, 0.5, 1, 1, 1], rows, weights, resolution=(65, 33), placement=placement,
+                 maps=maps)
+
+
+def slab(placement=AS_BUILT, maps=()):
+    """An upright square, white. Its tangent runs along u, so that reliefs are lit from where the light is."""
+    vertices = [((u - 0.5, v - 0.5, 0), WHITE, (u, v), (1, 0, 0), (0, 0, 1)) for v in (0, 1) for u in (0, 1)]
+    return polygon(vertices, [[0, 1, 2, 3]], placement, maps)
+
+
+def globe():
+    maps = ["texture maps/globe.png", "specular maps/globe-gloss.tga", "mercatorsphere true"]
+    return ball(Placement(turn_y(32), turn_x(24)), maps=maps)
+
+
+def relief():
+    wall = ["texture maps/bricks.png", "# Depths in a picture with colours: they are taken as grey.",
+            "bumpmap maps/brick-depth.bmp", "bump2mono true", "specular maps/dull.tga"]
+    tile = ["texture maps/glaze.jpg", "# Normals in signed bytes.", "bumpmap maps/rosette-normals.png"]
+    return (slab(Placement(turn_y(35), move=(-0.46, 0, 0)), maps=wall) +
+            slab(Placement(turn_y(-35), move=(0.46, 0, 0)), maps=tile))
+
+
+def surroundings(reflect, refract, factor):
+    return ["begin environment", "# The six pictures maps/plain_posx.png, plain_negx.png and so on.",
+            "cubetex maps/plain.png", f"reflectalpha {reflect}", f"refractalpha {refract}", f"refractfactor {factor}",
+            "end", ""]
+
+
+DULL = ["specular maps/dull.tga"]
+
+
+def mirror():
+    return (surroundings("0.95", "0", "1") + exact_ball(colour=BLACK, maps=DULL) +
+            ring(Placement(turn_x(24), turn_y(10)), (96, 60, 10), radius=0.7, tube=0.08, maps=DULL))
+
+
+def glass():
+    # Light is bent where it goes in and not where it comes out; a smaller factor than that of glass makes up for it.
+    return surroundings("0.12", "0.9", "0.3") + exact_ball(colour=BLACK, maps=DULL)
+
+
 def gallery():
     return (
-        ["begin environment", "cubetex pictures/sky.png", "reflectalpha 0.3", "end", "",
-         "# A tiled ball, a mirror in the form of a ring, a cube of beaten metal."] +
+        surroundings("0.3", "0", "1") + ["# A tiled ball, a mirror in the form of a ring, a cube of beaten metal."] +
         sphere(Placement(turn_x(-65), turn_y(20), move=(-1.2, 0, 0)), colour_of_all=WHITE,
-               maps=["texture pictures/tiles.png", "bumpmap pictures/joints.png"]) +
+               maps=["texture maps/tiles.png", "bumpmap maps/joints.png"]) +
         torus(Placement(turn_x(-40), turn_y(20), scale=1.1), colours=[INK]) +
         cube(Placement(turn_y(-35), turn_x(28), scale=0.85, move=(1.2, 0, 0)), colour_of_all=GOLD,
-             maps=["bumpmap pictures/dents.png", "bump2mono true", "specular pictures/worn.png"]))
-
-
-# ---- the pictures
-
-def png(pixels, channels):
-    """A PNG file without compression, so that it is the same everywhere. `pixels` are rows from the top, each of tuples
-    of `channels` bytes."""
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-    colour_type = {1: 0, 2: 4, 3: 2, 4: 6}[channels]
-    raw = b"".join(b"\0" + bytes(value for pixel in row for value in pixel) for row in pixels)
-    most = 0xFFFF
-    blocks = [raw[i:i + most] for i in range(0, len(raw), most)]
-    stored = b"".join(struct.pack("<BHH", block is blocks[-1], len(block), len(block) ^ most) + block
-                      for block in blocks)
-    header = struct.pack(">IIBBBBB", len(pixels[0]), len(pixels), 8, colour_type, 0, 0, 0)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header)
-            + chunk(b"IDAT", b"\x78\x01" + stored + struct.pack(">I", zlib.adler32(raw))) + chunk(b"IEND", b""))
-
-
-def picture(width, height, channels, pixel):
-    """`pixel` gives the bytes at a place, x from the left and y from the top, both in 0..1."""
-    return png([[pixel((x + 0.5) / width, (y + 0.5) / height) for x in range(width)] for y in range(height)], channels)
-
-
-TILES = (8, 6)
-
-
-def in_joint(x, y):
-    """True between the tiles."""
-    return (x * TILES[0]) % 1 < 0.1 or (y * TILES[1]) % 1 < 0.1
-
-
-def tiles(x, y):
-    if in_joint(x, y):
-        return (90, 84, 80)
-    return CREAM if (int(x * TILES[0]) + int(y * TILES[1])) % 2 else COBALT
-
-
-def joints(x, y):
-    """Heights: the joints lie deeper."""
-    return (0 if in_joint(x, y) else 60,)
-
-
-def dents(x, y):
-    """Heights of a beaten metal, as a picture in colours."""
-    height = sum(math.sin(2 * math.pi * (a * x + b * y)) for a, b in ((3, 1), (-2, 4), (5, 3))) / 3
-    return (round(120 + 110 * height),) * 3
-
-
-def worn(x, y):
-    """Shiny in the middle, dull at the edges."""
-    shine = round(255 * min(1, 6 * min(x, 1 - x, y, 1 - y)))
-    return (shine, shine, shine, 0)
-
-
-# The direction that a place (s, t) of a face looks to, as GL has it: s and t in -1..1, t = -1 at the bottom row.
-FACES = {
-    "posx": lambda s, t: (1, -t, -s), "negx": lambda s, t: (-1, -t, s),
-    "posy": lambda s, t: (s, 1, t), "negy": lambda s, t: (s, -1, -t),
-    "posz": lambda s, t: (s, -t, 1), "negz": lambda s, t: (-s, -t, -1),
-}
-
-
-def sky(direction):
-    """The colour of the surroundings: ground, horizon, sky, and a sun behind the viewer's right shoulder."""
-    length = math.sqrt(sum(d * d for d in direction))
-    x, y, z = (d / length for d in direction)
-    if 0.5 * x + 0.6 * y + 0.62 * z > 0.985:
-        return (255, 250, 220)
-    return gradient([(70, 60, 40), (110, 100, 70), (230, 230, 225), (130, 180, 235), (50, 100, 190)], (y + 1) / 2)
-
-
-def sky_face(name):
-    return picture(32, 32, 3, lambda x, y: sky(FACES[name](2 * x - 1, 1 - 2 * y)))
-
-
-PICTURES = {
-    "tiles.png": lambda: picture(128, 96, 3, tiles),
-    "joints.png": lambda: picture(128, 96, 1, joints),
-    "dents.png": lambda: picture(40, 40, 3, dents),
-    "worn.png": lambda: picture(32, 32, 4, worn),
-    **{f"sky_{name}.png": lambda name=name: sky_face(name) for name in FACES},
-}
+             maps=["bumpmap maps/dents.png", "bump2mono true", "specular maps/worn.png"]))
 
 
 SAMPLES = {
@@ -462,6 +465,10 @@ SAMPLES = {
     "net.ulk": ("The net of a box, in one piece, to be folded.", net),
     "cut.ulk": ("A star to be cut out of a ball and of a sheet.", star_cutter),
     "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
+    "globe.ulk": ("A globe: a map of longitudes and latitudes around a ball, with water that shines.", globe),
+    "relief.ulk": ("Two flat pieces that look carved: a wall by a map of depths, a tile by a map of normals.", relief),
+    "mirror.ulk": ("A mirror ball and a golden ring in surroundings of six pictures.", mirror),
+    "glass.ulk": ("A ball of glass in the same surroundings.", glass),
     "gallery.ulk": ("Pictures on surfaces, and an environment that they mirror.", gallery),
 }
 
@@ -470,22 +477,15 @@ def content(title, build):
     return "".join(line + "\r\n" for line in ["# " + title, *build()]).encode("ascii")
 
 
-def files():
-    """The content of every file by its path."""
-    scenes = {FOLDER / name: content(title, build) for name, (title, build) in SAMPLES.items()}
-    pictures = {FOLDER / "pictures" / name: build() for name, build in PICTURES.items()}
-    return {**scenes, **pictures}
-
-
 def main():
     check = sys.argv[1:] == ["--check"]
     differing = []
-    for path, data in files().items():
+    for name, (title, build) in SAMPLES.items():
+        path, data = FOLDER / name, content(title, build)
         if not check:
-            path.parent.mkdir(exist_ok=True)
             path.write_bytes(data)
         elif not path.is_file() or path.read_bytes() != data:
-            differing.append(path.name)
+            differing.append(name)
     if differing:
         sys.exit("not as make_samples.py writes them: " + ", ".join(differing))
 

@@ -80,15 +80,6 @@ std::optional<job_t> parse(arguments_t arguments) {
     return job;
 }
 
-/// The part of a picture (first row at the top) that a viewport (y counted up) covers.
-rgba_picture_t cut_out(const rgba_picture_t& picture, const viewport_t& area) {
-    rgba_picture_t part{area.width, area.height, {}};
-    for (int y = 0; y < area.height; ++y)
-        for (int x = 0; x < area.width; ++x)
-            part.pixels.push_back(picture.at(area.x + x, picture.height - area.y - area.height + y));
-    return part;
-}
-
 int draw(const job_t& job) {
     ulk3d::offscreen_context_t context;
     create_or_exit(context);
@@ -109,8 +100,11 @@ int draw(const job_t& job) {
     editor.display();
 
     rgba_picture_t picture = target.read_pixels();
-    if (job.view != nullptr)
-        picture = cut_out(picture, (editor.layout().*job.view->area)());
+    if (job.view != nullptr) {
+        // A viewport counts y up.
+        const viewport_t area = (editor.layout().*job.view->area)();
+        picture = picture.part(area.x, picture.height - area.y - area.height, area.width, area.height);
+    }
     if (!libutils::write_png(job.picture.c_str(), picture)) {
         std::cerr << job.picture << ": could not be written" << std::endl;
         return exit_failed;

@@ -19,6 +19,14 @@ struct rgba_picture_t {
     const pixel_t& at(int x, int y) const { return pixels[index(x, y)]; }
     pixel_t& at(int x, int y) { return pixels[index(x, y)]; }
 
+    /// A copy of the rectangle whose upper left corner is at `x`, `y`; all of it must lie in the picture.
+    rgba_picture_t part(int x, int y, int part_width, int part_height) const {
+        rgba_picture_t copy{part_width, part_height, {}};
+        for (int row = y; row < y + part_height; ++row)
+            copy.pixels.insert(copy.pixels.end(), &at(x, row), &at(x, row) + part_width);
+        return copy;
+    }
+
     bool operator==(const rgba_picture_t&) const = default;
 
   private:
