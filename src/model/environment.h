@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -22,6 +23,9 @@ struct environment_t {
     /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
     /// of an entry without a GL name, which a draw leaves out.
     bool initex(const char* base_file);
+
+    /// The path of one of the six pictures, 0 to 5 in the order above, as `initex` makes it.
+    std::string face_path(const char* base_file, std::size_t face) const;
 };
 
 }  // namespace ulk3d

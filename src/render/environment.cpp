@@ -96,4 +96,8 @@ bool environment_t::initex(const char* base_file) {
     return true;
 }
 
+std::string environment_t::face_path(const char* base_file, std::size_t face) const {
+    return cube_path_t(base_file != nullptr ? base_file : "", cubetex).with_suffix(face_suffixes[face]);
+}
+
 }  // namespace ulk3d

@@ -16,9 +16,9 @@ using arguments_t = std::span<const std::string>;
 
 /// Draws the frame of the view area, or one of its views, into a PNG picture.
 int render(arguments_t arguments);
-/// Reports what the reader says of each file.
+/// Reports what the reader says of each file, and what is wrong with its pictures.
 int check(arguments_t arguments);
-/// Prints the models of a file: kinds, counts and boxes.
+/// Prints the models of a file: kinds, counts, boxes and pictures.
 int info(arguments_t arguments);
 /// Loads one file and saves it as another, each by its extension.
 int convert(arguments_t arguments);

@@ -3,6 +3,7 @@
 #include "model/strip_walk.h"
 #include "render/gl/mapping.h"
 #include "tool/commands.h"
+#include "tool/scene_pictures.h"
 #include "tool/scene_session.h"
 #include "utils/numbers.h"
 
@@ -30,7 +31,13 @@ std::uint64_t count_triangles(const ulk3d::polygon_t& polygon) {
     return count;
 }
 
-void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry) {
+void print_pictures(const std::vector<scene_picture_t>& pictures) {
+    for (const scene_picture_t& picture : pictures)
+        std::cout << "  " << picture.key << ": " << picture.name << ", "
+                  << (picture.problem.empty() ? picture.size : picture.problem) << '\n';
+}
+
+void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry, const std::string& path) {
     const ulk3d::modeling_t* model = ulk3d::modeling_of(entry);
     std::cout << "model " << index << ": ";
     if (entry.kind == ulk3d::kind_nurbs) {
@@ -46,6 +53,7 @@ void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry) {
     ulk3d::pos3 low, high;
     model->bounds(low, high);
     std::cout << "  box: " << text_of(low) << " to " << text_of(high) << '\n';
+    print_pictures(model_pictures(entry.texture, path));
 }
 
 }  // namespace
@@ -66,7 +74,7 @@ int info(arguments_t arguments) {
     std::cout << "models: " << scene.models.size() << '\n';
     std::uint64_t index = 0;
     for (const auto& entry : scene.models)
-        print_model(index++, *entry);
+        print_model(index++, *entry, arguments[0]);
     std::cout.flush();
     return std::cout.good() ? exit_done : exit_failed;
 }

@@ -23,10 +23,11 @@ constexpr std::array<command_t, 4> commands{{
      "    The size is 1024x768 unless told otherwise.\n"},
     {"check", ulktool::check,
      "ulktool check FILE...\n"
-     "    Reports what the reader says of each file. Exit status 1 if one does not load.\n"},
+     "    Reports what the reader says of each file, and what is wrong with the pictures that it names.\n"
+     "    Exit status 1 if one does not load, or not with all its pictures.\n"},
     {"info", ulktool::info,
      "ulktool info FILE\n"
-     "    Prints the models of a file with their counts and boxes.\n"},
+     "    Prints the models of a file with their counts, boxes and pictures.\n"},
     {"convert", ulktool::convert,
      "ulktool convert IN OUT\n"
      "    Loads IN and saves it as OUT, each in the format of its extension.\n"},

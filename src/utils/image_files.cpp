@@ -75,6 +75,10 @@ const file_form_t* find_form(const char* path) {
 
 }  // namespace
 
+bool is_picture_path(const char* path) {
+    return find_form(path) != nullptr;
+}
+
 bool autoloadformat(image2d& image, const char* path) {
     const file_form_t* const form = find_form(path);
     if (form == nullptr) {

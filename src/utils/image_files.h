@@ -5,6 +5,9 @@
 /// Images in files, by the extension of the path, in any case of letters: ".jpg", ".bmp", ".png", ".tga".
 namespace libutils {
 
+/// Whether the extension of a path is one of these.
+bool is_picture_path(const char* path);
+
 /// Reads a picture. An image of palette indices is expanded to RGB; all else comes as its codec makes it:
 /// grey, grey with alpha, RGB, RGBA, BGR or BGRA.
 ///

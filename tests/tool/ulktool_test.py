@@ -4,6 +4,7 @@ ulktool_test.py PROGRAM [unittest options]
 """
 
 import pathlib
+import shutil
 import struct
 import subprocess
 import sys
@@ -13,6 +14,9 @@ import zlib
 
 PROGRAM = sys.argv.pop(1)
 SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
+SQUARE = ("begin polygon_surface,4,4\n{maps}position -1,-1,0\nposition 1,-1,0\nposition -1,1,0\nposition 1,1,0\n"
+          + "element 0\nelement 1\nelement 2\nelement 3\n"
+          + "tangent 1,0,0\nbinormal 0,1,0\nnormal 0,0,1\n" * 4 + "end\n")
 COMMANDS = ("render", "check", "info", "convert")
 
 
@@ -26,11 +30,12 @@ def png_size(path):
     return struct.unpack(">II", data[16:24])
 
 
-def png_of_one_pixel(red, green, blue):
+def png_of_one_pixel(*values):
+    """Grey or RGB."""
     def chunk(kind, data):
         return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 1, 1, 8, 2, 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(bytes([0, red, green, blue]))) + chunk(b"IEND", b""))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 1, 1, 8, {1: 0, 3: 2}[len(values)], 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(bytes([0, *values]))) + chunk(b"IEND", b""))
 
 
 class ToolTestCase(unittest.TestCase):
@@ -116,6 +121,72 @@ class Check(ToolTestCase):
             f"{bad}: does not load",
             f"{SAMPLES}/cube.ulk: loads"])
 
+    def check_square(self, maps):
+        """The lines that a square with these lines of maps gives, without the path of the scene; and the status."""
+        scene = self.file("square.ulk", SQUARE.format(maps="".join(line + "\n" for line in maps)))
+        done = run("check", scene)
+        return [line.replace(f"{scene}: ", "") for line in done.stdout.splitlines()], done.returncode
+
+    def test_pictures_that_are_well_are_not_told(self):
+        (self.folder / "a.png").write_bytes(png_of_one_pixel(1, 2, 3))
+        maps = ["texture a.png", "bumpmap a.png", "bump2mono true", "specular a.png"]
+        self.assertEqual(self.check_square(maps), (["loads"], 0))
+
+    def test_samples_have_all_their_pictures(self):
+        done = run("check", *sorted(SAMPLES.glob("*.ulk")))
+        self.assertEqual(done.returncode, 0, done.stdout)
+        self.assertEqual(done.stderr, "")
+
+    def test_every_picture_with_a_fault_is_told(self):
+        (self.folder / "folder.png").mkdir()
+        (self.folder / "text.png").write_text("no picture")
+        self.assertEqual(self.check_square(["texture none.png", "bumpmap folder.png", "specular text.png"]), ([
+            "model 0: texture none.png: no such file",
+            "model 0: bumpmap folder.png: not a file",
+            "model 0: specular text.png: not a picture that can be read",
+            "loads, but not with all its pictures"], 1))
+
+    def test_a_form_that_is_not_read_is_told(self):
+        (self.folder / "a.gif").write_bytes(b"GIF89a")
+        self.assertEqual(self.check_square(["specular a.gif"]), ([
+            "model 0: specular a.gif: not named .jpg, .bmp, .png or .tga", "loads, but not with all its pictures"], 1))
+
+    def test_a_picture_that_is_cut_short_is_told(self):
+        (self.folder / "a.bmp").write_bytes(b"BM" + bytes(20))
+        self.assertEqual(self.check_square(["texture a.bmp"])[0][0],
+                         "model 0: texture a.bmp: not a picture that can be read")
+
+    def test_bump2mono_of_a_picture_without_colours_is_told(self):
+        (self.folder / "grey.png").write_bytes(png_of_one_pixel(9))
+        self.assertEqual(self.check_square(["bumpmap grey.png"]), (["loads"], 0))
+        self.assertEqual(self.check_square(["bumpmap grey.png", "bump2mono true"]), ([
+            "model 0: bumpmap grey.png: bump2mono takes only pictures with red, green and blue; "
+            "the surface stays smooth",
+            "loads, but not with all its pictures"], 1))
+
+    def test_faces_that_are_missing_or_do_not_fit_are_told(self):
+        scene = self.sky()
+        (self.folder / "sky_posy.png").unlink()
+        (self.folder / "sky_posz.png").unlink()
+        done = run("check", scene)
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stdout.splitlines(), [
+            f"{scene}: environment.initex() failed.",
+            f"{scene}: environment: cubetex {self.folder}/sky_posy.png: no such file",
+            f"{scene}: environment: cubetex {self.folder}/sky_posz.png: no such file",
+            f"{scene}: does not load"])
+
+    def test_faces_that_are_not_square_or_not_of_one_size_are_told(self):
+        scene = self.sky()
+        shutil.copy(SAMPLES / "maps" / "globe.png", self.folder / "sky_posy.png")
+        shutil.copy(SAMPLES / "maps" / "dents.png", self.folder / "sky_negz.png")
+        done = run("check", scene)
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stdout.splitlines(), [
+            f"{scene}: environment: cubetex {self.folder}/sky_posy.png: not square: 512 x 256",
+            f"{scene}: environment: cubetex {self.folder}/sky_negz.png: not as large as the other faces: 40 x 40",
+            f"{scene}: loads, but not with all its pictures"])
+
     def test_a_missing_file_does_not_load(self):
         done = run("check", self.folder / "none.ulk")
         self.assertEqual(done.returncode, 1)
@@ -140,6 +211,16 @@ class Info(ToolTestCase):
         done = run("info", SAMPLES / "patch.ulk")
         self.assertEqual(done.returncode, 0)
         self.assertIn("nurbs surface, 2 x 2 points, order 2 x 2, resolution", done.stdout)
+
+    def test_tells_the_pictures_of_a_model(self):
+        done = run("info", SAMPLES / "relief.ulk")
+        self.assertEqual([line for line in done.stdout.splitlines() if "maps/" in line], [
+            "  texture: maps/bricks.png, 128 x 128", "  bumpmap: maps/brick-depth.bmp, 64 x 64",
+            "  specular: maps/dull.tga, 4 x 4", "  texture: maps/glaze.jpg, 128 x 128",
+            "  bumpmap: maps/rosette-normals.png, 128 x 128"])
+        done = run("info", self.file("square.ulk", SQUARE.format(maps="texture none.png\n")))
+        self.assertEqual(done.returncode, 0)
+        self.assertIn("  texture: none.png, no such file\n", done.stdout)
 
     def test_tells_the_environment(self):
         done = run("info", self.sky())
