@@ -3,12 +3,13 @@
     tests/ui/launch.py build/release/bin/ulkedit docs/pictures docs/make_pictures.py
 
 Every picture is a scene of samples/ and the gestures that a user would make; the names of the functions are those of
-the files.
+the files. Names behind the command make only these pictures.
 """
 
 import os
 import pathlib
 import shutil
+import sys
 import time
 
 from harness import SAMPLES, PROGRAM_NAME, Program, Screen, View, wait_for
@@ -154,28 +155,59 @@ def cut(program, view):
     show_cutter(program, view)
 
 
+def close_up(program, view, notches):
+    """Only the perspective view, without points, from nearer by; its place on the screen."""
+    program.press_control("toggle button", POINTS_SHOWN)
+    for _ in range(notches):
+        program.click(*view.centre("perspective"), button=5, modifier="alt")
+    return view.rectangle("perspective")
+
+
+def globe(program, view):
+    """A map of longitudes and latitudes around a ball."""
+    return close_up(program, view, 2)
+
+
+def relief(program, view):
+    """A wall and a tile that are flat but for their bump maps."""
+    return close_up(program, view, 3)
+
+
+def mirror(program, view):
+    """A ball and a ring that mirror their surroundings."""
+    return close_up(program, view, 3)
+
+
+def glass(program, view):
+    """A ball that bends the light of the same surroundings."""
+    return close_up(program, view, 2)
+
+
 PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
-            fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk"}
+            fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk",
+            globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk"}
 
 
 def make(picture, sample, folder):
+    """The picture shows what the function gives, or else the window."""
     program = Program()
     try:
+        shutil.copytree(SAMPLES / "maps", pathlib.Path(program.folder) / "maps")
         program.wait_started()
         view = View(program)
         program.move_pointer(*CORNER)
         do.open_scene(program, shutil.copy(SAMPLES / sample, program.folder), f"{sample} - {PROGRAM_NAME}")
         wait_for(lambda: len(view.colours("perspective")) > 20, "the scene does not show")
-        picture(program, view)
+        shown = picture(program, view)
         program.move_pointer(*CORNER)
         # What the last gesture changed is drawn by then.
         time.sleep(1)
-        frame = program.tree().find("frame").rectangle
-        Screen().save(folder / f"{picture.__name__}.png", frame)
+        Screen().save(folder / f"{picture.__name__}.png", shown or program.tree().find("frame").rectangle)
     finally:
         program.end()
 
 
 if __name__ == "__main__":
     for made, sample_name in PICTURES.items():
-        make(made, sample_name, pathlib.Path(os.environ["ULK_UI_ARTIFACTS"]))
+        if made.__name__ in sys.argv[1:] or not sys.argv[1:]:
+            make(made, sample_name, pathlib.Path(os.environ["ULK_UI_ARTIFACTS"]))
