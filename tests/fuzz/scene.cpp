@@ -13,6 +13,7 @@
 #include "render/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
 #include "support/memory_file.h"
+#include "utils/paths.h"
 
 /// Loads any bytes as a scene file. What loads is saved, loaded and saved again: from then on nothing may
 /// change any more.
@@ -34,6 +35,13 @@ glpolygon_t& surface_programs() {
 void silence_the_error_stream() {
     static const bool silent = (std::cerr.rdbuf(nullptr), true);
     static_cast<void>(silent);
+}
+
+/// Forgets the names that were tried, or every one would stay, and lets one environment be there, so that
+/// blocks behind it are read too.
+void prepare_pictures(const memory_file_t& scene) {
+    libgr::clear_texture_stores();
+    libgr::cube_textures.insert(libutils::dirname(scene.path()) + "sky.png", {});
 }
 
 /// A resolution or an order is a few bytes of a file and may ask for a lot of work: such inputs are no find.
@@ -75,8 +83,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (asks_for_much(text))
         return 0;
     silence_the_error_stream();
-    libgr::clear_texture_stores();  // or every name that was ever tried would stay
     const memory_file_t input("input"), first("first"), second("second"), third("third");
+    prepare_pictures(input);
     input.write(text);
     if (!pass_through(input, first) || first.read().empty())
         return 0;

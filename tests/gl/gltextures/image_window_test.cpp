@@ -77,7 +77,7 @@ TEST_F(ImageWindow, OffsetOfTheWindowCounts) {
 }
 
 TEST_F(ImageWindow, RowsFollowTheAlignment) {
-    for (const std::uint64_t alignment : {1, 2, 4, 8, 0}) {
+    for (const std::uint64_t alignment : {1U, 2U, 4U, 8U, 0U}) {
         const pack_t pack{.swap = false, .alignment = alignment};
         image2d image;
         image.format = image_format::rgb;

@@ -78,6 +78,12 @@ GLint texture_parameter(GLenum target, GLenum parameter) {
     return value;
 }
 
+rgba_float_t border_color_of(GLenum target) {
+    rgba_float_t color{};
+    glGetTexParameterfv(target, GL_TEXTURE_BORDER_COLOR, color.data());
+    return color;
+}
+
 bytes_t stored_bytes(GLenum target, GLint level) {
     const auto width = static_cast<std::size_t>(level_parameter(target, level, GL_TEXTURE_WIDTH));
     const auto height = static_cast<std::size_t>(level_parameter(target, level, GL_TEXTURE_HEIGHT));
@@ -209,7 +215,7 @@ void GLAPIENTRY note_image_3d(GLenum target, GLint level, GLenum format, GLsizei
 
 void GLAPIENTRY note_part_2d(GLenum target, GLint level, GLint, GLint, GLsizei width, GLsizei height,
                              GLenum format, GLsizei length, const void* data) {
-    noted_calls.push_back({"part 2d", target, level, format, {width, height}, -1, length, data});
+    noted_calls.push_back({"refill 2d", target, level, format, {width, height}, -1, length, data});
 }
 
 }  // namespace
@@ -259,9 +265,11 @@ legacy_context_t::~legacy_context_t() {
 
 namespace {
 
+constexpr GLenum unpack_values[] = {GL_UNPACK_SWAP_BYTES,  GL_UNPACK_ROW_LENGTH, GL_UNPACK_IMAGE_HEIGHT,
+                                    GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SKIP_ROWS,  GL_UNPACK_SKIP_IMAGES};
+
 void reset_unpack_state() {
-    for (const GLenum name : {GL_UNPACK_SWAP_BYTES, GL_UNPACK_ROW_LENGTH, GL_UNPACK_IMAGE_HEIGHT,
-                              GL_UNPACK_SKIP_PIXELS, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_IMAGES})
+    for (const GLenum name : unpack_values)
         glPixelStorei(name, 0);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
 }

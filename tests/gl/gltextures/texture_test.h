@@ -34,6 +34,7 @@ bytes_t stored_bytes(GLenum target, GLint level = 0);
 std::vector<rgba_float_t> shown_texels(GLenum target = GL_TEXTURE_2D, GLint level = 0);
 GLint level_parameter(GLenum target, GLint level, GLenum parameter);
 GLint texture_parameter(GLenum target, GLenum parameter);
+rgba_float_t border_color_of(GLenum target);
 
 /// The loader's flags of what GL has; those of a scope's beginning are back at its end.
 class gl_flags_t {
