@@ -47,7 +47,8 @@ image2d chequered_image() {
     bytes_t pixels;
     for (int i = 0; i < 8; ++i) {
         const auto value = static_cast<std::uint8_t>((i + i / 4) % 2 != 0 ? 255 : 0);
-        pixels.insert(pixels.end(), {value, value, value, 255});
+        for (const std::uint8_t byte : {value, value, value, std::uint8_t{255}})
+            pixels.push_back(byte);
     }
     return ulk_test::image_of(libutils::image_format::rgba, 4, 2, pixels);
 }
@@ -101,7 +102,8 @@ TEST_F(Texture2DPaths, WithoutGL30MipmapsAreBuiltOnTheHost) {
 TEST_F(Texture2DPaths, MipmapsOfSignedNormalsKeepTheirSigns) {
     bytes_t slopes;
     for (int i = 0; i < 4; ++i)
-        slopes.insert(slopes.end(), {static_cast<std::uint8_t>(-64), 32, 100});
+        for (const int byte : {-64, 32, 100})
+            slopes.push_back(static_cast<std::uint8_t>(byte));
     image2d image = ulk_test::image_of(libutils::image_format::rgb, 2, 2, slopes);
     image.type = libutils::image_type::signed_integer;
     texture.set_level(image, 0, 0);
