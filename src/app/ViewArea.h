@@ -47,6 +47,8 @@ class ViewArea : public Gtk::GLArea {
     bool key_release(const GdkEventKey& event);
 
     const ulkedit_t& scene() const { return ulkedit; }
+    /// For dialogs, which write into the models themselves: they make the context current first.
+    ulkedit_t& editor() { return ulkedit; }
 
   protected:
     void on_realize() override;

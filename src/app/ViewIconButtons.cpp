@@ -5,30 +5,13 @@
 #include <algorithm>
 
 #include "app/ViewWindow.h"
+#include "dialogs/spin_range.h"
 
 namespace ulk3d {
 
-namespace {
-
-struct spin_range_t {
-    double low, high, step, page;
-    unsigned digits;
-    double start;
-};
-
-void configure(Gtk::SpinButton& spin, const spin_range_t& range) {
-    spin.set_range(range.low, range.high);
-    spin.set_increments(range.step, range.page);
-    spin.set_digits(range.digits);
-    spin.set_wrap(false);
-    spin.set_value(range.start);
-}
-
-}  // namespace
-
 ViewIconButtons::ViewIconButtons() : Gtk::HBox(false, 0) {
-    configure(grid_step_spin, {0.0, 10.0, 0.05, 1.0, 2, 0.1});
-    configure(fold_angle_spin, {-180.0, 180.0, 1.0, 15.0, 0, 0.0});
+    configure(grid_step_spin, {0.0, 10.0, 0.05, 1.0, 2}, 0.1);
+    configure(fold_angle_spin, {-180.0, 180.0, 1.0, 15.0, 0}, 0.0);
 
     // Controls that show no words of their own, for those who hear the window.
     grid_step_spin.get_accessible()->set_name("方眼間隔");

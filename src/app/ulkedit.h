@@ -92,6 +92,10 @@ class ulkedit_t {
 
     const model_list_t& models() const { return scene_models; }
     environment_t& environment() { return scene_environment; }
+    /// What a model's `update` runs its frame pass with.
+    glpolygon_t& polygon_programs() { return glpolygon; }
+    /// The folder in which shader files are looked for, with its trailing separator; empty for none.
+    const std::string& shader_folder() const { return program_dir; }
     const camera_t& camera() const { return cameras; }
     const view_layout_t& layout() const { return areas; }
 
@@ -130,6 +134,9 @@ class ulkedit_t {
     /// loop in it: the camera then works, while edits and all that changes the list of models do nothing.
     void cut_current(const sigc::slot<void, double>& receiver);
     bool cut_is_running() const { return cutting; }
+
+    /// Makes an edit that was pushed on the current model's history a step of undo.
+    void note_edit();
 
     fold_pick_t fold_picks[2];  ///< the two ends of the fold axis
     bool crosshair_on = false;  ///< bands across the perspective view at the cursor; no command sets it

@@ -116,6 +116,11 @@ bool ulkedit_t::redo() {
     return true;
 }
 
+void ulkedit_t::note_edit() {
+    if (model_entry_t* const entry = current_model())
+        undo_list.push_back({entry});
+}
+
 bool ulkedit_t::fold() {
     const auto axis = fold_positions();
     if (!axis || f_eq(axis->first, axis->second))
