@@ -43,9 +43,14 @@ std::size_t read_some(const file_descriptor& file, char* target, std::size_t siz
     }
 }
 
-bool write_all(const file_descriptor& file, const char* data, std::size_t size) {
+namespace {
+
+/// Writes all bytes by a call that takes a part of them: `write_part(data, size)`, with the result of
+/// ::write.
+template <typename WritePart>
+bool write_parts(const char* data, std::size_t size, WritePart&& write_part) {
     while (size > 0) {
-        const ssize_t taken = ::write(file.get(), data, size);
+        const ssize_t taken = write_part(data, size);
         if (taken < 0 && errno == EINTR)
             continue;
         if (taken <= 0)
@@ -54,6 +59,21 @@ bool write_all(const file_descriptor& file, const char* data, std::size_t size) 
         size -= static_cast<std::size_t>(taken);
     }
     return true;
+}
+
+}  // namespace
+
+bool write_all(const file_descriptor& file, const char* data, std::size_t size) {
+    return write_parts(data, size, [&](const char* part, std::size_t part_size) {
+        return ::write(file.get(), part, part_size);
+    });
+}
+
+bool write_all_at(const file_descriptor& file, const void* data, std::size_t size, std::uint64_t offset) {
+    const char* const first = static_cast<const char*>(data);
+    return write_parts(first, size, [&](const char* part, std::size_t part_size) {
+        return ::pwrite(file.get(), part, part_size, static_cast<off_t>(offset) + (part - first));
+    });
 }
 
 }  // namespace ulk3d

@@ -41,4 +41,9 @@ std::size_t read_some(const file_descriptor& file, char* target, std::size_t siz
 /// Writes all bytes. False when the system did not take them all.
 [[nodiscard]] bool write_all(const file_descriptor& file, const char* data, std::size_t size);
 
+/// Writes all bytes over those at `offset`; the next `write_all` goes on where the last one ended. False also
+/// where there is no going back, as in a FIFO.
+[[nodiscard]] bool write_all_at(const file_descriptor& file, const void* data, std::size_t size,
+                                std::uint64_t offset);
+
 }  // namespace ulk3d

@@ -4,14 +4,14 @@
 
 #include "formats/line_log.h"
 #include "formats/scene_text.h"
+#include "formats/stl_reader.h"
+#include "formats/stl_writer.h"
 #include "utils/strings.h"
 
 namespace ulk3d {
 
 namespace {
 
-/// STL files are known by their extension; there is no reader and no writer for them yet, so that none can be
-/// opened.
 bool is_stl_path(const char* path) {
     return libutils::has_extension(path, ".stl") == 0;
 }
@@ -101,8 +101,10 @@ void write_model(model_entry_t& entry, const char* path, text_output& output) {
 }  // namespace
 
 bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    if (is_stl_path(path))
+        return load_stl(path, scene);
     text_lines input = text_lines::open(path);
-    if (is_stl_path(path) || !input.is_open()) {
+    if (!input.is_open()) {
         put_line(log, path, ": file open error.");
         return false;
     }
@@ -119,7 +121,7 @@ std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glp
 
 bool save_model(model_entry_t& entry, const char* path) {
     if (is_stl_path(path))
-        return false;
+        return save_stl_model(path, entry);
     text_output output(path);
     write_model(entry, path, output);
     return output.close();
@@ -127,7 +129,7 @@ bool save_model(model_entry_t& entry, const char* path) {
 
 bool save_models(model_list_t& models, const char* path) {
     if (is_stl_path(path))
-        return false;
+        return save_stl_models(path, models);
     text_output output(path);
     for (const auto& entry : models) {
         write_model(*entry, path, output);
@@ -141,7 +143,7 @@ bool save_models(model_list_t& models, const char* path) {
 
 bool save_scene(scene_t& scene, const char* path) {
     if (is_stl_path(path))
-        return false;
+        return save_stl_models(path, scene.models);
     text_output output(path);
     if (write_environment(scene.environment, output))
         output.line();

@@ -282,6 +282,13 @@ void append_number(std::string& out, float value) {
     }
 }
 
+void append_scientific(std::string& out, float value) {
+    char buffer[32];
+    const auto [stop, error] = std::to_chars(buffer, buffer + sizeof buffer, static_cast<double>(value),
+                                             std::chars_format::scientific, 6);
+    out.append(buffer, stop);
+}
+
 void append_number(std::string& out, double value) {
     const auto single = static_cast<float>(value);
     if (static_cast<double>(single) == value) {

@@ -32,6 +32,10 @@ bool parse_bool(const char* text);
 void append_number(std::string& out, double value);
 void append_number(std::string& out, float value);
 
+/// Appends a number in scientific notation with six digits behind the point: "%e" ("3.333333e-01",
+/// "-0.000000e+00", "inf", "nan", "-nan").
+void append_scientific(std::string& out, float value);
+
 /// Appends an integer in decimal.
 template <std::integral T>
 void append_number(std::string& out, T value) {

@@ -26,6 +26,12 @@ std::string appended(T value) {
     return out.substr(1);
 }
 
+std::string scientific(float value) {
+    std::string out = "<";
+    libutils::append_scientific(out, value);
+    return out.substr(1);
+}
+
 std::string printed(double value) {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "%g", value);
@@ -365,6 +371,34 @@ TEST(AppendNumber, TiesGoToTheEvenDigit) {
             ASSERT_EQ(appended(value), printed(value));
         }
     }
+}
+
+TEST(AppendScientific, SixDigitsBehindThePointAndAnExponent) {
+    EXPECT_EQ(scientific(1.0F / 3), "3.333333e-01");
+    EXPECT_EQ(scientific(0.0F), "0.000000e+00");
+    EXPECT_EQ(scientific(-0.0F), "-0.000000e+00");
+    EXPECT_EQ(scientific(-1234567.5F), "-1.234568e+06");
+    EXPECT_EQ(scientific(std::numeric_limits<float>::max()), "3.402823e+38");
+    EXPECT_EQ(scientific(std::numeric_limits<float>::denorm_min()), "1.401298e-45");
+    EXPECT_EQ(scientific(INFINITY), "inf");
+    EXPECT_EQ(scientific(-INFINITY), "-inf");
+    EXPECT_EQ(scientific(std::numeric_limits<float>::quiet_NaN()), "nan");
+    EXPECT_EQ(scientific(std::copysign(std::numeric_limits<float>::quiet_NaN(), -1.0F)), "-nan");
+}
+
+TEST(AppendScientific, AgreesWithPrintfOnRandomBits) {
+    std::mt19937 random(6);
+    for (int i = 0; i < 200000; ++i) {
+        const float value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+        char expected[64];
+        std::snprintf(expected, sizeof expected, "%e", static_cast<double>(value));
+        ASSERT_EQ(scientific(value), expected);
+    }
+}
+
+TEST(AppendScientific, IsFreeOfTheGlobalLocale) {
+    const comma_locale guard;
+    EXPECT_EQ(scientific(1234.5F), "1.234500e+03");
 }
 
 TEST(AppendNumber, IsFreeOfTheGlobalLocale) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+
+#include "model/scene.h"
+
+namespace ulk3d {
+
+class byte_output;
+
+/// Writes meshes as STL files: the strips unrolled into single triangles, each with the unit normal of its
+/// winding. A NURBS model is written as the mesh that is drawn for it. The models keep their names. A GL
+/// context must be current.
+///
+/// All results are true when the path could be opened and all bytes reached the file, the last flush and the
+/// close included.
+
+/// The binary form, of one model or of a list. The header is the path, cut to 80 bytes.
+[[nodiscard]] bool save_stl_model(const char* path, const model_entry_t& entry);
+[[nodiscard]] bool save_stl_models(const char* path, const model_list_t& models);
+
+/// The ASCII form of a list.
+[[nodiscard]] bool save_stl_ascii(const char* path, const model_list_t& models);
+
+/// Writes the records of one mesh's triangles; their number.
+std::uint32_t write_stl_triangles(byte_output& output, const polygon_t& polygon);
+
+/// (b - a) cross (c - b): towards the side from which a, b, c run counter-clockwise, of any length.
+dir3 triangle_normal(const pos3& a, const pos3& b, const pos3& c);
+
+}  // namespace ulk3d
