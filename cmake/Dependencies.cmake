@@ -13,4 +13,6 @@ if(ULK_BUILD_TESTS)
 endif()
 if(ULK_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
+  # Another reader of STL files to measure against; without it that comparison is left out.
+  pkg_check_modules(ASSIMP IMPORTED_TARGET assimp)
 endif()
