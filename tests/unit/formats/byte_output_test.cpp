@@ -98,6 +98,18 @@ TEST(ByteOutput, AFullDiskIsSeenWhenTheBufferRunsOver) {
     EXPECT_FALSE(output.close());
 }
 
+TEST(ByteOutput, ACloseThatFailsIsAFailure) {
+    const ulk_test::temporary_folder_t folder;
+    // The lowest free number is the one that the next open gives.
+    const int next = ::open("/dev/null", O_RDONLY);
+    ASSERT_GE(next, 0);
+    ::close(next);
+    byte_output output(folder.path("file").c_str());
+    ASSERT_TRUE(output.is_open());
+    ASSERT_EQ(::close(next), 0);
+    EXPECT_FALSE(output.close());
+}
+
 TEST(ByteOutput, OneCanNotGoBackInAPipe) {
     const ulk_test::temporary_folder_t folder;
     const std::string fifo = folder.path("fifo");
