@@ -1,0 +1,102 @@
+#include "formats/record_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "model/mapped_span.h"
+#include "utils/evalnumber.h"
+#include "utils/numbers.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// Calls `store(index, line)` with each of the first `count` lines, NUL-terminated. A last line counts also
+/// without its line feed.
+template <typename Store>
+void for_each_line(std::string& text, std::size_t count, Store&& store) {
+    char* line = text.data();
+    char* const end = line + text.size();
+    for (std::size_t i = 0; i < count && line != end; ++i) {
+        char* const line_end = std::find(line, end, '\n');
+        *line_end = '\0';
+        store(i, static_cast<const char*>(line));
+        line = line_end == end ? end : line_end + 1;
+    }
+}
+
+record_member_t place_of(const array_t& array, std::uint64_t member) {
+    const std::span<const element_t> attributes = elements_of(array.element_list());
+    if (member >= attributes.size())
+        return {};
+    return {array.vertex_stride(), word_offset_of(array.element_list(), member),
+            component_count(attributes[member])};
+}
+
+std::size_t record_count(std::size_t words, const record_member_t& member) {
+    return member.components == 0 ? 0 : words / member.stride;
+}
+
+void store_line(const char* line, std::span<float> components) {
+    for (float& component : components) {
+        component = libutils::evalnumber(line, &line);
+        if (*line != '\0')
+            ++line;
+    }
+}
+
+}  // namespace
+
+std::string member_text(std::span<const float> words, const record_member_t& member) {
+    std::string text;
+    for (std::size_t i = 0; i < record_count(words.size(), member); ++i) {
+        for (std::uint32_t k = 0; k < member.components; ++k) {
+            if (k > 0)
+                text += ',';
+            libutils::append_number(text, words[i * member.stride + member.offset + k]);
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+std::string member_text(const array_t& array, std::uint64_t member) {
+    const array_span<const float> words(array);
+    return member_text(words.span(), place_of(array, member));
+}
+
+void store_member_text(std::span<float> words, const record_member_t& member, std::string text) {
+    for_each_line(text, record_count(words.size(), member), [&](std::size_t i, const char* line) {
+        store_line(line, words.subspan(i * member.stride + member.offset, member.components));
+    });
+}
+
+void store_member_text(array_t& array, std::uint64_t member, std::string text) {
+    const array_span<float> words(array);
+    store_member_text(words.span(), place_of(array, member), std::move(text));
+}
+
+std::string index_text(const element_array_t& elements) {
+    std::string text;
+    const const_index_span indices(elements);
+    for (const std::uint32_t index : indices.span()) {
+        if (index == restart_mark)
+            text += "-1";
+        else
+            libutils::append_number(text, index);
+        text += '\n';
+    }
+    return text;
+}
+
+void store_index_text(std::span<std::uint32_t> indices, std::string text) {
+    for_each_line(text, indices.size(),
+                  [&](std::size_t i, const char* line) { indices[i] = libutils::parse_uint(line, nullptr); });
+}
+
+void store_index_text(element_array_t& elements, std::string text) {
+    const index_span indices(elements);
+    store_index_text(indices.span(), std::move(text));
+}
+
+}  // namespace ulk3d
