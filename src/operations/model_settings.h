@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/scene.h"
+
+namespace ulk3d {
+
+class glpolygon_t;
+
+/// The file names of a model: its own, and those of its maps.
+struct model_names_t {
+    std::string name, texture, bumpmap, specular;
+    bool operator==(const model_names_t&) const = default;
+};
+
+model_names_t names_of(const modeling_t& model, const texture_t& texture);
+
+/// What a user sets of a polygon model.
+struct polygon_settings_t {
+    model_names_t names;
+    std::uint32_t vertex_count = 0;
+    std::uint32_t element_count = 0;
+    bool operator==(const polygon_settings_t&) const = default;
+};
+
+polygon_settings_t polygon_settings(const model_entry_t& entry);
+
+/// Gives a polygon model new settings. A mesh without vertices or without elements is made anew, zeroed, also
+/// when nothing differs; another grows or shrinks when something does. Its maps are then opened by their
+/// names in the directory of the model's own name, which loads what is not loaded yet.
+void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings);
+
+/// What a user sets of a NURBS model.
+struct nurbs_settings_t {
+    model_names_t names;
+    std::uint32_t count1 = 0, count2 = 0;
+    std::uint32_t order1 = 0, order2 = 0;
+    std::uint32_t resolution1 = 0, resolution2 = 0;
+    bool operator==(const nurbs_settings_t&) const = default;
+};
+
+nurbs_settings_t nurbs_settings(const model_entry_t& entry);
+
+/// Gives a NURBS model new settings. When anything differs, be it a name, all tables are made anew: knots,
+/// weights and control points are zero then. A surface that does not fit into memory is an empty one.
+void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon);
+
+}  // namespace ulk3d
