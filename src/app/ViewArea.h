@@ -46,6 +46,9 @@ class ViewArea : public Gtk::GLArea {
     bool key_press(const GdkEventKey& event);
     bool key_release(const GdkEventKey& event);
 
+    /// Makes the context current for work that draws outside of a frame.
+    void make_input_current();
+
     const ulkedit_t& scene() const { return ulkedit; }
     /// For dialogs, which write into the models themselves: they make the context current first.
     ulkedit_t& editor() { return ulkedit; }
@@ -61,8 +64,6 @@ class ViewArea : public Gtk::GLArea {
     void on_resize(int width, int height) override;
 
   private:
-    /// Makes the context current for work that draws outside of a frame.
-    void make_input_current();
     void set_mode(operation_mode_t mode);
     /// Redraws when an input operation asks for it, and passes its answer on.
     bool redraw_if(bool needed);

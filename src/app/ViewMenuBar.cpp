@@ -18,29 +18,29 @@ void ViewMenuBar::build() {
                      {"Save_CurrentModelAs", &ViewWindow::on_file_save_model_as},
                      {"e_Xit", &ViewWindow::on_quit, true}});
     // Items without a command show what is to come and do nothing.
-    fill(edit_menu, {{"Add _Polygon", nullptr},
-                     {"Add _Nurbs", nullptr},
+    fill(edit_menu, {{"Add _Polygon", &ViewWindow::on_add_polygon},
+                     {"Add _Nurbs", &ViewWindow::on_add_nurbs},
                      {"_Delete current Model", &ViewWindow::on_delete_model},
                      {"Polygoni_ze", &ViewWindow::on_polygonize},
                      {"_Cut the Model", &ViewWindow::on_cut_model}});
     select_model_item.set_submenu(model_menu);
     edit_menu.append(select_model_item);
-    fill(nurbs_dialog_menu, {{"Env_ironmentDialog", nullptr},
+    fill(nurbs_dialog_menu, {{"Env_ironmentDialog", &ViewWindow::on_environment_dialog},
                              {"_PointDialog", nullptr},
                              {"_ColorDialog", nullptr},
                              {"_WeightDialog", nullptr},
                              {"_Horizontal KnotDialog", nullptr},
                              {"_Vertical KnotDialog", nullptr},
-                             {"_OptionDialog", nullptr}});
-    fill(polygon_dialog_menu, {{"Env_ironmentDialog", nullptr},
-                               {"_VertexDialog", nullptr},
-                               {"_ColorDialog", nullptr},
-                               {"Te_xCoordDialog", nullptr},
-                               {"_Tangent(X軸法線)Dialog", nullptr},
-                               {"_Binormal(Y軸法線)Dialog", nullptr},
-                               {"_Normal(Z軸法線)Dialog", nullptr},
-                               {"_ElementDialog", nullptr},
-                               {"_OptionDialog", nullptr}});
+                             {"_OptionDialog", &ViewWindow::on_option_dialog}});
+    fill(polygon_dialog_menu, {{"Env_ironmentDialog", &ViewWindow::on_environment_dialog},
+                               {"_VertexDialog", &ViewWindow::on_vertex_dialog},
+                               {"_ColorDialog", &ViewWindow::on_vertex_color_dialog},
+                               {"Te_xCoordDialog", &ViewWindow::on_texcoord_dialog},
+                               {"_Tangent(X軸法線)Dialog", &ViewWindow::on_tangent_dialog},
+                               {"_Binormal(Y軸法線)Dialog", &ViewWindow::on_binormal_dialog},
+                               {"_Normal(Z軸法線)Dialog", &ViewWindow::on_normal_dialog},
+                               {"_ElementDialog", &ViewWindow::on_element_dialog},
+                               {"_OptionDialog", &ViewWindow::on_option_dialog}});
     fill(view_menu,
          {{"_FullScreen", &ViewWindow::on_fullscreen, true}, {"_Maximize", &ViewWindow::on_maximize, true}});
 

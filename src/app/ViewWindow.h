@@ -28,9 +28,20 @@ class ViewWindow : public Gtk::Window {
     void on_file_save_as();
     void on_file_save_model_as();
     void on_quit();
+    void on_add_polygon();
+    void on_add_nurbs();
     void on_delete_model();
     void on_polygonize();
     void on_select_model(std::uint64_t index);
+    void on_environment_dialog();
+    void on_option_dialog();
+    void on_vertex_dialog();
+    void on_vertex_color_dialog();
+    void on_texcoord_dialog();
+    void on_tangent_dialog();
+    void on_binormal_dialog();
+    void on_normal_dialog();
+    void on_element_dialog();
     void on_fullscreen();
     void on_maximize();
     void on_cut_model();
@@ -51,6 +62,12 @@ class ViewWindow : public Gtk::Window {
     bool on_key_release_event(GdkEventKey* event) override;
 
   private:
+    /// The current model when it is of a kind, else null.
+    model_entry_t* current_of_kind(std::uint32_t kind);
+    /// Runs the dialog of a model's settings; whether OK or Apply was pressed.
+    bool run_settings_dialog(model_entry_t& entry);
+    void run_vertex_dialog(std::uint64_t group, std::uint64_t member, const char* title);
+
     /// The title of the current model, or the program's alone when there is none.
     void set_model_title();
     void rebuild_model_menu();

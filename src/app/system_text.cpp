@@ -25,4 +25,11 @@ Glib::ustring widget_text(const std::string& bytes) {
     return converted.get();
 }
 
+std::string system_bytes(const Glib::ustring& text) {
+    const std::string& bytes = text.raw();
+    const glib_text converted(
+        g_locale_from_utf8(bytes.data(), static_cast<gssize>(bytes.size()), nullptr, nullptr, nullptr));
+    return converted ? converted.get() : bytes;
+}
+
 }  // namespace ulk3d

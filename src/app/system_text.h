@@ -11,4 +11,9 @@ namespace ulk3d {
 /// throws.
 Glib::ustring widget_text(const std::string& bytes);
 
+/// The bytes that a text from a widget stands for: in the locale's encoding, else UTF-8. Never throws. Bytes
+/// that widget_text could only show with marks do not come back: who edits text compares it with what was
+/// shown.
+std::string system_bytes(const Glib::ustring& text);
+
 }  // namespace ulk3d

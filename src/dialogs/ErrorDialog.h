@@ -1,8 +1,6 @@
 #pragma once
 
-#include <gtkmm/dialog.h>
-#include <gtkmm/scrolledwindow.h>
-#include <gtkmm/textview.h>
+#include "dialogs/text_page.h"
 
 namespace ulk3d {
 
@@ -14,8 +12,7 @@ class ErrorDialog : public Gtk::Dialog {
     ~ErrorDialog() override = default;
 
   private:
-    Gtk::ScrolledWindow scrolled_window;
-    Gtk::TextView text_view;
+    text_page_t page;
 };
 
 }  // namespace ulk3d
