@@ -4,9 +4,7 @@
 
 #include <gdk/gdkkeysyms.h>
 
-#include <cstdlib>
-#include <iostream>
-
+#include "app/gl_context_requirement.h"
 #include "gltextures/gr_check_error.h"
 #include "render/gl/gl_loader.h"
 
@@ -42,10 +40,7 @@ void ViewArea::redraw() {
 void ViewArea::on_realize() {
     Gtk::GLArea::on_realize();
     make_current();
-    if (has_error()) {
-        std::cerr << "OpenGL is not available: the GL context could not be made." << std::endl;
-        std::exit(EXIT_FAILURE);
-    }
+    require_gl_context(*this);
     static bool loader_has_run = false;
     if (!loader_has_run) {
         grCheckError("on_realize(0)");

@@ -17,7 +17,6 @@ void ViewMenuBar::build() {
                      {"Save_As", &ViewWindow::on_file_save_as},
                      {"Save_CurrentModelAs", &ViewWindow::on_file_save_model_as},
                      {"e_Xit", &ViewWindow::on_quit, true}});
-    // Items without a command show what is to come and do nothing.
     fill(edit_menu, {{"Add _Polygon", &ViewWindow::on_add_polygon},
                      {"Add _Nurbs", &ViewWindow::on_add_nurbs},
                      {"_Delete current Model", &ViewWindow::on_delete_model},
@@ -26,11 +25,11 @@ void ViewMenuBar::build() {
     select_model_item.set_submenu(model_menu);
     edit_menu.append(select_model_item);
     fill(nurbs_dialog_menu, {{"Env_ironmentDialog", &ViewWindow::on_environment_dialog},
-                             {"_PointDialog", nullptr},
-                             {"_ColorDialog", nullptr},
-                             {"_WeightDialog", nullptr},
-                             {"_Horizontal KnotDialog", nullptr},
-                             {"_Vertical KnotDialog", nullptr},
+                             {"_PointDialog", &ViewWindow::on_point_dialog},
+                             {"_ColorDialog", &ViewWindow::on_color_dialog},
+                             {"_WeightDialog", &ViewWindow::on_weight_dialog},
+                             {"_Horizontal KnotDialog", &ViewWindow::on_hknot_dialog},
+                             {"_Vertical KnotDialog", &ViewWindow::on_vknot_dialog},
                              {"_OptionDialog", &ViewWindow::on_option_dialog}});
     fill(polygon_dialog_menu, {{"Env_ironmentDialog", &ViewWindow::on_environment_dialog},
                                {"_VertexDialog", &ViewWindow::on_vertex_dialog},
@@ -61,11 +60,10 @@ void ViewMenuBar::build() {
 void ViewMenuBar::fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows) {
     for (const menu_row_t& row : rows) {
         auto* item = Gtk::make_managed<Gtk::MenuItem>(row.label, true);
-        if (row.command != nullptr)
-            item->signal_activate().connect([this, row] {
-                if (row.works_during_cut || !window.area().scene().cut_is_running())
-                    (window.*row.command)();
-            });
+        item->signal_activate().connect([this, row] {
+            if (row.works_during_cut || !window.area().scene().cut_is_running())
+                (window.*row.command)();
+        });
         menu.append(*item);
     }
     menu.show_all_children(true);

@@ -35,6 +35,11 @@ class ViewWindow : public Gtk::Window {
     void on_select_model(std::uint64_t index);
     void on_environment_dialog();
     void on_option_dialog();
+    void on_point_dialog();
+    void on_color_dialog();
+    void on_weight_dialog();
+    void on_hknot_dialog();
+    void on_vknot_dialog();
     void on_vertex_dialog();
     void on_vertex_color_dialog();
     void on_texcoord_dialog();
@@ -67,6 +72,10 @@ class ViewWindow : public Gtk::Window {
     /// Runs the dialog of a model's settings; whether OK or Apply was pressed.
     bool run_settings_dialog(model_entry_t& entry);
     void run_vertex_dialog(std::uint64_t group, std::uint64_t member, const char* title);
+    /// Edits member `member` of the current model's control points.
+    void run_array_dialog(std::uint32_t member, const char* title);
+    /// Edits an option table of the current model, when that is a NURBS model.
+    void run_option_array_dialog(std::uint32_t index, const char* title, bool has_views, bool upright);
 
     /// The title of the current model, or the program's alone when there is none.
     void set_model_title();
