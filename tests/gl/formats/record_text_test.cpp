@@ -54,6 +54,17 @@ TEST_F(ModelText, StripsAreAnIndexOnEachLine) {
     EXPECT_EQ(elements_of(polygon), (std::vector<std::uint32_t>{2, 1, 2, mark, 2, 1, 0}));
 }
 
+TEST_F(ModelText, StoredStripsLeaveTheNumbersOfThePolygonsAndTheirMarks) {
+    ASSERT_EQ(polygon.polyidvector.size(), 5U);
+    polygon.selectpolygons.insert(0);
+    polygon.selectpolygon(0);
+    store_index_text(polygon.elements, "2\n1\n0\n");
+    EXPECT_EQ(selectelems_of(polygon)[0], 0U);
+    EXPECT_EQ(polygon.polyidvector[1].position, 4U);
+    polygon.afterload(nullptr);
+    EXPECT_EQ(selectelems_of(polygon)[0], 2U);
+}
+
 TEST_F(ModelText, IndicesBeyondTheVerticesDrawAndAreKept) {
     store_index_text(polygon.elements, "0\n1\n2\n1000000\n2\n4294967294\n0\n");
     polygon.draw();
