@@ -18,6 +18,7 @@ FOCUSED = 12
 SENSITIVE = 24
 SHOWING = 25
 SCREEN_COORDINATES = 0
+LABELLED_BY = 2
 
 _bus = None
 
@@ -83,6 +84,16 @@ class Node:
         return self.has_state(SENSITIVE)
 
     @property
+    def is_focused(self):
+        return self.has_state(FOCUSED)
+
+    @property
+    def labels(self):
+        """The texts of the labels that name this control."""
+        return [Node(*label).text for kind, labels in self.ask_accessible("GetRelationSet", []) if kind == LABELLED_BY
+                for label in labels]
+
+    @property
     def text(self):
         """The text of an entry, a text view or a label."""
         return self.ask("org.a11y.atspi.Text", "GetText", GLib.Variant("(ii)", (0, -1)), "")
@@ -92,6 +103,10 @@ class Node:
         """Place on the screen as (x, y, width, height)."""
         return self.ask("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (SCREEN_COORDINATES,)),
                         (0, 0, 0, 0))
+
+    def put_text(self, text):
+        """Replaces the text of an entry or a text view at once, as one who dictates does."""
+        return self.ask("org.a11y.atspi.EditableText", "SetTextContents", GLib.Variant("(s)", (text,)), False)
 
     def value(self, name):
         """A number of a spin button or a progress bar, such as CurrentValue and MinimumIncrement."""

@@ -42,6 +42,7 @@ class Program:
 
     def __init__(self, *arguments, path=None, folder=None, environment=None):
         self.path = str(path or os.environ["ULK_UI_PROGRAM"])
+        self.name = pathlib.Path(self.path).name
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="run-", dir=os.environ["HOME"]))
         with open(self.folder / "stdout", "wb") as output, open(self.folder / "stderr", "wb") as errors:
             self.process = subprocess.Popen([self.path, *arguments], cwd=folder or self.folder, stdout=output,
@@ -139,7 +140,12 @@ class Program:
         xdotool("key", "--delay", "20", *keys)
 
     def type(self, text):
-        xdotool("type", "--clearmodifiers", "--delay", "10", text)
+        """Types a text; line feeds are the Return key."""
+        for number, line in enumerate(text.split("\n")):
+            if number > 0:
+                self.keys("Return")
+            if line:
+                xdotool("type", "--clearmodifiers", "--delay", "10", "--", line)
 
     def move_pointer(self, x, y):
         xdotool("mousemove", x, y)

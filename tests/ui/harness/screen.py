@@ -1,8 +1,10 @@
 """The picture of the private X server, which it keeps as a file in the format of xwd."""
 
 import os
+import pathlib
 import struct
-import zlib
+
+from .png import png_bytes
 
 
 class Screen:
@@ -58,21 +60,10 @@ class Screen:
     def save(self, path, rectangle=None):
         """Writes a PNG file of the screen, or of (x, y, width, height) on it."""
         left, top, width, height = rectangle or (0, 0, self.width, self.height)
-        lines = []
-        above = bytes(3 * width)
+        rows = []
         for row in range(top, top + height):
             line = self.pixels[row * self.line_size + 4 * left:row * self.line_size + 4 * (left + width)]
             rgb = bytearray(3 * width)
             rgb[0::3], rgb[1::3], rgb[2::3] = line[2::4], line[1::4], line[0::4]
-            # Each line as its difference to the one above it, which packs best.
-            lines.append(b"\2" + bytes((value - over) & 255 for value, over in zip(rgb, above)))
-            above = rgb
-
-        def chunk(kind, body):
-            return struct.pack(">I", len(body)) + kind + body + struct.pack(">I", zlib.crc32(kind + body))
-
-        with open(path, "wb") as file:
-            file.write(b"\x89PNG\r\n\x1a\n")
-            file.write(chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)))
-            file.write(chunk(b"IDAT", zlib.compress(b"".join(lines), 9)))
-            file.write(chunk(b"IEND", b""))
+            rows.append(bytes(rgb))
+        pathlib.Path(path).write_bytes(png_bytes(width, rows))
