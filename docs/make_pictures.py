@@ -1,9 +1,10 @@
 """Makes the pictures of the manual and the README with the real program, on the private desktop of the window tests:
 
-    tests/ui/launch.py build/release/bin/ulkedit docs/pictures docs/make_pictures.py
+    tests/ui/launch.py build/release/bin/ulkedit docs/pictures docs/make_pictures.py [NAME...]
 
 Every picture is a scene of samples/ and the gestures that a user would make; the names of the functions are those of
-the files. Names behind the command make only these pictures.
+the files. A function that gives a place on the screen makes a picture of that, the others one of the window. Names behind
+the command make only these pictures.
 """
 
 import os
@@ -183,9 +184,44 @@ def glass(program, view):
     return close_up(program, view, 2)
 
 
+def polygon_dialog(program, view):
+    """The sizes and names of a mesh."""
+    dialog = do.open_dialog(program, "o", do.POLYGON_TITLE)
+    dialog.fill("保存ファイル名", "cube.ulk")
+    return program.dialog(dialog.title).rectangle
+
+
+def nurbs_dialog(program, view):
+    """The sizes and names of a NURBS surface."""
+    dialog = do.open_dialog(program, "o", do.NURBS_TITLE)
+    dialog.fill("保存ファイル名", "vase.ulk")
+    return program.dialog(dialog.title).rectangle
+
+
+def vertex_dialog(program, view):
+    """The positions of a mesh as text, one of them being changed to a sum."""
+    dialog = do.open_dialog(program, "v", "頂点設定")
+    dialog.focus(dialog.title)
+    program.keys("Home", *["Delete"] * len("-0.5"))
+    program.type("-1/3")
+    return program.dialog(dialog.title).rectangle
+
+
+def element_dialog(program, view):
+    """The strips of a mesh."""
+    return program.dialog(do.open_dialog(program, "e", "エレメント設定").title).rectangle
+
+
+def environment_dialog(program, view):
+    """The environment as it is at first."""
+    return program.dialog(do.open_dialog(program, "i", "環境設定").title).rectangle
+
+
 PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
             fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk",
-            globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk"}
+            globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk",
+            polygon_dialog: "cube.ulk", nurbs_dialog: "vase.ulk", vertex_dialog: "cube.ulk", element_dialog: "cube.ulk",
+            environment_dialog: "mixed.ulk"}
 
 
 def make(picture, sample, folder):
