@@ -1,6 +1,6 @@
 """The dialog of the scene's environment."""
 
-from harness import PROGRAM_NAME, DialogTestCase, main
+from harness import PROGRAM_NAME, DialogTestCase, Screen, main, wait_for
 from harness import commands as do
 from harness.models import quad
 from harness.png import png_bytes
@@ -19,13 +19,14 @@ class Environment(DialogTestCase):
     def start_with(self, model):
         program = self.start()
         self.make_sky(program, "sky")
+        self.make_sky(program, "grey", bytes([90] * 12))
         self.open_model(program, model)
         return program
 
-    def make_sky(self, program, name):
-        """The six faces of a cube map."""
+    def make_sky(self, program, name, row=bytes(range(6))):
+        """The six faces of a cube map, of rows as these."""
         for face in ("posx", "negx", "posy", "negy", "posz", "negz"):
-            self.file(program, f"{name}_{face}.png", png_bytes(2, [bytes(range(6))] * 2))
+            self.file(program, f"{name}_{face}.png", png_bytes(len(row) // 3, [row] * (len(row) // 3)))
 
     def environment(self, program):
         return do.open_dialog(program, "i", TITLE)
@@ -113,8 +114,43 @@ class Environment(DialogTestCase):
         dialog.apply()
         dialog.accept()
         self.assertEqual(self.fields_now(program), FIRST_FIELDS | {CUBE_MAP: "nowhere.png", REFLECTION: "0.50000"})
+        # It is looked for beside the file of the current model, and once only.
+        missing = program.folder / "nowhere_posx.png"
+        self.assertEqual(program.stderr, f"{missing}: file open error, No such file or directory\n"
+                                         f"{program.folder / 'model.ulk'}: base filename.\n"
+                                         f"{missing}: autoloadformat failed.\n")
         do.leave(program)
         self.assertEqual(program.wait_exit(), 0)
+
+    def test_without_a_model_the_map_lies_in_the_working_directory(self):
+        program = self.start()
+        self.make_sky(program, "sky")
+        # The menu of a model that was taken back stays.
+        do.add_nurbs(program).cancel()
+        dialog = self.environment(program)
+        dialog.fill(CUBE_MAP, "sky.png")
+        dialog.accept()
+        self.assertEqual(self.fields_now(program)[CUBE_MAP], "sky.png")
+        do.leave(program)
+        self.assert_ends_clean(program)
+
+    def test_apply_shows_the_map_on_the_models(self):
+        program = self.start_with(quad())
+        # Near the magenta corner of the surface, which lacks green.
+        place = self.view.at("perspective", 75, 75)
+        dialog = self.environment(program)
+        wait_for(lambda: self.green_at(place) < 100, lambda: f"{Screen().pixel(*place)} is not magenta")
+        before = self.green_at(place)
+        dialog.fill(CUBE_MAP, "grey.png")
+        dialog.apply()
+        wait_for(lambda: self.green_at(place) > before + 50, lambda: f"{Screen().pixel(*place)} mirrors nothing")
+        dialog.fill(REFLECTION, "0")
+        dialog.apply()
+        wait_for(lambda: self.green_at(place) == before, lambda: f"{Screen().pixel(*place)} still mirrors the map")
+        dialog.cancel()
+
+    def green_at(self, place):
+        return Screen().pixel(*place)[1]
 
     def test_a_name_that_can_not_be_shown_stays_as_it_is(self):
         program = self.start()

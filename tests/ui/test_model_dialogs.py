@@ -1,8 +1,9 @@
 """The dialogs of models: new models from nothing, sizes, file names, and what a change of them loses."""
 
-from harness import PROGRAM_NAME, DialogTestCase, main, wait_for
+from harness import PROGRAM_NAME, DialogTestCase, Screen, main, wait_for
 from harness import commands as do
 from harness.models import patch, quad
+from harness.png import png_bytes
 from test_open import NURBS_ITEMS, POLYGON_ITEMS
 
 NAME, COLOUR_MAP, BUMP_MAP, SPECULAR_MAP = "保存ファイル名", "色テクスチャ", "バンプマップテクスチャ", "スペキュラテクスチャ"
@@ -29,8 +30,8 @@ class ModelDialogCase(DialogTestCase):
 class PolygonModel(ModelDialogCase):
     def test_the_dialog_shows_the_model(self):
         program = self.start()
-        self.open_model(program, quad().replace("polygon_surface,4,4",
-                                                "polygon_surface,4,4\r\ntexture a b.png\r\nbumpmap c.png\r\nspecular d.png"))
+        maps = "texture a b.png\r\nbumpmap c.png\r\nspecular d.png\r\n"
+        self.open_model(program, quad().replace("color", maps + "color", 1))
         dialog = self.options(program, do.POLYGON_TITLE)
         self.assertEqual(dialog.controls(), POLYGON_CONTROLS)
         self.assertEqual(dialog.labels(), [NAME, VERTICES, ELEMENTS, COLOUR_MAP, BUMP_MAP, SPECULAR_MAP])
@@ -173,8 +174,8 @@ class PolygonModel(ModelDialogCase):
 
     def test_a_name_that_can_not_be_shown_stays_as_it_is(self):
         program = self.start()
-        path = self.file(program, "model.ulk", quad().encode().replace(b"polygon_surface,4,4",
-                                                                       b"polygon_surface,4,4\r\nspecular a\xffb\xe3.png"))
+        path = self.file(program, "model.ulk",
+                         quad().encode().replace(b"color", b"specular a\xffb\xe3.png\r\ncolor", 1))
         do.open_scene(program, path, f"model.ulk - {PROGRAM_NAME}")
         dialog = self.options(program, do.POLYGON_TITLE)
         self.assertTrue(dialog.fields()[SPECULAR_MAP].startswith("a"))
@@ -183,6 +184,29 @@ class PolygonModel(ModelDialogCase):
         lines = do.save_text(program)
         self.assertEqual(lines[0], "begin polygon_surface,6,4")
         self.assertIn("specular a\udcffb\udce3.png", lines)
+
+    def test_a_map_that_is_named_shows(self):
+        program = self.start()
+        self.file(program, "green.png", png_bytes(1, [bytes((0, 255, 0))]))
+        self.open_model(program, quad())
+        # Near the magenta corner of the surface.
+        place = self.view.at("perspective", 75, 75)
+        wait_for(lambda: self.surplus_of_blue(place) > 50, lambda: f"{Screen().pixel(*place)} is not magenta")
+        dialog = self.options(program, do.POLYGON_TITLE)
+        dialog.fill(COLOUR_MAP, "green.png")
+        dialog.apply()
+        wait_for(lambda: self.surplus_of_blue(place) < 10, lambda: f"{Screen().pixel(*place)} is not seen through green")
+        dialog.fill(COLOUR_MAP, "nowhere.png")
+        dialog.accept()
+        missing = program.folder / "nowhere.png"
+        self.assertEqual(program.stderr, f"{missing}: file open error, No such file or directory\n"
+                                         f"{program.folder / 'model.ulk'}: base filename.\n"
+                                         f"{missing}: color autoloadformat failed.\n")
+        self.assertIn("texture nowhere.png", do.save_text(program))
+
+    def surplus_of_blue(self, place):
+        _, green, blue = Screen().pixel(*place)
+        return blue - green
 
     def test_a_japanese_name_comes_back(self):
         program = self.start()
