@@ -36,3 +36,46 @@ def patch():
             lines += ["color %d,%d,%d,255" % colour, f"position {x},{y},0"]
     lines += ["knot2 0", "knot2 0", "knot2 1", "knot2 1"] * 2
     return "\r\n".join(lines + ["end", ""])
+
+
+def place_of(column, row):
+    return column / 4, row / 4 - 0.25, (column * row) / 8
+
+
+def colour_of(column, row):
+    return 40 * column + 10, 60 * row + 20, 200 - 30 * column, 255
+
+
+def knots_of(count, order):
+    """As many knots as a row of `count` points of an order has, clamped at both ends."""
+    inner = max(count - order, 0)
+    return ([0] * order + [(i + 1) / (inner + 1) for i in range(inner)] + [1] * order)[:count + order]
+
+
+def net(columns, rows, order1=2, order2=2, knot1=None, knot2=None):
+    """A NURBS surface of which every control point has a place and a colour of its own."""
+    lines = [f"begin nurbs_surface,{columns},{order1},{rows},{order2}", "resolution 5,5"]
+    for row in range(rows):
+        lines += [f"knot1 {knot:g}" for knot in knot1 or knots_of(columns, order1)]
+        lines += [f"weight {1 + row + column / 8:g}" for column in range(columns)]
+        for column in range(columns):
+            lines += ["color %d,%d,%d,%d" % colour_of(column, row), "position %g,%g,%g" % place_of(column, row)]
+    for column in range(columns):
+        lines += [f"knot2 {knot:g}" for knot in knot2 or knots_of(rows, order2)]
+    return "\r\n".join(lines + ["end", ""])
+
+
+def read_net(path):
+    """What a saved NURBS surface holds: lists of numbers by key, and of tuples for points and their colours."""
+    found = {"knot1": [], "knot2": [], "weight": [], "position": [], "color": []}
+    colour = (255, 255, 255, 255)
+    for line in path.read_text().splitlines():
+        key, _, value = line.partition(" ")
+        if key == "color":
+            colour = tuple(int(channel) for channel in value.split(","))
+        elif key == "position":
+            found["position"].append(tuple(float(number) for number in value.split(",")))
+            found["color"].append(colour)
+        elif key in found:
+            found[key].append(float(value))
+    return found

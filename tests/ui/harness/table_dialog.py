@@ -1,0 +1,94 @@
+"""A dialog with a table of numbers: its cells by their accessible names, and what a user does to them."""
+
+from . import accessibility
+from .wait import wait_for
+
+
+class TableDialog:
+    """Opened with the letter of its item in the Dialog menu."""
+
+    def __init__(self, program, letter, title):
+        self.program, self.title = program, title
+        program.choose("Dialog", "d", letter)
+        program.wait_window(title)
+        self.node = program.dialog(title)
+        self.cells = {node.name: node for node, role in self.node.walk() if role in ("spin button", "check box")}
+
+    def spins(self):
+        """The spin buttons' names in the order of their making."""
+        return [name for name, node in self.cells.items() if node.role == "spin button"]
+
+    def value(self, name):
+        return self.cells[name].value("CurrentValue")
+
+    def text(self, name):
+        return self.cells[name].text
+
+    def values(self):
+        return {name: self.value(name) for name in self.spins()}
+
+    def numbers(self, name):
+        """(lowest, highest, step) of a spin button."""
+        return tuple(self.cells[name].value(what) for what in ("MinimumValue", "MaximumValue", "MinimumIncrement"))
+
+    def is_checked(self, name):
+        return self.cells[name].has_state(accessibility.CHECKED)
+
+    def rectangle(self, name):
+        return self.cells[name].rectangle
+
+    def focus(self, name):
+        """Puts the keyboard into a number."""
+        x, y, _, height = self.rectangle(name)
+        self.program.click(x + 12, y + height // 2)
+        wait_for(lambda: self.cells[name].has_state(accessibility.FOCUSED), f"{name!r} did not get the keyboard")
+
+    def focused(self):
+        """The name of the control that has the keyboard."""
+        return next((node.name for node, _ in self.node.walk() if node.has_state(accessibility.FOCUSED)), None)
+
+    def type(self, name, text):
+        """Types a number over the one that stands there, without leaving it."""
+        self.focus(name)
+        self.program.keys("ctrl+a")
+        self.program.type(text)
+        wait_for(lambda: self.text(name) == text, lambda: f"{name!r} shows {self.text(name)!r} and not {text!r}")
+
+    def enter(self, name, text):
+        """Types a number and leaves the field."""
+        self.type(name, text)
+        self.program.keys("Tab")
+        wait_for(lambda: abs(self.value(name) - float(text)) < 1e-6, f"{name!r} did not take {text}")
+
+    def press_key(self, name, key, expected):
+        """Presses a key in a number and waits for what it makes of it."""
+        self.focus(name)
+        self.program.keys(key)
+        wait_for(lambda: abs(self.value(name) - expected) < 1e-6,
+                 lambda: f"{key} made {self.value(name)} of {name!r} and not {expected}")
+
+    def toggle(self, name):
+        before = self.is_checked(name)
+        x, y, width, height = self.rectangle(name)
+        self.program.click(x + width // 2, y + height // 2)
+        wait_for(lambda: self.is_checked(name) != before, f"{name!r} was not toggled")
+
+    def click(self, name):
+        """Clicks a push button."""
+        x, y, width, height = self.node.find("push button", name).rectangle
+        self.program.click(x + width // 2, y + height // 2)
+
+    def apply(self):
+        """Apply, until it has been taken in: what is asked of the program afterwards is answered after it."""
+        self.click("Apply")
+        wait_for(lambda: self.focused() == "Apply", "Apply was not pressed")
+
+    def end(self, button):
+        self.click(button)
+        self.program.wait_gone(self.title)
+        self.program.wait_main_active()
+
+    def buttons(self):
+        """The labels of the answers from the left."""
+        nodes = [node for node in self.node.find_all("push button") if node.name in ("OK", "Cancel", "Apply")]
+        return [node.name for node in sorted(nodes, key=lambda node: node.rectangle[0])]
