@@ -63,9 +63,6 @@ OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, std::uint32_t option_i
     set_size_request(640, 480);
     add_answer_buttons(*this);
     show_all_children(true);
-    // Otherwise the focus goes to the top of the table, and takes the view there.
-    if (!knots.empty())
-        set_focus(knots.front()->widget());
 }
 
 OptionArrayDialog::~OptionArrayDialog() {
@@ -126,6 +123,13 @@ void OptionArrayDialog::watch_cells() {
 
 Glib::ustring OptionArrayDialog::name_of(unsigned row, unsigned element) const {
     return std::string(name_of_table(index)) + ' ' + decimal(row) + ',' + decimal(element);
+}
+
+void OptionArrayDialog::on_map() {
+    Gtk::Dialog::on_map();
+    // The toolkit has given the focus to the top of the table, and has taken the view there.
+    if (!knots.empty())
+        knots.front()->widget().grab_focus();
 }
 
 void OptionArrayDialog::on_realize() {

@@ -34,6 +34,7 @@ class OptionArrayDialog : public Gtk::Dialog {
     ~OptionArrayDialog() override;
 
   protected:
+    void on_map() override;
     void on_realize() override;
     void on_response(int id) override;
 

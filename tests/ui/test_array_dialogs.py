@@ -125,13 +125,10 @@ class PointTable(Table):
         self.start_with_net()
         dialog = self.open_points()
         expected = [name_of(*cell, part) for cell in CELLS for part in ("選択", "x", "y", "z")]
-        for name in expected + ["Apply"]:
-            if name == "Apply":
-                # Behind the last point come the answers.
-                wait_for(lambda: dialog.focused() in ("OK", "Cancel", "Apply"), "Tab does not leave the table")
-            else:
-                wait_for(lambda: dialog.focused() == name, lambda: f"{dialog.focused()!r} has the keyboard, not {name!r}")
-                self.program.keys("Tab")
+        # Behind the last point come the answers.
+        for name in expected + ["OK", "Cancel", "Apply"]:
+            dialog.wait_focused(name)
+            self.program.keys("Tab")
         self.program.keys("Escape")
         self.program.wait_gone(POINTS)
 
@@ -375,26 +372,21 @@ class Sizes(Table):
         self.untouched = self.saved()
         dialog = self.open_points()
         last = dialog.cells[name_of(11, 9, "z")]
-        wait_for(lambda: dialog.focused() == name_of(0, 0, "選択"), "the first point has no keyboard")
+        dialog.wait_focused(name_of(0, 0, "選択"))
         # To the end of the first row, which begins out of view, and on to the beginning of the second.
         self.program.keys(*["Tab"] * (4 * 12 + 1))
-        wait_for(lambda: dialog.focused() == name_of(0, 1, "x"), lambda: f"{dialog.focused()!r} has the keyboard")
+        dialog.wait_focused(name_of(0, 1, "x"))
         self.assertTrue(dialog.cells[name_of(0, 1, "x")].has_state(SHOWING))
-        # Backwards into the table it begins with the last point.
-        dialog.node.find("push button", "OK").ask("org.a11y.atspi.Component", "GrabFocus")
-        for _ in range(3):
-            if dialog.focused() == name_of(11, 9, "z"):
-                break
-            self.program.keys("shift+Tab")
-            wait_for(lambda: dialog.focused(), "nothing has the keyboard")
-        wait_for(lambda: dialog.focused() == name_of(11, 9, "z"), lambda: f"{dialog.focused()!r} has the keyboard")
+        # Back over all of that and over the three answers, behind which the last point comes.
+        self.program.keys(*["shift+Tab"] * (4 * 12 + 1 + 3 + 1))
+        dialog.wait_focused(name_of(11, 9, "z"))
         wait_for(lambda: last.has_state(SHOWING), "the last point does not show")
         self.program.keys("ctrl+a")
         self.program.type("9")
         self.program.keys("shift+Tab")
         wait_for(lambda: dialog.value(name_of(11, 9, "z")) == 9, "the number was not taken over")
         self.program.keys(*["shift+Tab"] * 8)
-        wait_for(lambda: dialog.focused() == name_of(9, 9, "y"), lambda: f"{dialog.focused()!r} has the keyboard")
+        dialog.wait_focused(name_of(9, 9, "y"))
         dialog.end("OK")
         self.assert_saved_with("position", {119: (2.75, 2, 9)})
         self.end()

@@ -118,6 +118,9 @@ class Program:
         xdotool("windowactivate", self.window(title).identifier)
         return self.wait_window(title)
 
+    def resize(self, window, width, height):
+        xdotool("windowsize", window.identifier, width, height)
+
     def wait_gone(self, title):
         wait_for(lambda: not self.window(title), f"the window {title!r} is still there")
 

@@ -47,6 +47,19 @@ class TableDialog:
         """The name of the control that has the keyboard."""
         return next((node.name for node, _ in self.node.walk() if node.has_state(accessibility.FOCUSED)), None)
 
+    def wait_focused(self, name):
+        wait_for(lambda: self.focused() == name, lambda: f"{self.focused()!r} has the keyboard and not {name!r}")
+
+    def tab_to(self, name, key="Tab"):
+        """Walks to a control with Tab or shift+Tab."""
+        for _ in range(100):
+            here = self.focused()
+            if here == name:
+                return
+            self.program.keys(key)
+            wait_for(lambda: self.focused() not in (here, None), f"{key} does not leave {here!r}")
+        raise AssertionError(f"{key} does not lead to {name!r}")
+
     def type(self, name, text):
         """Types a number over the one that stands there, without leaving it."""
         self.focus(name)
