@@ -15,6 +15,7 @@ import time
 
 from harness import SAMPLES, PROGRAM_NAME, Program, Screen, View, wait_for
 from harness import commands as do
+from harness.table_dialog import TableDialog
 
 CORNER = (1279, 0)
 POINTS_SHOWN, PUNISH, POLYGON_SELECTION, FOLD_VERTICES = "制御点表示", "ぷにぷに", "折曲ポリゴン選択", "折目頂点選択1,0"
@@ -217,11 +218,46 @@ def environment_dialog(program, view):
     return program.dialog(do.open_dialog(program, "i", "環境設定").title).rectangle
 
 
+def point_table(program, view):
+    """The positions of a hilly field, one of its points marked."""
+    dialog = TableDialog(program, "p", "制御点")
+    dialog.toggle("制御点 1,0 選択")
+    return dialog.node.rectangle
+
+
+def colour_table(program, view):
+    """The colours of the same field."""
+    return TableDialog(program, "c", "RGBAカラー一覧").node.rectangle
+
+
+def weight_table(program, view):
+    """Its weights."""
+    return TableDialog(program, "w", "重み付け一覧").node.rectangle
+
+
+def row_knots(program, view):
+    """The knots of its rows."""
+    return TableDialog(program, "h", "横ノット列一覧").node.rectangle
+
+
+def column_knots(program, view):
+    """The knots of its columns."""
+    return TableDialog(program, "v", "縦ノット列一覧").node.rectangle
+
+
+def basis_functions(program, view):
+    """The plot of the knots of a row."""
+    TableDialog(program, "h", "横ノット列一覧").click("ノット列 1 の基底関数")
+    program.wait_window("1")
+    return program.dialog("1").rectangle
+
+
 PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
             fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk",
             globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk",
             polygon_dialog: "cube.ulk", nurbs_dialog: "vase.ulk", vertex_dialog: "cube.ulk", element_dialog: "cube.ulk",
-            environment_dialog: "mixed.ulk"}
+            environment_dialog: "mixed.ulk", point_table: "knots.ulk", colour_table: "knots.ulk",
+            weight_table: "knots.ulk", row_knots: "knots.ulk", column_knots: "knots.ulk", basis_functions: "knots.ulk"}
 
 
 def make(picture, sample, folder):

@@ -1,9 +1,10 @@
 """The tables of control points: what they show, what they write, and what is taken back."""
 
-from harness import PROGRAM_NAME, UiTestCase, main, wait_for
 from harness import commands as do
+from harness import main, wait_for
 from harness.accessibility import SHOWING
-from harness.models import colour_of, net, place_of, read_net
+from harness.models import colour_of, net, place_of
+from harness.net_case import NetTestCase
 from harness.table_dialog import TableDialog
 
 POINTS, COLOURS = "制御点", "RGBAカラー一覧"
@@ -15,15 +16,9 @@ def name_of(column, row, axis):
     return f"制御点 {column},{row} {axis}"
 
 
-class Table(UiTestCase):
-    def start_with(self, text):
-        self.program = self.start()
-        self.open_model(self.program, text)
-        self.saves = 0
-
+class Table(NetTestCase):
     def start_with_net(self):
         self.start_with(net(COLUMNS, ROWS))
-        self.untouched = self.saved()
 
     def open_points(self):
         return TableDialog(self.program, "p", POINTS)
@@ -31,29 +26,9 @@ class Table(UiTestCase):
     def open_colours(self):
         return TableDialog(self.program, "c", COLOURS)
 
-    def saved(self):
-        """What a file holds that is saved now."""
-        self.saves += 1
-        path = self.program.folder / f"saved{self.saves}.ulk"
-        do.give_save_as(self.program, path)
-        self.program.wait_title(f"{path.name} - {PROGRAM_NAME}")
-        self.program.wait_main_active()
-        return read_net(path)
-
-    def assert_saved_with(self, key, changes):
-        """What is saved now differs from the file that was opened in these points alone."""
-        expected = {**self.untouched, key: list(self.untouched[key])}
-        for index, value in changes.items():
-            expected[key][index] = value
-        self.assertEqual(self.saved(), expected)
-
     def undo(self):
         self.program.wait_main_active()
         self.program.keys("ctrl+z")
-
-    def end(self):
-        do.leave(self.program)
-        self.assert_ends_clean(self.program)
 
 
 class PointTable(Table):
@@ -237,7 +212,7 @@ class PointTable(Table):
     def test_a_number_that_is_being_typed_is_applied(self):
         self.start_with_net()
         dialog = self.open_points()
-        dialog.type(name_of(1, 1, "y"), "1.5")
+        dialog.fill(name_of(1, 1, "y"), "1.5")
         self.program.keys("alt+a")
         wait_for(lambda: dialog.value(name_of(1, 1, "y")) == 1.5, "the number was not taken over")
         dialog.end("Cancel")
@@ -247,7 +222,6 @@ class PointTable(Table):
         places = {0: (150, -0.25, 0), 4: (0.25, -1e6, 0.125)}
         text = net(COLUMNS, ROWS).replace("position 0,-0.25,0", "position 150,-0.25,0")
         self.start_with(text.replace("position 0.25,0,0.125", "position 0.25,-1e6,0.125"))
-        self.untouched = self.saved()
         self.assertEqual({index: self.untouched["position"][index] for index in places}, places)
         dialog = self.open_points()
         self.assertEqual(dialog.value(name_of(0, 0, "x")), 100)
@@ -353,7 +327,6 @@ class Sizes(Table):
 
     def test_a_net_of_one_point(self):
         self.start_with(net(1, 1))
-        self.untouched = self.saved()
         dialog = self.open_points()
         self.assertEqual(sorted(dialog.spins()), sorted(name_of(0, 0, axis) for axis in "xyz"))
         dialog.enter(name_of(0, 0, "z"), "1")
@@ -369,7 +342,6 @@ class Sizes(Table):
     def test_cells_that_were_out_of_view(self):
         """Tab reaches the cells of a large net wherever they are, and what is written there is kept."""
         self.start_with(net(12, 10))
-        self.untouched = self.saved()
         dialog = self.open_points()
         last = dialog.cells[name_of(11, 9, "z")]
         dialog.wait_focused(name_of(0, 0, "選択"))

@@ -1,17 +1,16 @@
 """A dialog with a table of numbers: its cells by their accessible names, and what a user does to them."""
 
 from . import accessibility
+from .dialog import Dialog
 from .wait import wait_for
 
 
-class TableDialog:
+class TableDialog(Dialog):
     """Opened with the letter of its item in the Dialog menu."""
 
     def __init__(self, program, letter, title):
-        self.program, self.title = program, title
         program.choose("Dialog", "d", letter)
-        program.wait_window(title)
-        self.node = program.dialog(title)
+        super().__init__(program, title)
         self.cells = {node.name: node for node, role in self.node.walk() if role in ("spin button", "check box")}
 
     def spins(self):
@@ -23,9 +22,6 @@ class TableDialog:
 
     def text(self, name):
         return self.cells[name].text
-
-    def values(self):
-        return {name: self.value(name) for name in self.spins()}
 
     def numbers(self, name):
         """(lowest, highest, step) of a spin button."""
@@ -41,11 +37,12 @@ class TableDialog:
         """Puts the keyboard into a number."""
         x, y, _, height = self.rectangle(name)
         self.program.click(x + 12, y + height // 2)
-        wait_for(lambda: self.cells[name].has_state(accessibility.FOCUSED), f"{name!r} did not get the keyboard")
+        wait_for(lambda: self.cells[name].is_focused, f"{name!r} did not get the keyboard")
+        return self.cells[name]
 
     def focused(self):
         """The name of the control that has the keyboard."""
-        return next((node.name for node, _ in self.node.walk() if node.has_state(accessibility.FOCUSED)), None)
+        return next((node.name for node, _ in self.node.walk() if node.is_focused), None)
 
     def wait_focused(self, name):
         wait_for(lambda: self.focused() == name, lambda: f"{self.focused()!r} has the keyboard and not {name!r}")
@@ -60,16 +57,9 @@ class TableDialog:
             wait_for(lambda: self.focused() not in (here, None), f"{key} does not leave {here!r}")
         raise AssertionError(f"{key} does not lead to {name!r}")
 
-    def type(self, name, text):
-        """Types a number over the one that stands there, without leaving it."""
-        self.focus(name)
-        self.program.keys("ctrl+a")
-        self.program.type(text)
-        wait_for(lambda: self.text(name) == text, lambda: f"{name!r} shows {self.text(name)!r} and not {text!r}")
-
     def enter(self, name, text):
         """Types a number and leaves the field."""
-        self.type(name, text)
+        self.fill(name, text)
         self.program.keys("Tab")
         wait_for(lambda: abs(self.value(name) - float(text)) < 1e-6, f"{name!r} did not take {text}")
 
@@ -93,13 +83,12 @@ class TableDialog:
 
     def apply(self):
         """Apply, until it has been taken in: what is asked of the program afterwards is answered after it."""
-        self.click("Apply")
+        super().apply()
         wait_for(lambda: self.focused() == "Apply", "Apply was not pressed")
 
     def end(self, button):
         self.click(button)
-        self.program.wait_gone(self.title)
-        self.program.wait_main_active()
+        self.wait_gone()
 
     def buttons(self):
         """The labels of the answers from the left."""
