@@ -43,7 +43,7 @@ def place_of(column, row):
 
 
 def colour_of(column, row):
-    return 40 * column + 10, 60 * row + 20, 200 - 30 * column, 255
+    return (40 * column + 10) % 256, (60 * row + 20) % 256, (200 - 30 * column) % 256, 255
 
 
 def knots_of(count, order):
@@ -66,7 +66,7 @@ def net(columns, rows, order1=2, order2=2, knot1=None, knot2=None):
 
 
 def read_net(path):
-    """What a saved NURBS surface holds: lists of numbers by key, and of tuples for points and their colours."""
+    """What a file with a NURBS surface holds: lists of numbers by key, and of tuples for points and their colours."""
     found = {"knot1": [], "knot2": [], "weight": [], "position": [], "color": []}
     colour = (255, 255, 255, 255)
     for line in path.read_text().splitlines():

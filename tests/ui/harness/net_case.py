@@ -7,11 +7,11 @@ from .models import read_net
 
 class NetTestCase(UiTestCase):
     def start_with(self, text):
-        """Opens a surface; what it holds when it is saved at once is `untouched`."""
+        """Opens a surface; what its text holds is `untouched`."""
         self.program = self.start()
         self.open_model(self.program, text)
         self.saves = 0
-        self.untouched = self.saved()
+        self.untouched = read_net(self.program.folder / "model.ulk")
 
     def saved(self):
         """What a file holds that is saved now."""
