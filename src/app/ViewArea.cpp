@@ -167,10 +167,9 @@ void ViewArea::set_mode(operation_mode_t mode) {
 }
 
 bool ViewArea::fold() {
-    if (ulkedit.cut_is_running())
-        return true;
     make_current();
-    const bool folded = ulkedit.fold();
+    // While a cut is running the button does nothing, and says nothing either.
+    const bool folded = ulkedit.cut_is_running() || ulkedit.fold();
     redraw();
     return folded;
 }

@@ -88,8 +88,10 @@ void ViewMenuBar::rebuild_model_menu(bool empty, std::uint32_t kind, std::uint64
     std::uint64_t index = 0;
     for (const model_row_t& row : model_list) {
         Gtk::MenuItem& item = model_items.emplace_back(row_label(row, index, index == current_index), true);
-        item.signal_activate().connect(
-            sigc::bind(sigc::mem_fun(window, &ViewWindow::on_select_model), index));
+        item.signal_activate().connect([this, index] {
+            if (!window.area().scene().cut_is_running())
+                window.on_select_model(index);
+        });
         model_menu.append(item);
         ++index;
     }

@@ -123,7 +123,7 @@ void ulkedit_t::note_edit() {
 
 bool ulkedit_t::fold() {
     const auto axis = fold_positions();
-    if (!axis || f_eq(axis->first, axis->second))
+    if (cutting || !axis || f_eq(axis->first, axis->second))
         return false;
     bool folded = false;
     for (const auto& entry : scene_models) {

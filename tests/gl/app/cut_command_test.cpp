@@ -120,10 +120,15 @@ TEST_F(CutCommand, WhileItRunsNothingIsMarkedOrMoved) {
     open_cutter_and_square();
     mark(0, {0});
     press_and_drag_marked_points();
+    editor.fold_picks[0] = {0, 0};
+    editor.fold_picks[1] = {0, 1};
+    editor.set_fold_angle(90);
+    entry(0).polygon.selectpolygons = {0};
     const std::vector<pos3> cutter_before = points_of(0);
     const pixel_place_t corner = place_of(view_t::front, points_of(1)[3]);
     editor.cut_current([&](double) {
         EXPECT_FALSE(undo());
+        EXPECT_FALSE(editor.fold());
         EXPECT_FALSE(click(left_button, corner));
         press_and_drag_marked_points();
         editor.press_modifier(modifier_shift);
