@@ -98,7 +98,7 @@ TEST_F(KnotPlot, ShowsTheFunctionsOfTheKnots) {
     for (int x = 0; x + 1 < size; ++x) {
         std::vector<bool> may_be_drawn(size, false);
         for (std::uint64_t function = 0; function < 7; ++function) {
-            const auto [low, high] = std::minmax(height(function, x), height(function, x + 1));
+            const auto [low, high] = std::minmax({height(function, x), height(function, x + 1)});
             bool is_drawn = false;
             for (int y = std::max(0, static_cast<int>(low) - 1); y <= static_cast<int>(high) + 1 && y < size;
                  ++y) {
