@@ -54,7 +54,7 @@ int code_of(const values_t& e) {
     return on_outline ? edge_on_outline : edge_outside;
 }
 
-/// Steps 5 and 6 of the outline test: the meeting points against the triangle's other edges.
+/// The meeting points against the triangle's other edges; an edge that the line is parallel to has none.
 int outline_code(const outline_t& outline, const cut_triangle_t& triangle) {
     const auto value = [&](std::size_t edge, std::size_t meet) {
         const pos2& x = outline.meets[meet];

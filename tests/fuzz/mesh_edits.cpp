@@ -89,6 +89,10 @@ void try_cut(const strip_mesh_t& victim, const strip_mesh_t& cutter) {
     require(ulk_test::is_same(fast.vertices, victim.vertices));
 }
 
+bool same_place(const pos3& a, const pos3& b) {
+    return ulk_test::is_same(a.x, b.x) && ulk_test::is_same(a.y, b.y) && ulk_test::is_same(a.z, b.z);
+}
+
 /// A fold keeps ids and count of the triangles, and moves no vertex of those that are not selected.
 void try_fold(strip_mesh_t mesh, const std::set<std::uint32_t>& selected, const pos3& a, const pos3& b) {
     const auto corners_of = [](const strip_mesh_t& of) {
@@ -106,7 +110,7 @@ void try_fold(strip_mesh_t mesh, const std::set<std::uint32_t>& selected, const 
     for (std::uint32_t id = 0; id < after.size(); ++id)
         if (!selected.contains(id))
             for (std::size_t n = 0; n < 3; ++n)
-                require(ulk_test::is_same(after[id][n].position.x, before[id][n].position.x));
+                require(same_place(after[id][n].position, before[id][n].position));
 }
 
 }  // namespace
