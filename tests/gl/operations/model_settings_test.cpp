@@ -169,6 +169,21 @@ TEST_F(NurbsSettings, EverySampleBetweenTheEdgesOfANewSurfaceIsToldOnce) {
     EXPECT_TRUE(told.starts_with("nurbs_surface(): is not reached point reached. u=0.125, v=0.25\n")) << told;
 }
 
+/// What can not be made is told; the names are the new ones all the same, and maps that are missing are told
+/// too.
+TEST_F(NurbsSettings, AMeshThatCanNotBeMadeLeavesNothingElseOut) {
+    build(4, 3);
+    nurbs_settings_t settings = nurbs_settings(entry);
+    settings.resolution2 = 0;
+    settings.names = {"renamed.ulk", "missing.png", "", ""};
+    set_nurbs_settings(entry, settings, glpolygon);
+    const std::string told = messages.text();
+    EXPECT_NE(told.find("polygon.allocate() fail."), std::string::npos) << told;
+    EXPECT_NE(told.find("missing.png: color autoloadformat failed."), std::string::npos) << told;
+    EXPECT_EQ(entry.polygon.name, "renamed.ulk");
+    EXPECT_EQ(entry.nurbs.name, "renamed.ulk");
+}
+
 TEST_F(NurbsSettings, StrangeSizesAreSurvived) {
     for (const auto& [count1, count2, order1, order2] :
          std::initializer_list<std::array<std::uint32_t, 4>>{{0, 0, 0, 0},
