@@ -1,6 +1,7 @@
 """The plots of basis functions, compared with the functions' own values."""
 
 import math
+import time
 
 from harness import BACKGROUND, Screen, main, wait_for
 from harness.models import net
@@ -144,6 +145,9 @@ class Viewer(NetTestCase):
     def test_the_view_goes_on_after_it(self):
         """The plot has a GL context of its own: the models keep their objects when it goes."""
         self.start_with(net(3, 2))
+        self.rest_pointer(self.program)
+        # What the chooser covered, with which the surface was saved, is painted by then.
+        time.sleep(1)
         before = self.view.picture("perspective")
         dialog = self.open(ROW_KNOTS)
         for _ in range(3):
