@@ -8,8 +8,7 @@
 #include "utils/image_window.h"
 
 /// JPEG files, through libjpeg. Its own warnings go to the standard error stream; an error of it gives the
-/// line
-/// "<file name>: error detected." there.
+/// line "<file name>: error detected." there.
 namespace libutils {
 
 /// The encoded bytes, and the comments and application data that are kept beside the picture.
@@ -33,7 +32,8 @@ struct jpeg_t : image_window_t {
 ///
 /// An error before the pixels gives "<file name>: jpeg decompress fail, stop." and false. One among them, as
 /// the end of a file that was cut, gives "<file name>: jpeg decompress fail, but continue." and true: the
-/// picture shows what was decoded, and is black from there on. A picture of other components, as CMYK, is
+/// picture shows what was decoded, and is black from there on; a progressive one that was cut is as coarse as
+/// the scans that are there. A picture of other components, as CMYK, is
 /// refused with libjpeg's own message, and one of more than half a GiB that a file of this size can not hold
 /// without any.
 [[nodiscard]] bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x = 0, std::uint32_t pad_y = 0);

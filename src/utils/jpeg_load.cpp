@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iostream>
 #include <limits>
@@ -43,15 +44,38 @@ struct source_t {
     const unsigned char* bytes;
     std::size_t size;
     bool handed_over;
+    /// All scans are read before the first row comes out.
+    bool has_many_scans;
+    /// The file of many scans was cut.
+    bool ended;
 };
 
 void do_nothing(j_decompress_ptr /*library*/) {}
+
+void say_nothing(j_common_ptr /*library*/, int /*level*/) {}
+
+/// An error here would leave a picture of many scans without a row. There the library is asked to wait, so
+/// that it drops a table that was begun, and what it has by then becomes the picture.
+boolean meet_end(j_decompress_ptr library, source_t& source) {
+    if (!source.has_many_scans)
+        ERREXIT(library, JERR_INPUT_EOF);
+    source.ended = true;
+    // The end has a message of its own; the library would tell of what is missing.
+    library->err->emit_message = say_nothing;
+    if (!library->arith_code)
+        return FALSE;
+    // The arithmetic decoder can not wait.
+    static constexpr std::array<JOCTET, 2> end_mark{0xFF, JPEG_EOI};
+    source.base.next_input_byte = end_mark.data();
+    source.base.bytes_in_buffer = end_mark.size();
+    return TRUE;
+}
 
 /// The first time there is the whole file; whoever comes again has met its end.
 boolean hand_over(j_decompress_ptr library) {
     auto* const source = reinterpret_cast<source_t*>(library->src);
     if (source->handed_over || source->size == 0)
-        ERREXIT(library, JERR_INPUT_EOF);
+        return meet_end(library, *source);
     source->handed_over = true;
     source->base.next_input_byte = source->bytes;
     source->base.bytes_in_buffer = source->size;
@@ -106,12 +130,12 @@ bool read_header(decompressor_t& decompressor) {
     jpeg_create_decompress(library);
     library->src = &decompressor.source.base;
     library->progress = &decompressor.progress;
-    library->mem->max_memory_to_use =
-        static_cast<long>(std::max(least_memory, std::uint64_t{decompressor.source.size} * memory_per_byte));
+    library->mem->max_memory_to_use = decompressor.memory;
     jpeg_save_markers(library, JPEG_COM, longest_marker);
     for (int marker = first_application_marker; marker <= last_application_marker; ++marker)
         jpeg_save_markers(library, marker, longest_marker);
     jpeg_read_header(library, TRUE);
+    decompressor.source.has_many_scans = jpeg_has_multiple_scans(library) != FALSE;
     return true;
 }
 
@@ -121,11 +145,16 @@ bool read_rows(decompressor_t& decompressor, unsigned char* top_row, std::uint64
     jpeg_decompress_struct* const library = &decompressor.library;
     if (setjmp(decompressor.errors.way_out) != 0)
         return false;
-    jpeg_start_decompress(library);
+    if (jpeg_start_decompress(library) == FALSE) {
+        library->unread_marker = JPEG_EOI;
+        jpeg_start_decompress(library);
+    }
     while (library->output_scanline < library->output_height) {
         JSAMPROW row = top_row - library->output_scanline * line;
         jpeg_read_scanlines(library, &row, 1);
     }
+    if (decompressor.source.ended)
+        ERREXIT(library, JERR_INPUT_EOF);
     jpeg_finish_decompress(library);
     return true;
 }

@@ -236,6 +236,41 @@ TEST_F(JpegLoad, FileCutInTheMiddleShowsItsUpperHalf) {
     EXPECT_EQ(row_of(image, 0), std::string(16 * 3, '\0'));
 }
 
+TEST_F(JpegLoad, ProgressiveFileCutBehindItsFirstScanShowsThePicture) {
+    jpeg_bytes_t file;
+    file.height = 160;
+    file.full_chroma = true;
+    file.progressive = true;
+    file.sample = [](std::uint32_t, std::uint32_t y, int) { return 40 + static_cast<int>(y / 8 * 10); };
+    for (const bool arithmetic : {false, true}) {
+        SCOPED_TRACE(arithmetic);
+        file.arithmetic = arithmetic;
+        const std::string bytes = file.bytes();
+        const std::size_t second = find_marker(bytes, scan, 1);
+        ASSERT_NE(second, std::string::npos);
+        const captured_descriptor_t errors;
+        ASSERT_TRUE(read_bytes(bytes.substr(0, second)));
+        EXPECT_EQ(errors.text(), go_on());
+        EXPECT_LE(largest_error(image, file, 0, 160), 8);
+    }
+}
+
+TEST_F(JpegLoad, ProgressiveFileCutInItsFirstScanShowsItsUpperHalf) {
+    jpeg_bytes_t file;
+    file.width = 64;
+    file.height = 160;
+    file.full_chroma = true;
+    file.progressive = true;
+    file.sample = [](std::uint32_t, std::uint32_t y, int) { return 40 + static_cast<int>(y / 8 * 10); };
+    const std::string bytes = file.bytes();
+    const std::size_t first = find_marker(bytes, scan);
+    const std::size_t second = find_marker(bytes, scan, 1);
+    const captured_descriptor_t errors;
+    ASSERT_TRUE(read_bytes(bytes.substr(0, (first + second) / 2)));
+    EXPECT_EQ(errors.text(), go_on());
+    EXPECT_LE(largest_error(image, file, 0, 40), 8);
+}
+
 TEST_F(JpegLoad, FileThatIsCutBetweenLoadAndDecodingIsDamaged) {
     jpeg_bytes_t file;
     file.width = file.height = 200;
@@ -248,10 +283,12 @@ TEST_F(JpegLoad, FileThatIsCutBetweenLoadAndDecodingIsDamaged) {
 }
 
 TEST_F(JpegLoad, FileCutAnywhereShowsHowFarItGot) {
-    jpeg_bytes_t plain, progressive;
+    jpeg_bytes_t plain, progressive, arithmetic, marked;
     plain.full_chroma = true;
-    progressive.progressive = true;
-    for (const jpeg_bytes_t& file : {plain, progressive}) {
+    progressive.progressive = arithmetic.progressive = marked.progressive = true;
+    arithmetic.arithmetic = true;
+    marked.restart = 1;
+    for (const jpeg_bytes_t& file : {plain, progressive, arithmetic, marked}) {
         const std::string bytes = file.bytes();
         // The first scan's header: its mark, two bytes that tell its length, and that many.
         const std::size_t place = find_marker(bytes, scan);
