@@ -1,9 +1,7 @@
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <iostream>
 #include <limits>
-#include <span>
 #include <utility>
 
 #include "utils/bmp_file.h"
@@ -91,17 +89,10 @@ bool convert(bmp_save_t& bmp, const image2d& image) {
 }
 
 bool save(const bmp_save_t& bmp, const char* path) {
-    std::span<const unsigned char> pixels = bmp.pixels.elements();
-    if (pixels.size() > most_pixel_bytes)
+    image_window_t window = bmp.pixels;
+    if (bmp.pixels.elements().size() > most_pixel_bytes || !unmap_bytes(window))
         return false;
-    // Truncating the file that the pixels are mapped from would take them away.
-    image_window_t own;
-    if (!pixels.empty() && !bmp.pixels.writable()) {
-        if (!fit_window(own, pixels.size()))
-            return false;
-        std::memcpy(own.begin(), pixels.data(), pixels.size());
-        pixels = std::as_const(own).elements();
-    }
+    const auto pixels = std::as_const(window).elements();
     std::ofstream file = create_picture(path);
     put16(file, magic);
     put32(file, pixel_offset + static_cast<std::uint32_t>(pixels.size()));

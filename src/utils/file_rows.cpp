@@ -1,6 +1,7 @@
 #include "utils/file_rows.h"
 
 #include <cstring>
+#include <utility>
 
 namespace libutils {
 
@@ -23,6 +24,18 @@ bool file_rows(image_window_t& rows, const image2d& image) {
     for (std::uint32_t y = 0; y < image.height; ++y)
         std::memcpy(copy.pixel(0, y), image.pixel(0, y), used);
     rows = copy;
+    return true;
+}
+
+bool unmap_bytes(image_window_t& window) {
+    const auto bytes = std::as_const(window).elements();
+    if (bytes.empty() || window.writable())
+        return true;
+    image_window_t copy;
+    if (!fit_window(copy, bytes.size()))
+        return false;
+    std::memcpy(copy.begin(), bytes.data(), bytes.size());
+    window = copy;
     return true;
 }
 

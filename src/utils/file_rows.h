@@ -11,4 +11,9 @@ namespace libutils {
 /// the copy.
 [[nodiscard]] bool file_rows(image_window_t& rows, const image2d& image);
 
+/// To be called before the file of a picture is truncated: the pixels may be mapped from that very file,
+/// under this name or another, and would go with it. Bytes that may not be written to, as those of a mapped
+/// file, are replaced by a copy. False when there is no memory for it.
+[[nodiscard]] bool unmap_bytes(image_window_t& window);
+
 }  // namespace libutils

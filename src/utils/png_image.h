@@ -22,7 +22,8 @@ namespace libutils {
 /// bits is left unwritten, and the result is 0 then. `title` goes into a text chunk "Title", null into none.
 /// A picture of indices always ends in "FAIL": its palette is not written.
 ///
-/// -1 without a message also for an image that is compressed or does not hold its pixels.
+/// -1 without a message also for an image that is compressed or does not hold its pixels, and when there is
+/// no memory for a copy of pixels that are mapped from a file.
 [[nodiscard]] int write_png_image(const char* path, const image2d& image, const char* title = nullptr);
 
 }  // namespace libutils

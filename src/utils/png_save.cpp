@@ -1,6 +1,7 @@
 #include <bit>
 #include <csetjmp>
 
+#include "utils/file_rows.h"
 #include "utils/picture_files.h"
 #include "utils/png_image.h"
 #include "utils/png_library.h"
@@ -88,6 +89,9 @@ int write_png_image(const char* path, const image2d& image, const char* title) {
     if (image.compressed || !image.holds_pixels())
         return png_code::no_file;
     header.swap = header.depth == 16 && is_low_byte_first(image);
+    image2d own = image;
+    if (!unmap_bytes(own))
+        return png_code::no_file;
     open_file_t file(is_fifo(path) ? nullptr : std::fopen(path, "wb"));
     if (file == nullptr)
         return png_code::no_file;
@@ -98,7 +102,7 @@ int write_png_image(const char* path, const image2d& image, const char* title) {
     writer.info = png_create_info_struct(writer.png);
     if (writer.info == nullptr)
         return png_code::no_info;
-    const bool written = write(writer, file.get(), header, png_rows(image).data());
+    const bool written = write(writer, file.get(), header, png_rows(own).data());
     // Only the close tells whether the last bytes have reached the file.
     const bool closed = std::fclose(file.release()) == 0;
     return written && closed ? png_code::done : report_png_failure();

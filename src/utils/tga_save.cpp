@@ -87,10 +87,11 @@ bool convert(tga_t& tga, const image2d& image) {
 
 bool save(const tga_t& tga, const char* path) {
     tga_t written = tga;
-    if (tga.id.size() > std::numeric_limits<std::uint8_t>::max() || !set_map_fields(written))
+    if (tga.id.size() > std::numeric_limits<std::uint8_t>::max() || !set_map_fields(written) ||
+        !unmap_bytes(written.pixels))
         return false;
     written.id_length = static_cast<std::uint8_t>(tga.id.size());
-    const auto pixels = written.pixels.elements();
+    const auto pixels = std::as_const(written.pixels).elements();
     std::ofstream file = create_picture(path);
     put_header(file, written);
     put_bytes(file, written.id.data(), written.id.size());

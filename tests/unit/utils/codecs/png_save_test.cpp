@@ -3,9 +3,12 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <fstream>
 #include <vector>
 
+#include "unit/utils/codecs/bmp_bytes.h"
 #include "unit/utils/codecs/png_bytes.h"
+#include "utils/bmp_file.h"
 #include "utils/png_file.h"
 #include "utils/png_image.h"
 #include "utils/png_library.h"
@@ -111,6 +114,27 @@ TEST_F(PngSave, PartOfAnImageIsStoredAsThatPart) {
 }
 
 /// The machine has the low byte of a sample first, the file the high one.
+TEST_F(PngSave, MappedFileCanBeWrittenOverUnderAnotherName) {
+    bmp_bytes_t file;
+    file.bit_count = 8;
+    file.height = 6;
+    const std::string bitmap = folder.write("a.bmp", file.bytes());
+    const std::string symbolic = folder.path("symbolic.png");
+    std::filesystem::create_hard_link(bitmap, path());
+    std::filesystem::create_symlink(bitmap, symbolic);
+    for (const std::string& name : {path(), symbolic}) {
+        SCOPED_TRACE(name);
+        std::ofstream(bitmap, std::ios::binary) << file.bytes();
+        bmp_file_t loaded;
+        image2d image, read;
+        ASSERT_TRUE(load(loaded, bitmap.c_str()) && convert(image, loaded));
+        ASSERT_FALSE(image.writable());
+        ASSERT_EQ(write_png_image(name.c_str(), image), 0);
+        ASSERT_EQ(read_png_image(read, name.c_str()), 0);
+        EXPECT_EQ(pixels_of(read), file.pixels);
+    }
+}
+
 TEST_F(PngSave, SamplesOf16BitsKeepTheirValues) {
     const image2d image = counting_image(image_format::grey, image_bits::bits_16, 2, 1);
     image2d read;

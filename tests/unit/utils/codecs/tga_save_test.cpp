@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/tga_bytes.h"
+#include "utils/picture_files.h"
 #include "utils/tga_file.h"
 
 namespace libutils {
@@ -158,6 +159,12 @@ TEST_F(TgaSave, OwnFilesLoadAlsoWhenOtherProgramsSkewThem) {
     image2d read;
     ASSERT_TRUE(load(file, folder.path("a.tga").c_str()) && convert(read, file));
     EXPECT_EQ(row_of(read, 1), "\xF\xE\xD\x12\x11\x10\x15\x14\x13"s);
+}
+
+TEST_F(TgaSave, MappedFileCanBeWrittenOver) {
+    image2d image = counting_image(image_format::rgba, image_bits::packed_5_5_5_1, 4, 2);
+    ASSERT_TRUE(map_picture(folder.write("a.tga", counting(16)).c_str(), image));
+    EXPECT_EQ(written(image).substr(18), counting(16));
 }
 
 TEST_F(TgaSave, FileThatIsNotWrittenWholeIsAFailure) {
