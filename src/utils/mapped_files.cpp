@@ -17,7 +17,7 @@ struct mapping_t {
     int protection;
 };
 
-/// Never destroyed: textures release their files at the very end of the process. The signal comes while the
+/// Never destroyed: textures release their files at the very end of the process. A fault comes while the
 /// bytes of a file are looked at, and so never while this is changed.
 std::vector<mapping_t>& mappings() {
     static auto& watched = *new std::vector<mapping_t>;
@@ -34,20 +34,34 @@ bool put_zeros(const mapping_t& mapping, std::uintptr_t address) {
                 MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) != MAP_FAILED;
 }
 
-void handle(int signal, siginfo_t* info, void* /*context*/) {
-    const int former_errno = errno;
-    const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
+bool mend(std::uintptr_t address) {
     for (const mapping_t& mapping : mappings())
-        if (info->si_code == BUS_ADRERR && address - mapping.begin < mapping.size &&
-            put_zeros(mapping, address)) {
-            errno = former_errno;
-            return;
-        }
-    // Another fault: back at its place it comes again, and finds whoever was there before. A signal that was
-    // sent does not.
-    sigaction(signal, &former_action, nullptr);
-    if (info->si_code <= 0)
-        raise(signal);
+        if (address - mapping.begin < mapping.size && put_zeros(mapping, address))
+            return true;
+    return false;
+}
+
+/// Does what would have been done without a watch, which goes on unless the process ends.
+void pass_on(int signal, siginfo_t* info, void* context) {
+    const bool sent = info->si_code <= 0;
+    if ((former_action.sa_flags & SA_SIGINFO) != 0) {
+        former_action.sa_sigaction(signal, info, context);
+    } else if (former_action.sa_handler != SIG_DFL && former_action.sa_handler != SIG_IGN) {
+        former_action.sa_handler(signal);
+    } else if (!sent || former_action.sa_handler == SIG_DFL) {
+        // A fault comes again at its place, and is never ignored. A signal that was sent does not.
+        sigaction(signal, &former_action, nullptr);
+        if (sent)
+            raise(signal);
+    }
+}
+
+void handle(int signal, siginfo_t* info, void* context) {
+    const int former_errno = errno;
+    // The signal of another process can come while the mappings are changed; only a fault may look at them.
+    if (info->si_code != BUS_ADRERR || !mend(reinterpret_cast<std::uintptr_t>(info->si_addr)))
+        pass_on(signal, info, context);
+    errno = former_errno;
 }
 
 void start_watching() {

@@ -84,5 +84,60 @@ TEST_F(MappedFileDeathTest, SignalThatWasSentStillEndsTheProcess) {
     EXPECT_DEATH(raise(SIGBUS), "");
 }
 
+int calls = 0;
+
+void count_call(int /*signal*/) {
+    ++calls;
+}
+void count_call_with_information(int signal, siginfo_t* info, void* context) {
+    calls += signal == SIGBUS && info->si_code <= 0 && context != nullptr ? 1 : 0;
+}
+
+/// What SIGBUS does before the first mapping is watched.
+struct former_row_t {
+    const char* name;
+    void (*handler)(int);
+    void (*handler_with_information)(int, siginfo_t*, void*);
+    int calls;
+};
+
+class MappedFileDeathTestOfFormerAction : public MappedFile,
+                                          public testing::WithParamInterface<former_row_t> {};
+
+TEST_P(MappedFileDeathTestOfFormerAction, OutlivesASignalThatWasSent) {
+    // A process that has watched nothing before.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            // A function that is called for a fault would be called without end.
+            alarm(20);
+            struct sigaction action {};
+            if (GetParam().handler_with_information != nullptr) {
+                action.sa_sigaction = GetParam().handler_with_information;
+                action.sa_flags = SA_SIGINFO;
+            } else {
+                action.sa_handler = GetParam().handler;
+            }
+            sigaction(SIGBUS, &action, nullptr);
+            window_t window;
+            bool right = window.allocate(0, path.c_str(), 0);
+            raise(SIGBUS);
+            raise(SIGBUS);
+            right = right && calls == GetParam().calls;
+            std::filesystem::resize_file(path, 0);
+            right = right && window.at(page) == 0;
+            std::filesystem::remove_all(folder.path(""));
+            _exit(right ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Actions, MappedFileDeathTestOfFormerAction,
+                         testing::Values(former_row_t{"Ignored", SIG_IGN, nullptr, 0},
+                                         former_row_t{"Function", count_call, nullptr, 2},
+                                         former_row_t{"FunctionWithInformation", nullptr,
+                                                      count_call_with_information, 2}),
+                         [](const auto& row) { return row.param.name; });
+
 }  // namespace
 }  // namespace libutils
