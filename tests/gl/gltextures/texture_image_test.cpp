@@ -7,6 +7,7 @@
 #include "gltextures/gr_texture_object.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
+#include "support/pictures.h"
 
 namespace libgr {
 namespace {
@@ -84,6 +85,21 @@ TEST_P(GetTextureImage, HasItsMarks) {
         marks.beginning_with(""),
         ElementsAre("get texture level parameter (width)", "get texture level parameter (height)",
                     "get texture level parameter (red_type)", "get texture level parameter (red_size)"));
+}
+
+TEST_P(GetTextureImage, WithoutMemoryHasItsWords) {
+    if (!ulk_test::no_more_pages_t::is_possible())
+        GTEST_SKIP() << "a build with tools that need memory";
+    make(GL_RGBA32F, GL_RGBA, GL_FLOAT, two_texels.data());
+    image2d image;
+    const captured_stream errors(std::cerr);
+    bool done = true;
+    {
+        const ulk_test::no_more_pages_t limit;
+        done = read(image);
+    }
+    EXPECT_FALSE(done);
+    EXPECT_EQ(errors.text(), "grTextureObject::GetTextureImage() img allocate fail.\n");
 }
 
 struct read_codes_t {
