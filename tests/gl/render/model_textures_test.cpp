@@ -468,8 +468,8 @@ TEST_F(ModelTextures, BumpMapThatHasFailedStaysWithoutATexture) {
 // --- specular maps ----------------------------------------------------------------------------------------
 
 TEST_F(ModelTextures, SpecularMapIsKeptUnderItsPath) {
-    const std::string path = write_picture(folder, "spec.png", plain_picture(2, 1, {9, 9, 9}));
-    texture.specular = "spec.png";
+    const std::string path = write_picture(folder, "gloss.png", plain_picture(2, 1, {9, 9, 9}));
+    texture.specular = "gloss.png";
     ASSERT_TRUE(open(texture));
     EXPECT_EQ(model_textures.find(path), texture.spec_handle);
     EXPECT_EQ(level_parameter(texture.spec_handle, 0, GL_TEXTURE_WIDTH), 2);
