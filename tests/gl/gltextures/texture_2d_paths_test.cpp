@@ -15,9 +15,10 @@ using ulk_test::bytes_t;
 using ulk_test::captured_stream;
 using ulk_test::level_parameter;
 using ulk_test::plain_image;
+using ulk_test::repeated;
 using ulk_test::stored_bytes;
-
-constexpr const char* unsupported_7 = "Not supported image format!\nimgformat: 7\nimgtype: 1\nimgbits: 3\n";
+using ulk_test::unsupported_7;
+using ulk_test::unsupported_image;
 
 /// Mipmaps, padding and compressed images.
 class Texture2DPaths : public ulk_test::texture_test {
@@ -28,19 +29,6 @@ class Texture2DPaths : public ulk_test::texture_test {
     }
     grTexture2D texture;
 };
-
-image2d unsupported_image() {
-    image2d image = plain_image(2, 2, {1, 2, 3, 4});
-    image.format = 7;
-    return image;
-}
-
-bytes_t repeated(std::size_t count, const bytes_t& colour) {
-    bytes_t bytes;
-    for (std::size_t i = 0; i < count; ++i)
-        bytes.insert(bytes.end(), colour.begin(), colour.end());
-    return bytes;
-}
 
 /// Four by two pixels, black and white by turns: all levels above are grey.
 image2d chequered_image() {

@@ -17,10 +17,11 @@ using ulk_test::captured_stream;
 using ulk_test::forced_marks;
 using ulk_test::level_parameter;
 using ulk_test::plain_image;
+using ulk_test::repeated;
 using ulk_test::stored_bytes;
 using ulk_test::texture_parameter;
-
-constexpr const char* unsupported_7 = "Not supported image format!\nimgformat: 7\nimgtype: 1\nimgbits: 3\n";
+using ulk_test::unsupported_7;
+using ulk_test::unsupported_image;
 
 class Texture2D : public ulk_test::texture_test {
   protected:
@@ -30,19 +31,6 @@ class Texture2D : public ulk_test::texture_test {
     }
     grTexture2D texture;
 };
-
-image2d unsupported_image() {
-    image2d image = plain_image(2, 2, {1, 2, 3, 4});
-    image.format = 7;
-    return image;
-}
-
-bytes_t repeated(std::size_t count, const bytes_t& colour) {
-    bytes_t bytes;
-    for (std::size_t i = 0; i < count; ++i)
-        bytes.insert(bytes.end(), colour.begin(), colour.end());
-    return bytes;
-}
 
 TEST_F(Texture2D, WithoutLevelsHasNoFormatAndUploadsNothing) {
     EXPECT_EQ(texture.GetInternalFormat(), 1281U);

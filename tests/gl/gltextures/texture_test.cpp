@@ -41,10 +41,8 @@ image2d image_of(std::uint32_t format, std::uint32_t width, std::uint32_t height
 }
 
 image2d plain_image(std::uint32_t width, std::uint32_t height, std::array<std::uint8_t, 4> colour) {
-    bytes_t pixels;
-    for (std::uint32_t i = 0; i < width * height; ++i)
-        pixels.insert(pixels.end(), colour.begin(), colour.end());
-    return image_of(image_format::rgba, width, height, pixels);
+    return image_of(image_format::rgba, width, height,
+                    repeated(std::size_t{width} * height, {colour.begin(), colour.end()}));
 }
 
 libutils::image1d row_image(const bytes_t& rgba) {
@@ -82,6 +80,19 @@ rgba_float_t border_color_of(GLenum target) {
     rgba_float_t color{};
     glGetTexParameterfv(target, GL_TEXTURE_BORDER_COLOR, color.data());
     return color;
+}
+
+libutils::image2d unsupported_image() {
+    libutils::image2d image = plain_image(2, 2, {1, 2, 3, 4});
+    image.format = 7;
+    return image;
+}
+
+bytes_t repeated(std::size_t count, const bytes_t& colour) {
+    bytes_t bytes(count * colour.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = colour[i % colour.size()];
+    return bytes;
 }
 
 bytes_t stored_bytes(GLenum target, GLint level) {

@@ -28,6 +28,13 @@ libutils::image1d row_image(const bytes_t& rgba);
 libutils::image3d volume_image(std::uint32_t width, std::uint32_t height, std::uint32_t depth,
                                const bytes_t& rgba);
 
+/// An image of a format that no texture takes, and what is said of it.
+libutils::image2d unsupported_image();
+inline constexpr const char* unsupported_7 =
+    "Not supported image format!\nimgformat: 7\nimgtype: 1\nimgbits: 3\n";
+/// The bytes of `count` pixels of one colour.
+bytes_t repeated(std::size_t count, const bytes_t& colour);
+
 /// A channel of a level as GL stores it, in bytes; RGBA of all texels.
 bytes_t stored_bytes(GLenum target, GLint level = 0);
 /// A level of the texture bound to GL_TEXTURE_2D, or of the rectangle texture, as a shader sees it.
