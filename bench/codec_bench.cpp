@@ -14,10 +14,10 @@
 #include <jpeglib.h>
 #include <png.h>
 
-#include "utils/bmp_file.h"
-#include "utils/jpeg_file.h"
-#include "utils/png_image.h"
-#include "utils/tga_file.h"
+#include "utils/codecs/bmp_file.h"
+#include "utils/codecs/jpeg_file.h"
+#include "utils/codecs/png_image.h"
+#include "utils/codecs/tga_file.h"
 
 /// Loading of a picture of 4096 by 4096 colours in each form, beside the least that has to be done for it:
 /// the library's bare loop for PNG and JPEG, the mapping of the file for BMP, one read for TGA.

@@ -5,7 +5,7 @@
 
 #include "../tests/support/plain_fold.h"
 #include "bench_context.h"
-#include "operations/fold_polygons.h"
+#include "operations/fold/fold_polygons.h"
 #include "render/gl/element_array.h"
 
 /// Folding a sheet in strips, of which some triangles are marked: `half` of the sheet, as a user marks one

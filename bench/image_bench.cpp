@@ -5,7 +5,7 @@
 #include <random>
 
 #include "../tests/support/plain_image_transforms.h"
-#include "utils/image_transforms.h"
+#include "utils/pictures/image_transforms.h"
 
 /// Transforms on the way from a picture to a texture: the plain loop over the pixels, row by row, and what
 /// the program uses. The argument is the side of a square image. The counter `pixels` is pixels per second:

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "app/ulkedit.h"
+#include "app/editor/ulkedit.h"
 #include "bench_context.h"
 #include "model/mapped_span.h"
 #include "render/offscreen/offscreen_target.h"

@@ -1,4 +1,4 @@
-#include "utils/numbers.h"
+#include "utils/text/numbers.h"
 
 #include <benchmark/benchmark.h>
 
@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "../tests/unit/utils/evalnumber_reference.h"
-#include "utils/evalnumber.h"
+#include "../tests/unit/utils/text/evalnumber_reference.h"
+#include "utils/text/evalnumber.h"
 
 // The numbers of a scene file, read and written, each beside the plain way.
 

@@ -8,8 +8,8 @@
 #include "model/mapped_span.h"
 #include "model/math/matrices.h"
 #include "model/math/projections.h"
-#include "model/polygon.h"
-#include "render/glnurbs.h"
+#include "model/polygon/polygon.h"
+#include "render/models/glnurbs.h"
 
 /// A pick of points with a rectangle of 5 by 5 pixels in a viewport of 640 by 480, in perspective.
 namespace {

@@ -7,8 +7,8 @@
 #include "bench_context.h"
 #include "model/mapped_span.h"
 #include "model/math/vectors.h"
-#include "model/polygon.h"
-#include "model/strip_walk.h"
+#include "model/polygon/polygon.h"
+#include "model/polygon/strip_walk.h"
 
 namespace {
 

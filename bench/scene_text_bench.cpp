@@ -14,8 +14,8 @@
 #include <string>
 
 #include "bench_context.h"
+#include "formats/scene/scene_text.h"
 #include "formats/scene_files.h"
-#include "formats/scene_text.h"
 #include "model/mapped_span.h"
 #include "model/math/colours.h"
 

@@ -20,11 +20,11 @@
 
 #include "bench_context.h"
 #include "formats/scene_files.h"
-#include "formats/stl_reader.h"
-#include "formats/stl_writer.h"
+#include "formats/stl/stl_reader.h"
+#include "formats/stl/stl_writer.h"
 #include "model/mapped_span.h"
 #include "model/math/vectors.h"
-#include "model/strip_walk.h"
+#include "model/polygon/strip_walk.h"
 
 /// Reading and writing of a binary STL file of a million triangles, beside a plain reader and a plain writer
 /// that pass each field of a triangle to the stream, and beside assimp's reader. Each benchmark's time is

@@ -2,13 +2,17 @@
 add_library(ulk_options INTERFACE)
 
 target_compile_options(ulk_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
   # Fused multiply-add would change last bits of results that are defined in plain single precision.
   -ffp-contract=off)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # At -O3 g++ 12 takes the last release of a counted holder for a use of what an earlier one could have deleted, and
   # sees overlapping copies inside the concatenation of strings.
   target_compile_options(ulk_options INTERFACE -Wno-use-after-free -Wno-restrict)
+endif()
+
+if(ULK_WERROR)
+  target_compile_options(ulk_options INTERFACE -Werror)
 endif()
 
 if(ULK_SANITIZE)

@@ -31,9 +31,5 @@ function(ulk_embed_shaders target header)
     DEPENDS ${sources} ${ULK_EMBED_SHADERS_SCRIPT}
     COMMENT "Embedding the GLSL sources"
     VERBATIM)
-  # The command belongs to this directory and the target to another: a target of its own joins the two.
-  add_custom_target(${target}_shaders DEPENDS ${output})
-  add_dependencies(${target} ${target}_shaders)
   target_sources(${target} PRIVATE ${output})
-  set_source_files_properties(${output} TARGET_DIRECTORY ${target} PROPERTIES GENERATED TRUE)
 endfunction()

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <functional>
 
-#include "operations/mesh_cut.h"
+#include "operations/cut/mesh_cut.h"
 #include "support/cut_area.h"
 #include "support/cut_scenes.h"
 

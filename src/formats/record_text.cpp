@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "model/mapped_span.h"
-#include "utils/evalnumber.h"
-#include "utils/numbers.h"
+#include "utils/text/evalnumber.h"
+#include "utils/text/numbers.h"
 
 namespace ulk3d {
 

@@ -23,7 +23,7 @@ struct record_member_t {
 /// `member` counts in the array's element list; empty text for one beyond it.
 std::string member_text(const array_t& array, std::uint64_t member);
 
-/// Reads such lines back: each component is a sum (utils/evalnumber.h, which tells what is wrong on the
+/// Reads such lines back: each component is a sum (utils/text/evalnumber.h, which tells what is wrong on the
 /// standard error stream), and what a line lacks is 0. Lines beyond the vertices are ignored; vertices beyond
 /// the last line stay as they are.
 void store_member_text(array_t& array, std::uint64_t member, std::string text);

@@ -2,11 +2,11 @@
 
 #include <cstring>
 
-#include "formats/line_log.h"
-#include "formats/scene_text.h"
-#include "formats/stl_reader.h"
-#include "formats/stl_writer.h"
-#include "utils/strings.h"
+#include "formats/scene/line_log.h"
+#include "formats/scene/scene_text.h"
+#include "formats/stl/stl_reader.h"
+#include "formats/stl/stl_writer.h"
+#include "utils/text/strings.h"
 
 namespace ulk3d {
 

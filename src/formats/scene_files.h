@@ -9,8 +9,8 @@ namespace ulk3d {
 class glpolygon_t;
 
 /// Loads and saves by path; a path that ends in ".stl", in any case of letters, is an STL file
-/// (formats/stl_reader.h, formats/stl_writer.h), any other a scene text file. Paths are bytes of the system.
-/// A GL context must be current.
+/// (formats/stl/stl_reader.h, formats/stl/stl_writer.h), any other a scene text file. Paths are bytes of the
+/// system. A GL context must be current.
 
 /// Appends the models of a file to `scene.models` in file order and fills `scene.environment` when the file
 /// has one. True when the file was read and held at least one block. Messages are lines of `log`; an STL file

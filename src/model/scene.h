@@ -6,8 +6,8 @@
 
 #include "model/edit_history.h"
 #include "model/environment.h"
-#include "model/nurbs.h"
-#include "model/polygon.h"
+#include "model/nurbs/nurbs.h"
+#include "model/polygon/polygon.h"
 #include "model/texture.h"
 
 namespace ulk3d {

@@ -1,11 +1,11 @@
 #include <iostream>
 
-#include "model/strip_walk.h"
+#include "model/polygon/strip_walk.h"
 #include "render/gl/mapping.h"
 #include "tool/commands.h"
 #include "tool/scene_pictures.h"
 #include "tool/scene_session.h"
-#include "utils/numbers.h"
+#include "utils/text/numbers.h"
 
 namespace ulktool {
 

@@ -3,12 +3,12 @@
 #include <iostream>
 #include <optional>
 
-#include "app/ulkedit.h"
+#include "app/editor/ulkedit.h"
 #include "render/offscreen/offscreen_context.h"
 #include "render/offscreen/offscreen_target.h"
 #include "tool/commands.h"
 #include "tool/scene_session.h"
-#include "utils/png_file.h"
+#include "utils/codecs/png_file.h"
 
 namespace ulktool {
 

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "gltextures/texture_stores.h"
-#include "utils/image_files.h"
-#include "utils/paths.h"
+#include "gltextures/textures/texture_stores.h"
+#include "utils/pictures/image_files.h"
+#include "utils/text/paths.h"
 
 namespace ulktool {
 

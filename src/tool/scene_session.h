@@ -4,7 +4,7 @@
 #include <string>
 
 #include "model/scene.h"
-#include "render/glpolygon.h"
+#include "render/models/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
 #include "render/offscreen/offscreen_target.h"
 

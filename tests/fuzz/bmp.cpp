@@ -1,4 +1,4 @@
-#include "utils/bmp_file.h"
+#include "utils/codecs/bmp_file.h"
 
 #include "picture_fuzz.h"
 

@@ -1,4 +1,4 @@
-#include "utils/evalnumber.h"
+#include "utils/text/evalnumber.h"
 
 #include <bit>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include <string>
 
 #include "support/captured_stream.h"
-#include "unit/utils/evalnumber_reference.h"
+#include "unit/utils/text/evalnumber_reference.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "utils/jpeg_file.h"
+#include "utils/codecs/jpeg_file.h"
 
 #include "picture_fuzz.h"
 

@@ -6,8 +6,8 @@
 #include <iostream>
 #include <set>
 
-#include "operations/fold_polygons.h"
-#include "operations/mesh_cut.h"
+#include "operations/cut/mesh_cut.h"
+#include "operations/fold/fold_polygons.h"
 #include "support/captured_stream.h"
 #include "support/cut_scenes.h"
 #include "support/plain_mesh_cut.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "model/nurbs_grid.h"
+#include "model/nurbs/nurbs_grid.h"
 #include "support/captured_stream.h"
 #include "support/plain_nurbs.h"
 

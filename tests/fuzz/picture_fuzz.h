@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "support/memory_file.h"
-#include "utils/image2d.h"
+#include "utils/pictures/image2d.h"
 
 /// What the targets of the picture forms have in common.
 namespace picture_fuzz {

@@ -1,4 +1,4 @@
-#include "utils/png_image.h"
+#include "utils/codecs/png_image.h"
 
 #include "picture_fuzz.h"
 

@@ -5,15 +5,15 @@
 #include <string>
 #include <string_view>
 
-#include "formats/field_scanner.h"
-#include "formats/key_value.h"
+#include "formats/scene/field_scanner.h"
+#include "formats/scene/key_value.h"
+#include "formats/scene/text_lines.h"
 #include "formats/scene_files.h"
-#include "formats/text_lines.h"
-#include "gltextures/texture_stores.h"
-#include "render/glpolygon.h"
+#include "gltextures/textures/texture_stores.h"
+#include "render/models/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
 #include "support/memory_file.h"
-#include "utils/paths.h"
+#include "utils/text/paths.h"
 
 /// Loads any bytes as a scene file. What loads is saved, loaded and saved again: from then on nothing may
 /// change any more.

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "formats/stl_reader.h"
-#include "formats/stl_writer.h"
+#include "formats/stl/stl_reader.h"
+#include "formats/stl/stl_writer.h"
 #include "render/offscreen/offscreen_context.h"
 #include "support/memory_file.h"
 

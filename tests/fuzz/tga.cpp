@@ -1,4 +1,4 @@
-#include "utils/tga_file.h"
+#include "utils/codecs/tga_file.h"
 
 #include "picture_fuzz.h"
 

@@ -3,7 +3,7 @@
 #include <sstream>
 #include <string>
 
-#include "app/ulkedit.h"
+#include "app/editor/ulkedit.h"
 #include "support/gl_context.h"
 #include "support/golden.h"
 #include "support/scene_text.h"

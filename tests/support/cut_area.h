@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "model/strip_walk.h"
+#include "model/polygon/strip_walk.h"
 #include "support/cut_meshes.h"
 
 /// Measures by samples how well a cut keeps its promise: what is inside of the cutter goes, all else stays.

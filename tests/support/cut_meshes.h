@@ -11,8 +11,8 @@
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
 #include "model/modeling.h"
-#include "model/polygon.h"
-#include "operations/strip_mesh.h"
+#include "model/polygon/polygon.h"
+#include "operations/strips/strip_mesh.h"
 
 /// Meshes for tests and benchmarks of the mesh cut.
 namespace ulk_test {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <ostream>
 
-#include "gltextures/gr_format.h"
+#include "gltextures/upload/gr_format.h"
 
 namespace ulk_test {
 

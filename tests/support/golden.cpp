@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "utils/png_file.h"
+#include "utils/codecs/png_file.h"
 
 namespace ulk_test {
 

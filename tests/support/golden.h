@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "utils/rgba_picture.h"
+#include "utils/pictures/rgba_picture.h"
 
 namespace ulk_test {
 

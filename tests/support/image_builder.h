@@ -7,7 +7,7 @@
 #include <random>
 #include <vector>
 
-#include "utils/image2d.h"
+#include "utils/pictures/image2d.h"
 
 namespace ulk_test {
 

@@ -6,7 +6,7 @@
 
 #include <fstream>
 
-#include "utils/image_files.h"
+#include "utils/pictures/image_files.h"
 
 namespace ulk_test {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "support/scene_text.h"
-#include "utils/image2d.h"
+#include "utils/pictures/image2d.h"
 
 /// Picture files for tests.
 namespace ulk_test {

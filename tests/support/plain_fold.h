@@ -9,7 +9,7 @@
 #include "model/math/matrices.h"
 #include "model/math/rotations.h"
 #include "model/math/vectors.h"
-#include "operations/strip_mesh.h"
+#include "operations/strips/strip_mesh.h"
 #include "render/gl/element_array.h"
 
 /// The fold step by step, as it is defined: strips cut in place, one insertion at a time, and one pass over

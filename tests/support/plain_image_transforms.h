@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "utils/image2d.h"
+#include "utils/pictures/image2d.h"
 
 /// The transforms of images as they are told, pixel by pixel, without any short cut. Results and speed of the
 /// library's ones are compared with them. They take images that the transforms accept, and give the bytes of

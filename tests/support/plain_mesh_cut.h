@@ -6,11 +6,11 @@
 #include <set>
 
 #include "model/math/vectors.h"
-#include "model/strip_walk.h"
-#include "operations/cut_pair.h"
-#include "operations/inside_test.h"
-#include "operations/mesh_cut.h"
-#include "operations/strip_surgery.h"
+#include "model/polygon/strip_walk.h"
+#include "operations/cut/cut_pair.h"
+#include "operations/cut/inside_test.h"
+#include "operations/cut/mesh_cut.h"
+#include "operations/strips/strip_surgery.h"
 
 /// The mesh cut without any short cut: every triangle of the cutter against every triangle of the victim, and
 /// the inside test over all triangles of the cutter with its hits in a multiset. Results and speed of the

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "model/nurbs_evaluate.h"
+#include "model/nurbs/nurbs_evaluate.h"
 
 /// The evaluation of B-spline surfaces by its definition, step by step and without any shortcut: what the
 /// fast evaluator is compared with.

@@ -5,8 +5,8 @@
 
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
-#include "model/strip_walk.h"
-#include "operations/polygon_hit.h"
+#include "model/polygon/strip_walk.h"
+#include "operations/hit/polygon_hit.h"
 
 /// The hit test as it is told, without any short cut: every triangle is projected, clipped by all four lines
 /// and its corners are put into a map. Results and speed of the program's one are compared with it.

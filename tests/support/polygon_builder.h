@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "model/polygon.h"
+#include "model/polygon/polygon.h"
 
 namespace ulk_test {
 

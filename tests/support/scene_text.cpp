@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "utils/numbers.h"
+#include "utils/text/numbers.h"
 
 namespace ulk_test {
 

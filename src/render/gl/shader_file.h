@@ -1,7 +1,7 @@
 #pragma once
 
-#include "utils/alloc_mmap_win.h"
-#include "utils/refvector2.h"
+#include "utils/memory/alloc_mmap_win.h"
+#include "utils/memory/refvector2.h"
 
 namespace ulk3d {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "utils/shared_holder.h"
+#include "utils/memory/shared_holder.h"
 
 namespace ulk3d {
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "utils/rgba_picture.h"
+#include "utils/pictures/rgba_picture.h"
 
 namespace ulk3d {
 

@@ -6,8 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "block_reading.h"
 #include "formats/scene_files.h"
+#include "gl/formats/scene/block_reading.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/scene_text.h"

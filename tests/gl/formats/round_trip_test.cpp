@@ -6,9 +6,9 @@
 #include <sstream>
 #include <string>
 
-#include "block_reading.h"
+#include "formats/scene/scene_text.h"
 #include "formats/scene_files.h"
-#include "formats/scene_text.h"
+#include "gl/formats/scene/block_reading.h"
 #include "model/mapped_span.h"
 #include "model/math/colours.h"
 #include "support/gl_context.h"

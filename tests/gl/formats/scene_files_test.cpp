@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "block_reading.h"
+#include "gl/formats/scene/block_reading.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/locale_scope.h"

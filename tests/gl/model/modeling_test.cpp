@@ -4,7 +4,7 @@
 
 #include <iostream>
 
-#include "model/polygon.h"
+#include "model/polygon/polygon.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/polygon_builder.h"

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "utils/png_file.h"
+#include "utils/codecs/png_file.h"
 
 namespace ulk_test {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/bmp_bytes.h"
-#include "utils/bmp_file.h"
+#include "utils/codecs/bmp_file.h"
 
 namespace libutils {
 namespace {

@@ -10,7 +10,7 @@
 
 #include "support/captured_stream.h"
 #include "support/scene_text.h"
-#include "utils/image2d.h"
+#include "utils/pictures/image2d.h"
 
 /// What the tests of the picture forms have in common.
 namespace libutils {

@@ -9,7 +9,7 @@
 
 #include "unit/utils/codecs/codec_test.h"
 #include "unit/utils/codecs/jpeg_bytes.h"
-#include "utils/jpeg_file.h"
+#include "utils/codecs/jpeg_file.h"
 
 namespace libutils {
 namespace {

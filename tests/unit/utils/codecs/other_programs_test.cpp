@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/codec_test.h"
-#include "utils/image_codecs.h"
+#include "utils/codecs/image_codecs.h"
 
 /// Files that ImageMagick has made (tests/data/images/make_images.sh), of slopes whose pixels are known.
 namespace libutils {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/png_bytes.h"
-#include "utils/png_image.h"
+#include "utils/codecs/png_image.h"
 
 namespace libutils {
 namespace {

@@ -8,10 +8,10 @@
 
 #include "unit/utils/codecs/bmp_bytes.h"
 #include "unit/utils/codecs/png_bytes.h"
-#include "utils/bmp_file.h"
-#include "utils/png_file.h"
-#include "utils/png_image.h"
-#include "utils/png_library.h"
+#include "utils/codecs/bmp_file.h"
+#include "utils/codecs/png_file.h"
+#include "utils/codecs/png_image.h"
+#include "utils/codecs/png_library.h"
 
 namespace libutils {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/tga_bytes.h"
-#include "utils/tga_file.h"
+#include "utils/codecs/tga_file.h"
 
 namespace libutils {
 namespace {

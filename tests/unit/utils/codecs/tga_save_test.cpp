@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "unit/utils/codecs/tga_bytes.h"
-#include "utils/picture_files.h"
-#include "utils/tga_file.h"
+#include "utils/codecs/tga_file.h"
+#include "utils/files/picture_files.h"
 
 namespace libutils {
 namespace {

@@ -1,0 +1,263 @@
+#include "app/window/ViewArea.h"
+
+#include <GL/glew.h>
+
+#include <gdk/gdkkeysyms.h>
+
+#include "gltextures/gr_check_error.h"
+#include "render/gl/gl_loader.h"
+#include "render/gl/gl_requirement.h"
+
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+ViewArea::ViewArea(const char* argv0) : ulkedit(argv0) {
+    // Asked for so that the toolkit gives the newest context there is; 3.3 is all that the programs need.
+    set_required_version(4, 5);
+    set_has_alpha(true);
+    set_has_depth_buffer(true);
+    set_hexpand(true);
+    set_vexpand(true);
+    set_auto_render(true);
+    add_events(Gdk::BUTTON1_MOTION_MASK | Gdk::BUTTON2_MOTION_MASK | Gdk::BUTTON3_MOTION_MASK |
+               Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::SCROLL_MASK);
+}
+
+ViewArea::~ViewArea() {
+    // The members release their GL objects after this.
+    if (get_realized())
+        make_current();
+}
+
+void ViewArea::redraw() {
+    if (!get_auto_render())
+        queue_render();
+    if (const Glib::RefPtr<Gdk::Window> window = get_window())
+        window->invalidate_rect(Gdk::Rectangle(0, 0, get_width(), get_height()), false);
+}
+
+void ViewArea::on_realize() {
+    Gtk::GLArea::on_realize();
+    make_current();
+    require_gl_context(!has_error());
+    static bool loader_has_run = false;
+    if (!loader_has_run) {
+        grCheckError("on_realize(0)");
+        // What was not found is told by the test for GL 3.3 that init begins with.
+        loader_has_run = load_gl_entry_points();
+        grCheckError("on_realize(1)");
+    }
+    ulkedit.init();
+}
+
+void ViewArea::on_unrealize() {
+    Gtk::GLArea::on_unrealize();
+}
+
+bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
+    // The toolkit leaves the texture that it draws the area into bound here: a surface without a map of its
+    // own would show the area's picture.
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    ulkedit.display();
+    return true;
+}
+
+void ViewArea::on_resize(int width, int height) {
+    make_current();
+    ulkedit.reshape(width, height);
+}
+
+void ViewArea::make_input_current() {
+    make_current();
+    // Picks and the frame pass draw, which needs a complete framebuffer outside of a frame too.
+    attach_buffers();
+}
+
+bool ViewArea::open_file(const std::string& name, std::ostream& errors) {
+    make_input_current();
+    const bool opened = ulkedit.file_open(name.c_str(), errors);
+    redraw();
+    return opened;
+}
+
+bool ViewArea::save_models_to(const std::string& name) {
+    make_current();
+    return ulkedit.save_models_to(name.c_str());
+}
+
+bool ViewArea::save_current_to(const std::string& name) {
+    make_current();
+    return ulkedit.save_current_to(name.c_str());
+}
+
+void ViewArea::add_polygon() {
+    make_current();
+    ulkedit.add_model(kind_polygon);
+}
+
+void ViewArea::add_nurbs() {
+    make_current();
+    ulkedit.add_model(kind_nurbs);
+}
+
+void ViewArea::polygonize_current() {
+    make_current();
+    ulkedit.polygonize_current();
+    redraw();
+}
+
+void ViewArea::select_model(std::uint64_t index) {
+    make_current();
+    ulkedit.select_model(index);
+    redraw();
+}
+
+void ViewArea::delete_current() {
+    make_current();
+    ulkedit.delete_current();
+    redraw();
+}
+
+void ViewArea::set_control_points(bool on) {
+    make_current();
+    ulkedit.set_control_points(on);
+    redraw();
+}
+
+void ViewArea::set_grid(bool on) {
+    make_current();
+    ulkedit.set_grid(on);
+    redraw();
+}
+
+void ViewArea::set_grid_step(double step) {
+    make_current();
+    ulkedit.set_grid_step(step);
+    redraw();
+}
+
+void ViewArea::set_fold_angle(double degrees) {
+    make_current();
+    ulkedit.set_fold_angle(degrees);
+    redraw();
+}
+
+void ViewArea::set_selection_mode() {
+    set_mode(operation_mode_t::selection);
+}
+
+void ViewArea::set_punish_mode() {
+    set_mode(operation_mode_t::punish);
+}
+
+void ViewArea::set_clipping_mode() {
+    set_mode(operation_mode_t::clipping);
+}
+
+void ViewArea::set_folding_mode() {
+    set_mode(operation_mode_t::folding);
+}
+
+void ViewArea::set_mode(operation_mode_t mode) {
+    make_current();
+    ulkedit.set_mode(mode);
+    redraw();
+}
+
+bool ViewArea::fold() {
+    make_current();
+    // While a cut is running the button does nothing, and says nothing either.
+    const bool folded = ulkedit.cut_is_running() || ulkedit.fold();
+    redraw();
+    return folded;
+}
+
+void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {
+    make_current();
+    // The toolkit paints the whole window for each move of the progress bar. The frame that stands in the
+    // view is taken again for that; it is drawn anew only when something asks for it.
+    set_auto_render(false);
+    ulkedit.cut_current(receiver);
+    set_auto_render(true);
+    redraw();
+    error_bell();
+}
+
+bool ViewArea::redraw_if(bool needed) {
+    if (needed)
+        redraw();
+    return needed;
+}
+
+ViewArea::device_position_t ViewArea::device_position(double x, double y) const {
+    const int scale = get_scale_factor();
+    return {static_cast<int>(x * scale), static_cast<int>(y * scale)};
+}
+
+bool ViewArea::on_button_press_event(GdkEventButton* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    const std::uint32_t button = event->button - 1;
+    return redraw_if(event->type == GDK_2BUTTON_PRESS ? ulkedit.double_click(button, x, y)
+                                                      : ulkedit.mouse_button(button, false, x, y));
+}
+
+bool ViewArea::on_button_release_event(GdkEventButton* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    return redraw_if(ulkedit.mouse_button(event->button - 1, true, x, y));
+}
+
+bool ViewArea::on_motion_notify_event(GdkEventMotion* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    return redraw_if(ulkedit.mouse_motion(x, y));
+}
+
+bool ViewArea::on_scroll_event(GdkEventScroll* event) {
+    make_input_current();
+    const auto [x, y] = device_position(event->x, event->y);
+    const int delta = event->direction == GDK_SCROLL_UP ? 1 : event->direction == GDK_SCROLL_DOWN ? -1 : 0;
+    return redraw_if(ulkedit.mouse_wheel(delta, x, y));
+}
+
+namespace {
+
+/// The modifier state that a key stands for, modifier_none for other keys.
+std::uint32_t modifier_of(guint keyval) {
+    switch (keyval) {
+        case GDK_KEY_Shift_L:
+        case GDK_KEY_Shift_R:
+            return modifier_shift;
+        case GDK_KEY_Control_L:
+        case GDK_KEY_Control_R:
+            return modifier_ctrl;
+        case GDK_KEY_Alt_L:
+        case GDK_KEY_Alt_R:
+            return modifier_alt;
+        default:
+            return modifier_none;
+    }
+}
+
+}  // namespace
+
+bool ViewArea::key_press(const GdkEventKey& event) {
+    make_input_current();
+    const std::uint32_t modifier = modifier_of(event.keyval);
+    return redraw_if(modifier == modifier_none ? ulkedit.key_command(event.keyval)
+                                               : ulkedit.press_modifier(modifier));
+}
+
+bool ViewArea::key_release(const GdkEventKey& event) {
+    make_input_current();
+    const std::uint32_t modifier = modifier_of(event.keyval);
+    if (modifier != modifier_none)
+        return redraw_if(ulkedit.release_modifier(modifier));
+    ulkedit.key_released(event.keyval);
+    return false;
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <gtkmm/box.h>
+#include <gtkmm/window.h>
+
+#include <cstdint>
+#include <string>
+
+#include "app/window/ViewArea.h"
+#include "app/window/ViewIconButtons.h"
+#include "app/window/ViewMenuBar.h"
+#include "app/window/event_pace.h"
+
+namespace ulk3d {
+
+/// The main window: menu bar, toolbar row and view area, and every command that needs a dialog.
+///
+/// It owns no model. The menu bar's shadow of the model list is kept in step here, by each command that
+/// changes the scene's list.
+class ViewWindow : public Gtk::Window {
+  public:
+    /// `argv0` tells the name for the title and the directory of the program.
+    explicit ViewWindow(const char* argv0);
+    ~ViewWindow() override = default;
+
+    // Commands of the menus.
+    void on_file_open();
+    void on_file_save_as();
+    void on_file_save_model_as();
+    void on_quit();
+    void on_add_polygon();
+    void on_add_nurbs();
+    void on_delete_model();
+    void on_polygonize();
+    void on_select_model(std::uint64_t index);
+    void on_environment_dialog();
+    void on_option_dialog();
+    void on_point_dialog();
+    void on_color_dialog();
+    void on_weight_dialog();
+    void on_hknot_dialog();
+    void on_vknot_dialog();
+    void on_vertex_dialog();
+    void on_vertex_color_dialog();
+    void on_texcoord_dialog();
+    void on_tangent_dialog();
+    void on_binormal_dialog();
+    void on_normal_dialog();
+    void on_element_dialog();
+    void on_fullscreen();
+    void on_maximize();
+    void on_cut_model();
+    void on_fold_execute();  ///< the toolbar's fold button
+
+    /// Receives how much of a cut is done: moves the bar and lets the window live. Asked to quit meanwhile,
+    /// it ends the process in the middle of the cut.
+    void on_cut_progress(double fraction);
+
+    /// Puts the file name of a path, and the program's, into the window title.
+    void set_file_title(const std::string& path);
+
+    ViewArea& area() { return viewarea; }
+
+  protected:
+    /// A key that no widget takes goes to the view.
+    bool on_key_press_event(GdkEventKey* event) override;
+    bool on_key_release_event(GdkEventKey* event) override;
+
+  private:
+    /// The current model when it is of a kind, else null.
+    model_entry_t* current_of_kind(std::uint32_t kind);
+    /// Runs the dialog of a model's settings; whether OK or Apply was pressed.
+    bool run_settings_dialog(model_entry_t& entry);
+    void run_vertex_dialog(std::uint64_t group, std::uint64_t member, const char* title);
+    /// Edits member `member` of the current model's control points.
+    void run_array_dialog(std::uint32_t member, const char* title);
+    /// Edits an option table of the current model, when that is a NURBS model.
+    void run_option_array_dialog(std::uint32_t index, const char* title, bool has_views, bool upright);
+
+    /// The title of the current model, or the program's alone when there is none.
+    void set_model_title();
+    void rebuild_model_menu();
+    void copy_models_to_menu();
+    void show_error(const Glib::ustring& text, const char* title);
+
+    std::string title_base;
+    bool fullscreen_on = false;
+    bool maximized_on = false;
+    event_pace_t cut_pace;
+    double cut_fraction = 0;
+    Gtk::VBox vbox{false, 0};
+    ViewMenuBar menubar;
+    ViewIconButtons iconbuttons;
+    ViewArea viewarea;
+};
+
+}  // namespace ulk3d

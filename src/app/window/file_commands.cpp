@@ -1,0 +1,114 @@
+// The commands of ViewWindow that ask for a file.
+
+#include <gtkmm/filechooserdialog.h>
+#include <gtkmm/filefilter.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/stock.h>
+#include <sys/stat.h>
+
+#include <optional>
+#include <sstream>
+
+#include "app/window/ViewWindow.h"
+#include "dialogs/controls/system_text.h"
+#include "dialogs/texts/ErrorDialog.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// A chooser with the program's two kinds of files. The accept button says Open for saving too: users know it
+/// so.
+class scene_file_chooser_t : public Gtk::FileChooserDialog {
+  public:
+    scene_file_chooser_t(const char* title, Gtk::FileChooserAction action)
+        : Gtk::FileChooserDialog(title, action) {
+        add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_OK);
+        add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
+        add_pattern("ulkファイル", "*.ulk");
+        add_pattern("stlファイル", "*.stl");
+    }
+
+    /// Runs the dialog once; the bytes of the chosen path, none when it was not accepted.
+    std::optional<std::string> choose() {
+        if (run() != Gtk::RESPONSE_OK)
+            return std::nullopt;
+        return get_filename();
+    }
+
+  private:
+    void add_pattern(const char* name, const char* pattern) {
+        const Glib::RefPtr<Gtk::FileFilter> filter = Gtk::FileFilter::create();
+        filter->set_name(name);
+        filter->add_pattern(pattern);
+        add_filter(filter);
+    }
+};
+
+bool file_exists(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0;
+}
+
+bool may_overwrite(Gtk::Window& parent, const std::string& path) {
+    Gtk::MessageDialog question(parent, widget_text(path) + " に上書き保存してもよろしいですか?", false,
+                                Gtk::MESSAGE_QUESTION, Gtk::BUTTONS_OK, true);
+    question.add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
+    question.set_title("上書き確認");
+    return question.run() == Gtk::RESPONSE_OK;
+}
+
+/// Asks for a path to save to, until a new file is named or the overwriting of an existing one is agreed to.
+std::optional<std::string> choose_save_path(Gtk::Window& parent) {
+    scene_file_chooser_t chooser("保存", Gtk::FILE_CHOOSER_ACTION_SAVE);
+    for (;;) {
+        std::optional<std::string> path = chooser.choose();
+        if (!path || !file_exists(*path) || may_overwrite(parent, *path))
+            return path;
+    }
+}
+
+}  // namespace
+
+void ViewWindow::on_file_open() {
+    std::optional<std::string> path;
+    {
+        scene_file_chooser_t chooser("開く", Gtk::FILE_CHOOSER_ACTION_OPEN);
+        path = chooser.choose();
+    }
+    if (!path)
+        return;
+
+    std::ostringstream errors;
+    if (viewarea.open_file(*path, errors)) {
+        copy_models_to_menu();
+        set_file_title(*path);
+        return;
+    }
+    show_error(widget_text(*path) + "のオープンに失敗しました", "ファイルオープンエラー");
+    ErrorDialog messages(widget_text(errors.str()), "file open error.", *this);
+    messages.run();
+    set_model_title();
+}
+
+void ViewWindow::on_file_save_as() {
+    const std::optional<std::string> path = choose_save_path(*this);
+    if (!path)
+        return;
+    if (viewarea.save_models_to(*path))
+        set_file_title(*path);
+    else
+        show_error(widget_text(*path) + " の保存に失敗しました", "ファイル保存エラー");
+}
+
+void ViewWindow::on_file_save_model_as() {
+    const std::optional<std::string> path = choose_save_path(*this);
+    if (!path)
+        return;
+    if (!viewarea.save_current_to(*path))
+        show_error("ファイルの上書き保存に失敗しました", "ファイル保存エラー");
+    // Unlike the other save command, this one puts the file into the title even when nothing was written.
+    set_file_title(*path);
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,143 @@
+#include "dialogs/tables/ArrayDialog.h"
+
+#include <atkmm/object.h>
+
+#include <string>
+
+#include "app/window/ViewArea.h"
+#include "dialogs/controls/dialog_answers.h"
+#include "dialogs/tables/table_layout.h"
+#include "model/nurbs/nurbs.h"
+#include "utils/text/numbers.h"
+
+namespace ulk3d {
+
+ArrayDialog::ArrayDialog(const array_dialog_kind_t& edited_kind, const array_dialog_target_t& edited,
+                         const Glib::ustring& title, Gtk::Window& window)
+    : Gtk::Dialog(title, window, true),
+      kind(edited_kind),
+      columns(edited.nurbs.count1),
+      rows(edited.nurbs.count2),
+      target(edited) {
+    build_table();
+    set_size_request(640, 480);
+    add_answer_buttons(*this);
+    show_all_children(true);
+}
+
+ArrayDialog::~ArrayDialog() {
+    // The toolkit looks for each widget that goes in lists of all of them. Out of the window there are fewer
+    // lists, and the newest one is the first in those that are left. The window would keep a pointer to the
+    // one with the focus.
+    unset_focus();
+    scroller.remove();
+    table.unset_focus_chain();
+    while (!items.empty())
+        items.pop_back();
+}
+
+void ArrayDialog::build_table() {
+    if (columns == 0 && rows == 0)
+        return;
+    const net_layout_t layout(columns, rows, kind.form.components);
+    table.set_row_spacings(0);
+    if (layout.table_rows() > 0 && layout.table_columns() > 0)
+        table.resize(layout.table_rows(), layout.table_columns());
+    for (const number_row_t& numbers : read_points(layout)) {
+        items.push_back(make_item(numbers));
+        attach(*items.back(), layout);
+    }
+    set_tab_order();
+    scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
+    scroller.add(table);
+    get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
+    cells_in_view.watch();
+}
+
+std::vector<number_row_t> ArrayDialog::read_points(const net_layout_t& layout) const {
+    std::vector<number_row_t> points;
+    for (std::uint64_t row = 0; row < layout.net_rows; ++row)
+        for (std::uint64_t column = 0; column < layout.net_columns; ++column)
+            points.push_back({row * columns + column, false, {}});
+    target.viewarea.make_current();
+    read_rows(target.nurbs, target.element, target.member, kind.form, points);
+    return points;
+}
+
+std::unique_ptr<ArrayDialog::item_t> ArrayDialog::make_item(const number_row_t& numbers) const {
+    auto item = std::make_unique<item_t>();
+    item->point = numbers.point;
+    std::string name = "制御点 ";
+    libutils::append_number(name, numbers.point % columns);
+    name += ',';
+    libutils::append_number(name, numbers.point / columns);
+    item->check.set_active(numbers.selected);
+    item->check.get_accessible()->set_name(name + " 選択");
+    item->spins.reserve(kind.form.components);
+    for (std::uint32_t i = 0; i < kind.form.components; ++i) {
+        Gtk::SpinButton& spin =
+            item->spins.emplace_back(make_adjustment(kind.range, numbers.numbers[i]), 0, kind.range.digits);
+        spin.get_accessible()->set_name(name + ' ' + kind.axes[i]);
+    }
+    return item;
+}
+
+void ArrayDialog::attach(item_t& item, const net_layout_t& layout) {
+    const auto column = static_cast<unsigned>(item.point % columns);
+    const auto row = static_cast<unsigned>(item.point / columns);
+    const auto put = [this](Gtk::Widget& widget, const table_place_t& place) {
+        // Shown at once: the style of a widget looks for the nearest shown one beside it.
+        widget.show();
+        table.attach(widget, place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
+                     Gtk::EXPAND | Gtk::FILL, 0, 0);
+    };
+    put(item.check, layout.check(column, row));
+    for (unsigned i = 0; i < item.spins.size(); ++i)
+        put(item.spins[i], layout.number(column, row, i));
+    put(item.separator, layout.separator(column, row));
+
+    std::vector<Gtk::Widget*> widgets{&item.check, &item.separator};
+    for (Gtk::SpinButton& spin : item.spins)
+        widgets.push_back(&spin);
+    cells_in_view.add(std::move(widgets));
+}
+
+void ArrayDialog::set_tab_order() {
+    std::vector<Gtk::Widget*> order;
+    for (const auto& item : items) {
+        order.push_back(&item->check);
+        for (Gtk::SpinButton& spin : item->spins)
+            order.push_back(&spin);
+    }
+    table.set_focus_chain(order);
+}
+
+std::vector<number_row_t> ArrayDialog::read_items() const {
+    std::vector<number_row_t> numbers;
+    for (const auto& item : items) {
+        number_row_t& row = numbers.emplace_back();
+        row.point = item->point;
+        row.selected = item->check.get_active();
+        for (std::size_t i = 0; i < item->spins.size(); ++i)
+            row.numbers[i] = item->spins[i].get_value();
+    }
+    return numbers;
+}
+
+void ArrayDialog::on_response(int id) {
+    Gtk::Dialog::on_response(id);
+    if (!writes_back(id))
+        return;
+    finish_typing(*this);
+    target.viewarea.make_input_current();
+    const table_change_t change =
+        write_rows(target.nurbs, target.history, target.element, target.member, kind.form, read_items());
+    if (change == table_change_t::none)
+        return;
+    target.viewarea.editor().note_edit();
+    if (change == table_change_t::values)
+        target.nurbs.update(target.gl);
+    target.viewarea.redraw();
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,188 @@
+#include "dialogs/tables/OptionArrayDialog.h"
+
+#include <atkmm/object.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "app/window/ViewArea.h"
+#include "dialogs/controls/dialog_answers.h"
+#include "dialogs/controls/spin_range.h"
+#include "dialogs/tables/KnotViewerDialog.h"
+#include "model/nurbs/nurbs.h"
+#include "utils/text/numbers.h"
+
+namespace ulk3d {
+
+namespace {
+
+constexpr spin_range_t knot_range{-100.0, 100.0, 0.025, 0.1, 7};
+constexpr guint row_spacing = 2;
+
+/// What the numbers of an option table are called, for those who hear the dialog.
+const char* name_of_table(std::uint32_t index) {
+    constexpr const char* names[] = {"横ノット", "縦ノット", "重み"};
+    return index < std::size(names) ? names[index] : "";
+}
+
+option_layout_t layout_of(const nurbs_t& nurbs, std::uint32_t index, bool hasviews, bool columns) {
+    const nurbs_t::dims_t dims = nurbs.optiondims(index);
+    return {dims.rows, dims.columns, hasviews, columns};
+}
+
+std::string decimal(std::uint64_t number) {
+    std::string text;
+    libutils::append_number(text, number);
+    return text;
+}
+
+}  // namespace
+
+OptionArrayDialog::knot_t::knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name)
+    : place_in_table(place),
+      spin(make_adjustment(knot_range, value), 0, knot_range.digits),
+      first_value(static_cast<float>(spin.get_value())),
+      first_text(spin.get_text().raw()) {
+    spin.get_accessible()->set_name(accessible_name);
+}
+
+float OptionArrayDialog::knot_t::value() const {
+    return spin.get_text().raw() == first_text ? first_value : static_cast<float>(spin.get_value());
+}
+
+OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned number)
+    : button(decimal(number)) {
+    button.get_accessible()->set_name("ノット列 " + decimal(number) + " の基底関数");
+    button.pressed_signal.connect(sigc::bind(sigc::mem_fun(dialog, &OptionArrayDialog::on_view), number));
+}
+
+OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, std::uint32_t option_index,
+                                     glpolygon_t& polygon_programs, nurbs_t& model,
+                                     const Glib::ustring& title, ViewArea& area, bool hasviews, bool columns)
+    : Gtk::Dialog(title, parent, true),
+      index(option_index),
+      gl(polygon_programs),
+      nurbs(model),
+      viewarea(area),
+      layout(layout_of(model, option_index, hasviews, columns)) {
+    build_table();
+    set_size_request(640, 480);
+    add_answer_buttons(*this);
+    show_all_children(true);
+}
+
+OptionArrayDialog::~OptionArrayDialog() {
+    // As in ArrayDialog: out of the window, and newest first, the cells go fast. The window would keep a
+    // pointer to the one with the focus.
+    unset_focus();
+    scroller.remove();
+    while (!items.empty())
+        items.pop_back();
+}
+
+void OptionArrayDialog::build_table() {
+    table.set_row_spacings(row_spacing);
+    const option_view_t values = nurbs.option(index);
+    if (layout.table_rows() > 0 && layout.table_columns() > 0) {
+        table.resize(layout.table_rows(), layout.table_columns());
+        const std::uint64_t row_length = nurbs.optiondims(index).columns;
+        for (unsigned row = 0; row < layout.rows; ++row)
+            add_row(row, row * row_length, values);
+    }
+    scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
+    scroller.add(table);
+    get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
+    watch_cells();
+}
+
+void OptionArrayDialog::add_row(unsigned row, std::uint64_t first, const option_view_t& values) {
+    if (layout.has_views)
+        put(std::make_unique<viewbtn_t>(*this, row), layout.view(row));
+    for (unsigned element = 0; element < layout.columns; ++element) {
+        const std::uint64_t place = first + element;
+        auto knot =
+            std::make_unique<knot_t>(place, values.data[place * values.stride], name_of(row, element));
+        knots.push_back(knot.get());
+        put(std::move(knot), layout.value(row, element));
+    }
+}
+
+void OptionArrayDialog::put(std::unique_ptr<item_t> item, const table_place_t& place) {
+    // Shown at once: the style of a widget looks for the nearest shown one beside it.
+    item->widget().show();
+    table.attach(item->widget(), place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
+                 Gtk::EXPAND | Gtk::FILL, 0, 0);
+    items.push_back({std::move(item), place});
+}
+
+void OptionArrayDialog::watch_cells() {
+    // Tab goes through the table line by line.
+    std::vector<const placed_item_t*> order;
+    for (const placed_item_t& item : items)
+        order.push_back(&item);
+    std::ranges::sort(order, {},
+                      [](const placed_item_t* item) { return std::pair(item->place.top, item->place.left); });
+    for (const placed_item_t* const item : order)
+        cells_in_view.add({&item->item->widget()});
+    cells_in_view.watch();
+}
+
+Glib::ustring OptionArrayDialog::name_of(unsigned row, unsigned element) const {
+    return std::string(name_of_table(index)) + ' ' + decimal(row) + ',' + decimal(element);
+}
+
+void OptionArrayDialog::on_map() {
+    Gtk::Dialog::on_map();
+    // The toolkit has given the focus to the top of the table, and has taken the view there.
+    if (!knots.empty())
+        knots.front()->widget().grab_focus();
+}
+
+void OptionArrayDialog::on_realize() {
+    Gtk::Dialog::on_realize();
+    // The first row stands at the bottom.
+    const Glib::RefPtr<Gtk::Adjustment> vertical = scroller.get_vadjustment();
+    vertical->set_value(vertical->get_upper() - vertical->get_page_size());
+}
+
+void OptionArrayDialog::on_response(int id) {
+    Gtk::Dialog::on_response(id);
+    if (!writes_back(id))
+        return;
+    finish_typing(*this);
+    if (!write_back())
+        return;
+    viewarea.make_input_current();
+    nurbs.update(gl);
+    viewarea.redraw();
+}
+
+bool OptionArrayDialog::write_back() {
+    const option_view_t values = nurbs.option(index);
+    bool changed = false;
+    for (const knot_t* const knot : knots) {
+        if (knot->place() >= values.count)
+            continue;
+        float& value = values.data[knot->place() * values.stride];
+        if (knot->value() == value)
+            continue;
+        value = knot->value();
+        changed = true;
+    }
+    return changed;
+}
+
+void OptionArrayDialog::on_view(unsigned row) {
+    finish_typing(*this);
+    matrix_t<float> shown;
+    shown.resize(layout.rows, layout.columns);
+    for (std::size_t i = 0; i < knots.size(); ++i)
+        shown.data[i] = knots[i]->value();
+    const std::uint64_t order = layout.upright ? nurbs.order2 : nurbs.order1;
+    const std::uint64_t count = layout.upright ? nurbs.count2 : nurbs.count1;
+    KnotViewerDialog viewer(*this, order, count, row, shown, decimal(row), viewarea.editor().shader_folder());
+    viewer.run();
+}
+
+}  // namespace ulk3d

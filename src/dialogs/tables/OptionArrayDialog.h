@@ -1,0 +1,103 @@
+#pragma once
+
+#include <gtkmm/dialog.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/spinbutton.h>
+#include <gtkmm/table.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dialogs/controls/MyButton.h"
+#include "dialogs/tables/cells_in_view.h"
+#include "dialogs/tables/table_layout.h"
+
+namespace ulk3d {
+
+class glpolygon_t;
+class nurbs_t;
+class ViewArea;
+struct option_view_t;
+
+/// An option table of a NURBS model, its weights or knots, as a table of spin buttons laid out like the net.
+/// Where it holds knots, each knot vector has a button that shows its basis functions as the dialog has them,
+/// applied or not. OK and Apply write the table into the model; that is no step of undo.
+///
+/// Modal; the caller runs it. Nothing that it is given is owned, and all of it outlives the dialog.
+class OptionArrayDialog : public Gtk::Dialog {
+  public:
+    /// Edits option table `index`. `hasviews` gives each row of the table its view button; `columns` stands
+    /// the rows upright, for the knot vectors along the columns of the net.
+    OptionArrayDialog(Gtk::Window& parent, std::uint32_t index, glpolygon_t& gl, nurbs_t& nurbs,
+                      const Glib::ustring& title, ViewArea& viewarea, bool hasviews, bool columns);
+    ~OptionArrayDialog() override;
+
+  protected:
+    void on_map() override;
+    void on_realize() override;
+    void on_response(int id) override;
+
+  private:
+    /// A cell of the table.
+    class item_t {
+      public:
+        virtual Gtk::Widget& widget() = 0;
+        virtual ~item_t() = default;
+    };
+
+    /// A number of the option table.
+    class knot_t : public item_t {
+      public:
+        /// `place` is that of the number in the option table, which is read row by row.
+        knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name);
+        Gtk::Widget& widget() override { return spin; }
+        /// A number that shows what it showed at first is the one that it was: the toolkit rounds to the
+        /// digits that show when the keyboard leaves a button.
+        float value() const;
+        std::uint64_t place() const { return place_in_table; }
+
+      private:
+        std::uint64_t place_in_table;
+        Gtk::SpinButton spin;
+        float first_value;
+        std::string first_text;
+    };
+
+    /// The button of a knot vector.
+    class viewbtn_t : public item_t {
+      public:
+        viewbtn_t(OptionArrayDialog& dialog, unsigned number);
+        Gtk::Widget& widget() override { return button; }
+
+      private:
+        MyButton button;
+    };
+
+    struct placed_item_t {
+        std::unique_ptr<item_t> item;
+        table_place_t place;
+    };
+
+    void build_table();
+    void watch_cells();
+    void add_row(unsigned row, std::uint64_t first, const option_view_t& values);
+    void put(std::unique_ptr<item_t> item, const table_place_t& place);
+    Glib::ustring name_of(unsigned row, unsigned element) const;
+    bool write_back();
+    void on_view(unsigned row);
+
+    std::vector<knot_t*> knots;        ///< in the order of the option table
+    std::vector<placed_item_t> items;  ///< these and the view buttons
+    Gtk::Table table{1, 1, false};
+    Gtk::ScrolledWindow scroller;
+    cells_in_view_t cells_in_view{table, scroller};
+    std::uint32_t index;
+    glpolygon_t& gl;
+    nurbs_t& nurbs;
+    ViewArea& viewarea;
+    option_layout_t layout;
+};
+
+}  // namespace ulk3d

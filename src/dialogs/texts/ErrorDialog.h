@@ -1,0 +1,18 @@
+#pragma once
+
+#include "dialogs/texts/text_page.h"
+
+namespace ulk3d {
+
+/// Shows a block of text that is too long for a message box: what the reader said of a file that did not
+/// open. Modal; the caller runs it. The text can be edited, and edits go nowhere.
+class ErrorDialog : public Gtk::Dialog {
+  public:
+    ErrorDialog(const Glib::ustring& text, const Glib::ustring& title, Gtk::Window& parent);
+    ~ErrorDialog() override = default;
+
+  private:
+    text_page_t page;
+};
+
+}  // namespace ulk3d

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "formats/scene/key_value.h"
+#include "formats/scene/line_log.h"
+#include "formats/scene/text_lines.h"
+
+namespace ulk3d {
+
+/// The fill of one of a block's arrays, which its lines fill strictly in file order.
+struct fill_t {
+    std::string_view full;     ///< names the array in the message of a line too many
+    std::string_view name;     ///< names it in the message of a shortage,
+    std::string_view too_few;  ///< which ends in these words
+    std::uint64_t capacity = 0;
+    std::uint64_t count = 0;
+};
+
+/// One key of a block: a line that starts with `name` hands its value to `read`.
+template <typename Block>
+struct block_key_t {
+    line_key name;
+    /// What follows the line number when the line holds no space; none for a key that stays silent then.
+    std::string_view missing;
+    void (*read)(Block&, std::string_view value);
+    /// The array that the line fills. `read` writes entry `count`; a full array ends the block, also at a
+    /// line without a value, which fills nothing.
+    fill_t Block::*fill = nullptr;
+};
+
+/// True when no key begins with another one: each line then matches one key at most, and the order in which
+/// keys are tried is of no consequence.
+template <typename Block, std::size_t N>
+constexpr bool is_prefix_free(const std::array<block_key_t<Block>, N>& keys) {
+    for (const auto& key : keys) {
+        for (const auto& other : keys) {
+            if (&key != &other && other.name.name().starts_with(key.name.name()))
+                return false;
+        }
+    }
+    return true;
+}
+
+/// The array that a key fills, null for none. Blocks without arrays say so by `has_arrays`.
+template <typename Block>
+fill_t* fill_of(Block& block, const block_key_t<Block>& key) {
+    if constexpr (Block::has_arrays)
+        return key.fill != nullptr ? &(block.*key.fill) : nullptr;
+    else
+        return nullptr;
+}
+
+enum class block_end_t { end_line, end_of_file, over_run };
+
+/// Finds the keys of a block's lines. Lines come in patterns (tangent, binormal, normal, tangent, ...): the
+/// key that followed the previous line's key last time is tried before the whole table.
+template <typename Block, std::size_t N>
+class key_finder {
+  public:
+    /// `keys` are prefix-free.
+    explicit key_finder(const std::array<block_key_t<Block>, N>& block_keys) : keys(block_keys) {}
+
+    /// Null for a line that holds none of the keys.
+    const block_key_t<Block>* find(const text_line_t& line) {
+        std::size_t index = successor[previous];
+        if (!line.starts_with_key(keys[index].name)) {
+            for (index = 0; index < N && !line.starts_with_key(keys[index].name);)
+                ++index;
+            if (index == N)
+                return nullptr;
+            successor[previous] = index;
+        }
+        previous = index;
+        return &keys[index];
+    }
+
+  private:
+    const std::array<block_key_t<Block>, N>& keys;
+    std::array<std::size_t, N> successor{};
+    std::size_t previous = 0;
+};
+
+/// Hands the value of a line to its key, or says on `log` that there is none. False when the array that the
+/// key fills is full, which is asked first.
+template <typename Block>
+bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line, line_log& log) {
+    fill_t* const fill = fill_of(block, key);
+    if (fill != nullptr && fill->count >= fill->capacity) {
+        log.over_run(fill->full, fill->count);
+        return false;
+    }
+    const auto value = value_of(line, key.name.name());
+    if (value) {
+        key.read(block, *value);
+        if (fill != nullptr)
+            ++fill->count;
+    } else if (!key.missing.empty()) {
+        log.message(key.missing, line);
+    }
+    return true;
+}
+
+/// Reads the lines of a block up to one that starts with "end". Lines that hold none of the keys are offered
+/// to `Block::read_other(line, log)`, which returns false when it does not know them either.
+template <typename Block, std::size_t N>
+block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Block& block, text_line_t& line,
+                             text_lines& input, line_log& log) {
+    key_finder<Block, N> finder(keys);
+    while (!input.failed()) {
+        line = input.next();
+        log.step();
+        if (line.starts_with("end"))
+            return block_end_t::end_line;
+        if (const block_key_t<Block>* const key = finder.find(line)) {
+            if (!read_key_line(*key, block, line, log))
+                return block_end_t::over_run;
+        } else if (!block.read_other(line, log) && !line.is_blank() && !line.is_comment()) {
+            log.message(": illegal command: ", line);
+        }
+    }
+    return block_end_t::end_of_file;
+}
+
+/// Says on `log` which arrays are not full, in the order given. True when all are.
+template <typename... Fills>
+bool all_filled(line_log& log, const Fills&... fills) {
+    const auto is_full = [&log](const fill_t& fill) {
+        if (fill.count < fill.capacity)
+            log.shortage(fill.name, fill.count, fill.capacity, fill.too_few);
+        return fill.count >= fill.capacity;
+    };
+    bool full = true;
+    ((full = is_full(fills) && full), ...);
+    return full;
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "formats/scene/text_output.h"
+#include "model/math/records.h"
+
+namespace ulk3d {
+
+/// Writes the "color" lines of a block: only where the bytes differ from those of the point before, and at
+/// first from those of the colour that points have without any such line.
+class color_writer {
+  public:
+    color_writer();
+
+    void write(const col3a& color, text_output& output);
+
+  private:
+    col3aub current;
+};
+
+}  // namespace ulk3d

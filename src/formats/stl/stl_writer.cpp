@@ -1,0 +1,124 @@
+#include "formats/stl/stl_writer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "formats/scene/text_output.h"
+#include "formats/stl/stl_layout.h"
+#include "model/mapped_span.h"
+#include "model/math/vectors.h"
+#include "model/polygon/strip_walk.h"
+#include "utils/files/byte_output.h"
+#include "utils/text/numbers.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// The unit normal of a triangle; the zero vector where there is none.
+dir3 unit_normal(const pos3& a, const pos3& b, const pos3& c) {
+    const dir3 normal = triangle_normal(a, b, c);
+    const float size = length(normal);
+    return size == 0 ? dir3{} : normal * (1 / size);
+}
+
+/// Calls `visit(const stl::triangle_t&)` for each triangle of a mesh, in the order of the strips. An array
+/// that can not be mapped would leave triangles out: the output is marked as failed.
+template <typename Output, typename Visit>
+void visit_triangles(const polygon_t& polygon, Output& output, Visit&& visit) {
+    const array_span<const vertex_t> vertices(*polygon.array(0));
+    const const_index_span elements(*polygon.elementarray());
+    if (vertices.size() != polygon.vertex_count() || elements.size() != polygon.element_count())
+        output.fail();
+    walk_strips(elements.span(), vertices.size(), [&](const strip_triangle_t& corners) {
+        const pos3& a = vertices[corners.a].position;
+        const pos3& b = vertices[corners.b].position;
+        const pos3& c = vertices[corners.c].position;
+        visit(stl::triangle_t{unit_normal(a, b, c), a, b, c});
+    });
+}
+
+/// The path as far as it fits, and zero bytes where it ends earlier.
+void write_header(const char* path, byte_output& output) {
+    char* const header = output.append(stl::header_size);
+    std::memset(header, 0, stl::header_size);
+    std::memcpy(header, path, strnlen(path, stl::header_size));
+}
+
+/// Writes a whole file; `write_all` writes the triangles and gives their number, which goes back into the
+/// place that was left for it.
+template <typename WriteAll>
+bool save_binary(const char* path, WriteAll&& write_all) {
+    byte_output output(path);
+    if (!output.is_open())
+        return false;
+    write_header(path, output);
+    std::memset(output.append(sizeof(stl::count_t)), 0, sizeof(stl::count_t));
+    const stl::count_t count = write_all(output);
+    output.overwrite(stl::header_size, &count, sizeof count);
+    return output.close();
+}
+
+std::string numbers(float x, float y, float z) {
+    std::string text;
+    libutils::append_scientific(text, x);
+    text += ' ';
+    libutils::append_scientific(text, y);
+    text += ' ';
+    libutils::append_scientific(text, z);
+    return text;
+}
+
+void write_ascii_triangle(const stl::triangle_t& triangle, text_output& output) {
+    output.line("facet normal ", numbers(triangle.normal.x, triangle.normal.y, triangle.normal.z));
+    output.line("  outer loop");
+    for (const pos3& corner : {triangle.a, triangle.b, triangle.c})
+        output.line("    vertex ", numbers(corner.x, corner.y, corner.z));
+    output.line("  endloop");
+    output.line("endfacet");
+}
+
+}  // namespace
+
+dir3 triangle_normal(const pos3& a, const pos3& b, const pos3& c) {
+    return face_normal(a, b, c);
+}
+
+std::uint32_t write_stl_triangles(byte_output& output, const polygon_t& polygon) {
+    stl::count_t count = 0;
+    visit_triangles(polygon, output, [&](const stl::triangle_t& triangle) {
+        char* const record = output.append(stl::record_size);
+        std::memcpy(record, &triangle, sizeof triangle);
+        std::memset(record + sizeof triangle, 0, stl::attribute_size);
+        ++count;
+    });
+    return count;
+}
+
+bool save_stl_model(const char* path, const model_entry_t& entry) {
+    return save_binary(path, [&](byte_output& output) { return write_stl_triangles(output, entry.polygon); });
+}
+
+bool save_stl_models(const char* path, const model_list_t& models) {
+    return save_binary(path, [&](byte_output& output) {
+        stl::count_t count = 0;
+        for (const auto& entry : models)
+            count += write_stl_triangles(output, entry->polygon);
+        return count;
+    });
+}
+
+bool save_stl_ascii(const char* path, const model_list_t& models) {
+    text_output output(path);
+    output.line("solid ", std::string_view(path));
+    for (const auto& entry : models) {
+        visit_triangles(entry->polygon, output,
+                        [&](const stl::triangle_t& triangle) { write_ascii_triangle(triangle, output); });
+    }
+    // The name is not repeated, the blank before it stays.
+    output.line("endsolid ");
+    return output.close();
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "model/matrix.h"
+#include "model/nurbs/basis.h"
+
+namespace ulk3d {
+
+/// A half-open range of samples.
+struct sample_range_t {
+    std::uint32_t begin, end;
+    std::uint32_t size() const { return end - begin; }
+};
+
+/// The knot vectors of all rows, or of all columns, of a net: one in each row of `knots`. Those that are
+/// equal bit for bit are of one kind.
+struct knot_table_t {
+    knot_table_t(const matrix_t<float>& table, std::uint64_t function_count, std::uint64_t function_order);
+
+    const matrix_t<float>& knots;
+    std::uint64_t count;  ///< basis functions of each knot vector
+    std::uint64_t order;
+    std::vector<std::uint32_t> kinds;          ///< by knot vector
+    std::vector<std::uint64_t> rows_of_kinds;  ///< by kind: the first knot vector of it
+};
+
+/// The basis functions of all knot vectors at the samples of a range, evaluated once for each kind. The
+/// parameter of a sample is sample / (resolution - 1). The knot table must outlive this object.
+class basis_table_t {
+  public:
+    basis_table_t(const knot_table_t& table, sample_range_t samples, std::uint32_t resolution);
+
+    sample_range_t samples() const { return range; }
+    float parameter(std::uint32_t sample) const { return parameters[sample - range.begin]; }
+
+    /// The functions of a knot vector at a sample that can be other than 0, and their values.
+    const basis_run_t& run(std::uint64_t knot_vector, std::uint32_t sample) const {
+        return runs[kinds[knot_vector] * std::size_t{range.size()} + (sample - range.begin)];
+    }
+    const float* values_of(const basis_run_t& run) const { return values.data() + run.values; }
+
+    /// The value of any function.
+    float value(std::uint64_t knot_vector, std::uint32_t sample, std::uint64_t function) const {
+        const basis_run_t& found = run(knot_vector, sample);
+        return function - found.first < found.count ? values_of(found)[function - found.first] : 0;
+    }
+
+    std::span<const float> all_values() const { return values; }
+    bool is_one_kind() const { return runs.size() == range.size(); }
+
+  private:
+    const std::vector<std::uint32_t>& kinds;
+    sample_range_t range;
+    std::vector<float> parameters;
+    std::vector<basis_run_t> runs;
+    std::vector<float> values;
+};
+
+}  // namespace ulk3d

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "model/matrix.h"
+#include "model/modeling.h"
+#include "model/vertex.h"
+#include "render/gl/shared_holder.h"
+#include "render/gl/vertex_array.h"
+
+namespace ulk3d {
+
+class polygon_t;
+struct texture_t;
+
+/// Rational B-spline surface in which every row of the net has its own knot vector along the row, and every
+/// column its own along the column.
+///
+/// The control data is held on the host, where the surface is evaluated; `ctlpts` is its copy in a GL array,
+/// for drawing and picking. The surface is evaluated at a fixed resolution, parameters 0 to 1, into the
+/// polygon_t that the model is wired to, and drawn as that mesh. A GL context must be current unless told
+/// otherwise.
+class nurbs_t : public modeling_t {
+  public:
+    /// `target_texture` and `target_polygon` are not owned and outlive this object.
+    nurbs_t(texture_t* target_texture, polygon_t* target_polygon);
+    ~nurbs_t() override = default;
+
+    /// Takes the numbers and makes the tables for them, zeroed; old contents go, no point is selected.
+    /// Touches no GL. False when the tables do not fit into memory (model/memory_budget.h). Throws
+    /// std::bad_array_new_length when their size overflows. The model has no tables then.
+    bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2, std::uint64_t order2);
+
+    /// Makes the GL arrays from the host tables, takes the name unless null, and unmarks all points. False
+    /// when an array can not be allocated, for the control points and their sizes with the line
+    /// "makeCtlpts() error." on the standard error stream.
+    bool afterload(const char* new_name);
+
+    /// Sizes the polygon for the resolution, opens the textures and writes the polygon's strips: one for each
+    /// two rows of samples. False, with the line "polygon.allocate() fail." on the standard error stream,
+    /// when it can not be allocated; a resolution2 of 0 is such a case.
+    ///
+    /// The polygon's `afterload` runs before the strips are there: a new polygon needs it once more.
+    bool makeVertices();
+
+    /// Evaluates the surface into the polygon's vertices, with the parameters as texture coordinates, then
+    /// runs updateNormals. The work grows with the samples times the orders.
+    void updateVertices();
+
+    /// Fills the polygon's work records with the differences that its tangent frames are made of
+    /// (model/nurbs/nurbs_normals.h).
+    void updateNormals();
+
+    /// makeVertices, the numbering of the new polygons, updateVertices, then the frame pass of `glpolygon`;
+    /// nothing more when makeVertices fails.
+    void update(glpolygon_t& glpolygon) override;
+
+    /// Reads record `element` of array 0 back into `points`; other arrays and records beyond do nothing.
+    void elementchanged(std::uint32_t array, std::uint64_t element) override;
+
+    /// Writes one record of `points` to the GL array; a place outside does nothing.
+    void uploadpoint(std::uint64_t column, std::uint64_t row);
+
+    /// Squeezes the net like soft matter: the point at (column, row) moves by `delta`, all others against it
+    /// by up to a quarter of it, falling off towards the borders of its row and towards the first row. Writes
+    /// the whole net to the GL array. A place outside the net does nothing.
+    void dent(std::uint64_t column, std::uint64_t row, const dir3& delta);
+
+    struct dims_t {
+        std::uint32_t rows = 0, columns = 0;
+    };
+    /// Dimensions of option table `index`; 0, 0 where there is none.
+    dims_t optiondims(std::uint32_t index) const;
+
+    std::uint32_t optioncount() const override { return 3; }
+    option_view_t option(
+        std::uint32_t index) override;  ///< 0 knot1, 1 knot2, 2 weight: whole tables, row-major
+    std::uint32_t arraycount() const override { return 1; }
+    const array_t* array(std::uint32_t index) const override;  ///< 0 control points
+    array_t* array(std::uint32_t index) override;
+
+    void drawpoints() override;
+    void draw() override { drawpoints(); }
+
+    /// Box of the control points in the GL array; both the origin when there are none.
+    void bounds(pos3& low, pos3& high) const override;
+
+    void clear() override;
+
+    texture_t* texture;
+    polygon_t* polygon;
+    std::uint64_t count1 = 0;  ///< control points per row
+    std::uint64_t order1 = 0;  ///< order along a row, degree plus one
+    std::uint64_t count2 = 0;  ///< rows
+    std::uint64_t order2 = 0;  ///< order along a column
+    matrix_t<float> knot1;     ///< count2 rows of count1 + order1: row j is the knot vector of net row j
+    matrix_t<float> knot2;     ///< count1 rows of count2 + order2: row i is the knot vector of net column i
+    matrix_t<float> weight;    ///< count2 rows of count1
+    matrix_t<control_point_t> points;          ///< count2 rows of count1
+    array_t ctlpts;                            ///< control_point_t, record row * count1 + column
+    std::uint32_t resolution1;                 ///< samples along a row
+    std::uint32_t resolution2;                 ///< samples along a column
+    shared_holder<vertex_array_t> pointarray;  ///< ctlpts at locations 0 and 1, point sizes at 2
+
+  private:
+    void release_tables();
+    bool MakeCtlpts();
+    bool is_uploaded(std::uint64_t point) const;
+    void uploadpoints();
+};
+
+}  // namespace ulk3d

@@ -1,0 +1,84 @@
+#include <algorithm>
+#include <iostream>
+#include <limits>
+#include <vector>
+
+#include "gltextures/gr_check_error.h"
+#include "model/mapped_span.h"
+#include "model/memory_budget.h"
+#include "model/nurbs/nurbs.h"
+#include "model/nurbs/nurbs_grid.h"
+#include "model/nurbs/nurbs_normals.h"
+#include "model/polygon/polygon.h"
+#include "model/texture.h"
+
+/// The surface of a net as the mesh that it is drawn as.
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+namespace {
+
+/// Indices of the strips, one strip and its mark for each pair of rows; too many to be allocated when there
+/// is not even one row.
+std::uint64_t strip_elements(std::uint32_t columns, std::uint32_t rows) {
+    if (rows == 0)
+        return std::numeric_limits<std::uint64_t>::max();
+    return saturating_product(rows - 1, std::uint64_t{columns} * 2 + 1);
+}
+
+/// Zigzags between each row and the one before it.
+void write_strips(std::uint32_t columns, std::uint32_t rows, std::span<std::uint32_t> elements) {
+    if (elements.size() < strip_elements(columns, rows))
+        return;
+    auto next = elements.begin();
+    for (std::uint32_t r = 1; r < rows; ++r) {
+        for (std::uint32_t c = 0; c < columns; ++c) {
+            *next++ = r * columns + c;
+            *next++ = (r - 1) * columns + c;
+        }
+        *next++ = restart_mark;
+    }
+}
+
+}  // namespace
+
+bool nurbs_t::makeVertices() {
+    const std::uint64_t vertex_count = std::uint64_t{resolution1} * resolution2;
+    if (!polygon->allocate(vertex_count, strip_elements(resolution1, resolution2))) {
+        std::cerr << "polygon.allocate() fail." << std::endl;
+        return false;
+    }
+    texture->open(name.c_str());
+    polygon->afterload(name.c_str());
+
+    const index_span elements(polygon->elements);
+    write_strips(resolution1, resolution2, elements.span());
+    return true;
+}
+
+void nurbs_t::updateVertices() {
+    {
+        const array_span<vertex_t> vertices(polygon->vertices);
+        const array_span<work_frame_t> frames(polygon->wknmls);
+        grCheckError("nurbs_t::updateVertices() mapping.");
+        const nurbs_net_t<control_point_t> net{count1, count2, order1, order2, knot1, knot2, weight, points};
+        evaluate_surface(net, resolution1, resolution2, vertices.span());
+    }
+    updateNormals();
+}
+
+void nurbs_t::updateNormals() {
+    const array_span<const vertex_t> vertices(polygon->vertices);
+    const array_span<work_frame_t> frames(polygon->wknmls);
+    const std::uint64_t sample_count = std::uint64_t{resolution1} * resolution2;
+    if (vertices.size() < sample_count || frames.size() < sample_count)
+        return;
+    // Each position is read many times; a mapping may be slow to read.
+    std::vector<pos3> positions(sample_count);
+    std::ranges::transform(vertices.span().first(sample_count), positions.begin(), &vertex_t::position);
+    fill_work_frames(positions, resolution1, resolution2, frames.span().first(sample_count));
+    grCheckError("nurbs_t::updateNormals() update end.");
+}
+
+}  // namespace ulk3d

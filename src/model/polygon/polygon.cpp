@@ -1,0 +1,135 @@
+#include "model/polygon/polygon.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "gltextures/gr_check_error.h"
+#include "model/mapped_span.h"
+#include "model/math/vectors.h"
+
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+namespace {
+
+/// True when an index is at or above the vertex count and not the restart mark, which GL leaves out itself.
+bool has_foreign_index(std::span<const std::uint32_t> indices, std::uint64_t vertex_count) {
+    // No early end: without it the compiler looks at many indices at once.
+    bool found = false;
+    for (const std::uint32_t index : indices)
+        found |= (index >= vertex_count) & (index != restart_mark);
+    return found;
+}
+
+}  // namespace
+
+const array_t* polygon_t::array(std::uint32_t index) const {
+    switch (index) {
+        case 0:
+            return &vertices;
+        case 1:
+            return &normals;
+        case 2:
+            return &wknmls;
+        default:
+            return nullptr;
+    }
+}
+
+array_t* polygon_t::array(std::uint32_t index) {
+    return const_cast<array_t*>(std::as_const(*this).array(index));
+}
+
+std::uint64_t polygon_t::vertex_count() const {
+    return static_cast<std::uint64_t>(vertices.element_count());
+}
+
+std::uint64_t polygon_t::element_count() const {
+    return static_cast<std::uint64_t>(elements.element_count());
+}
+
+void polygon_t::draw() {
+    grCheckError("polygon_t::draw(0)");
+    glPrimitiveRestartIndex(restart_mark);
+    grCheckError("polygon_t::draw(1)");
+    glEnable(GL_PRIMITIVE_RESTART);
+    grCheckError("polygon_t::draw(2)");
+    strips_to_draw().draw(drawarray, GL_TRIANGLE_STRIP);
+    grCheckError("polygon_t::draw(3)");
+    glDisable(GL_PRIMITIVE_RESTART);
+    grCheckError("polygon_t::draw(end)");
+}
+
+const element_array_t& polygon_t::strips_to_draw() {
+    if (!elements.has_buffer())
+        return elements;
+    if (examined_mappings != elements.mapping_count() || examined_vertex_count != vertex_count()) {
+        const index_span strips(elements);
+        draws_cleanelems = has_foreign_index(strips.span(), vertex_count());
+        if (draws_cleanelems && cleanelems.allocate(elements.element_count())) {
+            const index_span clean(cleanelems);
+            std::ranges::transform(
+                strips.span().first(std::min(strips.size(), clean.size())), clean.span().begin(),
+                [this](std::uint32_t index) { return index < vertex_count() ? index : restart_mark; });
+        }
+        examined_mappings = elements.mapping_count();
+        examined_vertex_count = vertex_count();
+    }
+    return draws_cleanelems ? cleanelems : elements;
+}
+
+void polygon_t::drawselected() {
+    glPrimitiveRestartIndex(restart_mark);
+    glEnable(GL_PRIMITIVE_RESTART);
+    selectelems.draw(drawarray, GL_TRIANGLES);
+    glDisable(GL_PRIMITIVE_RESTART);
+}
+
+void polygon_t::drawpoints() {
+    ulk3d::draw(pointarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+}
+
+void polygon_t::drawframes() {
+    ulk3d::draw(workarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+}
+
+std::uint64_t polygon_t::drawvertices() {
+    ulk3d::draw(drawarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+    return vertex_count();
+}
+
+void polygon_t::bounds(pos3& low, pos3& high) const {
+    const array_span<const vertex_t> corners(vertices);
+    const const_index_span strips(elements);
+    const std::span<const vertex_t> all = corners.span();
+    bool seeded = false;
+    for (const std::uint32_t index : strips.span()) {
+        if (index >= all.size())
+            continue;
+        const pos3& position = all[index].position;
+        low = seeded ? component_min(low, position) : position;
+        high = seeded ? component_max(high, position) : position;
+        seeded = true;
+    }
+}
+
+void polygon_t::clear() {
+    vertices.release();
+    normals.release();
+    wknmls.release();
+    elements.release();
+    drawarray.reset();
+    workarray.reset();
+    pointarray.reset();
+    normalfeedback.release();
+    selectpolygons.clear();
+    polyidvector.clear();
+    selectelems.release();
+    cleanelems.release();
+    draws_cleanelems = false;
+    examined_mappings = 0;
+    modeling_t::clear();
+}
+
+}  // namespace ulk3d

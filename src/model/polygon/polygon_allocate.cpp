@@ -1,0 +1,237 @@
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <limits>
+
+#include "gltextures/gr_check_error.h"
+#include "model/mapped_span.h"
+#include "model/memory_budget.h"
+#include "model/polygon/polygon.h"
+
+/// Making and resizing of a polygon's arrays.
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+namespace {
+
+constexpr std::int64_t selection_words = 10;  // per vertex, what the selection pass writes
+constexpr std::int64_t frame_words = 9;       // per vertex, what the frame pass writes
+constexpr std::uint64_t word_bytes = 4;
+
+/// A draw call takes a signed 32-bit count. This also keeps all vertex indices below the restart mark.
+constexpr std::uint64_t most_drawn = std::numeric_limits<std::int32_t>::max();
+
+/// What one array of a polygon is asked to hold. What has no message of its own (point sizes, feedback
+/// buffers, the table of polygon ids) counts with the first array that has as many records.
+struct claim_t {
+    const char* message;            ///< of the failure
+    std::uint64_t count;            ///< records
+    std::uint64_t record_bytes;     ///< bytes of a record
+    std::uint64_t companion_bytes;  ///< bytes of what counts with it, for each record
+    std::uint64_t held_records;     ///< records that the buffer holds already
+};
+using claims_t = std::array<claim_t, 5>;
+
+/// Bytes that a claim needs when its buffer grows to `growth` times the demand.
+std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
+    if (claim.count <= claim.held_records)
+        return 0;
+    return saturating_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
+}
+
+/// The message of the first array that can not be drawn or for which memory does not suffice, or null.
+const char* first_refusal(const claims_t& claims, std::uint64_t growth) {
+    const std::uint64_t budget = memory_budget();
+    std::uint64_t sum = 0;
+    for (const claim_t& claim : claims) {
+        sum = saturating_sum(sum, bytes_needed(claim, growth));
+        if (claim.count > most_drawn || sum > budget)
+            return claim.message;
+    }
+    return nullptr;
+}
+
+template <class Buffer>
+std::uint64_t held_records(const Buffer& buffer, std::uint64_t record_bytes) {
+    return static_cast<std::uint64_t>(buffer.byte_size()) / record_bytes;
+}
+
+bool fail(const char* message) {
+    std::cerr << message << std::endl;
+    return false;
+}
+
+/// Three indices for each polygon id; there are at most element_count - 2 of them.
+template <typename Count>
+Count select_count(Count element_count) {
+    return element_count < 3 ? 0 : element_count * 3 - 6;
+}
+
+/// array_t::extend takes the count even when there is no memory to grow.
+bool extend_array(array_t& array, std::int64_t count) {
+    return array.extend(count) && array.fits(count);
+}
+
+bool extend_indices(element_array_t& indices, std::int64_t count) {
+    return indices.has_buffer() && indices.extend(count);
+}
+
+/// Makes the vertex array when there is none, fed by two arrays: the first from location 0.
+void make_vertex_array(vertex_array_ref& holder, const array_t& first, const array_t& second,
+                       GLuint second_location) {
+    if (!holder)
+        holder = vertex_array_ref::make();
+    holder->allocate();
+    first.bind_to(holder, 0);
+    second.bind_to(holder, second_location);
+}
+
+bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, std::int64_t vertex_count) {
+    return selection.allocate(selection_words * vertex_count) && normal.allocate(frame_words * vertex_count);
+}
+
+/// What stands in a new buffer, or in the new part of one, is undefined: it is neither shown nor saved.
+template <class Record, class Buffer>
+void fill_tail(const Buffer& buffer, std::int64_t from, const Record& record) {
+    if (from >= buffer.element_count())
+        return;
+    const mapped_span<Record, Buffer> all(buffer);
+    const std::size_t first = std::min(static_cast<std::size_t>(from), all.size());
+    std::ranges::fill(all.span().subspan(first), record);
+}
+
+void mark_tail(const element_array_t& indices, std::int64_t from) {
+    fill_tail(indices, from, restart_mark);
+}
+
+struct array_messages_t {
+    const char *vertices, *normals, *wknmls, *elements, *selectelems;
+};
+constexpr array_messages_t allocate_messages = {
+    "vertices.allocate() failed.", "normals.allocate() failed.",     "wknmls.allocate() failed.",
+    "elements.allocate() failed.", "selectelems.allocate() failed.",
+};
+constexpr array_messages_t extend_messages = {
+    "vertices.extend() failed.",   "normals.extend() failed.",       "wknmls.extend() failed.",
+    "elements.allocate() failed.", "selectelems.allocate() failed.",
+};
+
+claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, std::uint64_t vertex_count,
+                   std::uint64_t element_count) {
+    constexpr std::uint64_t with_vertices = sizeof(float) + (selection_words + frame_words) * word_bytes;
+    constexpr std::uint64_t with_elements = sizeof(polygon_t::polygon_place_t);
+    // An element count beyond the limit is refused as such; three times as many need not be counted.
+    const std::uint64_t selects = select_count(std::min(element_count, most_drawn));
+    return {{
+        {messages.vertices, vertex_count, sizeof(vertex_t), with_vertices,
+         held_records(polygon.vertices, sizeof(vertex_t))},
+        {messages.normals, vertex_count, sizeof(frame_t), 0, held_records(polygon.normals, sizeof(frame_t))},
+        {messages.wknmls, vertex_count, sizeof(work_frame_t), 0,
+         held_records(polygon.wknmls, sizeof(work_frame_t))},
+        {messages.elements, element_count, word_bytes, with_elements,
+         held_records(polygon.elements, word_bytes)},
+        {messages.selectelems, selects, word_bytes, 0, held_records(polygon.selectelems, word_bytes)},
+    }};
+}
+
+}  // namespace
+
+bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count) {
+    if (const char* const refusal =
+            first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1))
+        return fail(refusal);
+    const auto vertex_total = static_cast<std::int64_t>(vertex_count);
+    const auto element_total = static_cast<std::int64_t>(element_count);
+
+    grCheckError("polygon_t::allocate(0)");
+    if (!vertices.allocate(vertex_total, vertex_elements()))
+        return fail(allocate_messages.vertices);
+    grCheckError("polygon_t::allocate(1)");
+    if (!normals.allocate(vertex_total, frame_elements()))
+        return fail(allocate_messages.normals);
+    grCheckError("polygon_t::allocate(2)");
+    if (!wknmls.allocate(vertex_total, work_frame_elements()))
+        return fail(allocate_messages.wknmls);
+    grCheckError("polygon_t::allocate(3)");
+    if (!elements.allocate(element_total))
+        return fail(allocate_messages.elements);
+    grCheckError("polygon_t::allocate(4)");
+    if (!pointsizes.allocate(vertex_total, size_elements()))
+        return false;
+
+    grCheckError("polygon_t::allocate(5)");
+    const auto locations = static_cast<GLuint>(vertex_elements().size());
+    make_vertex_array(drawarray, vertices, normals, locations);
+    make_vertex_array(workarray, vertices, wknmls, locations);
+    // The point size takes the place of the texture coordinate, which points do not need.
+    make_vertex_array(pointarray, vertices, pointsizes, locations - 1);
+    selection.resize(vertex_count);
+    clearselection();
+    if (!allocate_feedback(selectionfeedback, normalfeedback, vertex_total))
+        return false;
+
+    grCheckError("polygon_t::allocate(6)");
+    if (!selectelems.allocate(select_count(element_total)))
+        return fail(allocate_messages.selectelems);
+    mark_tail(selectelems, 0);
+
+    grCheckError("polygon_t::allocate(7)");
+    fill_tail(vertices, 0, vertex_t{});
+    fill_tail(normals, 0, frame_t{});
+    mark_tail(elements, 0);
+    afterload(nullptr);
+    grCheckError("polygon_t::allocate(end)");
+    return true;
+}
+
+bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
+    // A buffer grows to four times what it is asked to hold. Negative counts are too large as unsigned ones.
+    if (const char* const refusal =
+            first_refusal(claims_of(*this, extend_messages, static_cast<std::uint64_t>(vertex_count),
+                                    static_cast<std::uint64_t>(element_count)),
+                          4))
+        return fail(refusal);
+
+    const std::int64_t old_vertices = vertices.element_count();
+    const std::int64_t old_normals = normals.element_count();
+    const std::int64_t old_elements = elements.element_count();
+    grCheckError("polygon_t::extend(start)");
+    if (!extend_array(vertices, vertex_count))
+        return fail(extend_messages.vertices);
+    if (!extend_array(normals, vertex_count))
+        return fail(extend_messages.normals);
+    if (!extend_array(wknmls, vertex_count))
+        return fail(extend_messages.wknmls);
+    if (!extend_indices(elements, element_count))
+        return fail(extend_messages.elements);
+
+    grCheckError("polygon_t::extend(3)");
+    if (!extend_array(pointsizes, vertex_count))
+        return false;
+    const std::size_t old_points = selection.size();
+    selection.resize(static_cast<std::size_t>(vertex_count), false);
+    if (old_points < selection.size()) {
+        const array_span<float> sizes(pointsizes);
+        std::ranges::fill(sizes.span().subspan(std::min(old_points, sizes.size())), unselected_point_size);
+    }
+
+    grCheckError("polygon_t::extend(4)");
+    if (!allocate_feedback(selectionfeedback, normalfeedback, vertex_count))
+        return false;
+
+    grCheckError("polygon_t::extend(5)");
+    const std::int64_t old_selects = selectelems.element_count();
+    if (!extend_indices(selectelems, select_count(element_count)))
+        return fail(extend_messages.selectelems);
+    mark_tail(selectelems, old_selects);
+
+    fill_tail(vertices, old_vertices, vertex_t{});
+    fill_tail(normals, old_normals, frame_t{});
+    mark_tail(elements, old_elements);
+    afterload(nullptr);
+    grCheckError("polygon_t::extend(end)");
+    return true;
+}
+
+}  // namespace ulk3d

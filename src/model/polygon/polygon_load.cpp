@@ -1,0 +1,111 @@
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <string>
+
+#include "model/mapped_span.h"
+#include "model/math/vectors.h"
+#include "model/polygon/polygon.h"
+#include "model/polygon/strip_walk.h"
+
+/// Numbering of the polygons, default frames, and the selection of polygons.
+namespace ulk3d {
+
+namespace {
+
+using three_indices = std::array<std::uint32_t, 3>;
+constexpr three_indices no_triangle{restart_mark, restart_mark, restart_mark};
+
+/// The frame of a triangle's plane; its tangent runs along the last edge.
+frame_t default_frame(const pos3& a, const pos3& b, const pos3& c) {
+    const dir3 normal = unit_face_normal(a, b, c);
+    const dir3 tangent = normalize(b - c);
+    return {tangent, cross(normal, tangent), normal};
+}
+
+/// Gives the three vertices of a triangle its frame when the last of them has none.
+void supply_frame(const strip_triangle_t& triangle, std::span<const vertex_t> vertices,
+                  std::span<frame_t> frames) {
+    if (frames[triangle.c].normal != dir3{})
+        return;
+    frames[triangle.a] = frames[triangle.b] = frames[triangle.c] = default_frame(
+        vertices[triangle.a].position, vertices[triangle.b].position, vertices[triangle.c].position);
+}
+
+/// Writes the three indices of a polygon id; ids beyond the list are left out.
+void write_triangle(std::span<std::uint32_t> selected, std::uint64_t id, const three_indices& indices) {
+    if (id < selected.size() / 3)
+        std::ranges::copy(indices, selected.begin() + static_cast<std::ptrdiff_t>(3 * id));
+}
+
+/// The triangle at a place of the strips, or no triangle when there is none any more.
+three_indices triangle_at(const polygon_t::polygon_place_t& place, std::span<const std::uint32_t> strips,
+                          std::uint64_t vertex_count) {
+    if (std::uint64_t{place.position} + 2 >= strips.size())
+        return no_triangle;
+    const auto corners = strips.subspan(place.position, 3);
+    if (std::ranges::any_of(corners, [vertex_count](std::uint32_t index) { return index >= vertex_count; }))
+        return no_triangle;
+    if (place.flipped)
+        return {corners[1], corners[0], corners[2]};
+    return {corners[0], corners[1], corners[2]};
+}
+
+/// True, after a line that says so, when an id has no record. Both callers say it in the same words.
+bool is_beyond(std::uint64_t polyid, std::size_t size) {
+    if (polyid < size)
+        return false;
+    std::cerr << "polygon_t::selectpolygon() polyid(" << std::to_string(polyid) << ") >= polyidvector.size("
+              << std::to_string(size) << ")" << std::endl;
+    return true;
+}
+
+}  // namespace
+
+void polygon_t::afterload(const char* new_name) {
+    if (new_name != nullptr)
+        name = new_name;
+    if (element_count() < 3)
+        return;
+    polyidvector.assign(element_count() - 2, polygon_place_t{});
+
+    const array_span<const vertex_t> corners(vertices);
+    const array_span<frame_t> frames(normals);
+    const const_index_span strips(elements);
+    const index_span selected(selectelems);
+    const std::span<const vertex_t> positions = corners.span();
+    const std::span<frame_t> normal_frames = frames.span();
+    const std::span<std::uint32_t> selected_indices = selected.span();
+    // Equal counts, unless a buffer could not be mapped.
+    const std::size_t reachable = std::min(positions.size(), normal_frames.size());
+
+    // Triangles that are not selected, and places that have no triangle, keep the mark.
+    std::ranges::fill(selected_indices, restart_mark);
+    auto next_selected = selectpolygons.begin();
+    walk_strips(strips.span(), reachable, [&](const strip_triangle_t& triangle) {
+        // The set and the ids both rise, so one step of the set serves each selected triangle.
+        if (next_selected != selectpolygons.end() && *next_selected == triangle.id) {
+            write_triangle(selected_indices, triangle.id, {triangle.a, triangle.b, triangle.c});
+            ++next_selected;
+        }
+        polyidvector[triangle.id] = {triangle.position, triangle.flipped};
+        supply_frame(triangle, positions, normal_frames);
+    });
+}
+
+void polygon_t::selectpolygon(std::uint64_t polyid) {
+    if (is_beyond(polyid, polyidvector.size()) || polyidvector[polyid].position == restart_mark)
+        return;
+    const const_index_span strips(elements);
+    const index_span selected(selectelems);
+    write_triangle(selected.span(), polyid, triangle_at(polyidvector[polyid], strips.span(), vertex_count()));
+}
+
+void polygon_t::unselectpolygon(std::uint64_t polyid) {
+    if (is_beyond(polyid, polyidvector.size()))
+        return;
+    const index_span selected(selectelems);
+    write_triangle(selected.span(), polyid, no_triangle);
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+#include "model/math/triangle.h"
+#include "operations/cut/cut_triangle.h"
+
+namespace ulk3d {
+
+using corners_t = std::array<pos3, 3>;
+
+/// A triangle of the cutter. What crossing tests ask of it is made on first need.
+class cutter_triangle_t {
+  public:
+    explicit cutter_triangle_t(const corners_t& points);
+
+    bool has_area() const { return cut.has_area(); }
+    const triangle_t& full();
+
+    corners_t corners;
+    cut_triangle_t cut;
+
+  private:
+    std::optional<triangle_t> full_triangle;
+};
+
+/// How a triangle of the victim is split for one triangle of the cutter. The corners 0, 1, 2 are those at the
+/// element positions mi2, mi1, i. By count of new vertices:
+/// 0: not at all;
+/// 1: on the edge from `first` to the next corner, at t1 (`add_vertex0`);
+/// 2: `first` is the apex: on the edge from it to the next corner at t1, and on the edge from the corner
+/// before it to it at t2 (`add_vertex`).
+struct pair_cut_t {
+    std::uint32_t new_vertices = 0;
+    std::uint32_t first = 0;
+    float t1 = 0, t2 = 0;
+
+    bool operator==(const pair_cut_t&) const = default;
+};
+
+/// Decides about one pair. j and i are the element positions of the last corners in cutter and victim; they
+/// only label the messages. Prints on the standard error stream
+///
+///     ptn: on the line detect, ignore.
+///
+/// when all edges of the cutter's triangle pass through the victim's one, and
+///
+///     ptn: obj: single crosspoint.
+///     j: 11, i: 7
+///     r1: 0, r2: 0, r3: 4
+///     k1: 3, k2: 3, k3: 0
+///
+/// when the edges of the cutter's triangle order a cut, but the victim's edges have no two points for it.
+pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uint64_t j, std::uint64_t i);
+
+/// Whether a triangle of the victim can be looked at: both element positions exist and hold a vertex. If not,
+/// says which does not, by the first of these lines that applies:
+///
+///     error, mi2: 9 over.
+///     error, mi1: 9 over.
+///     error, mi2: 3 , meptr[mi2]: 12 >= 8 over.
+///     error, mi1: 3 , meptr[mi1]: 12 >= 8 over.
+bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count, std::uint64_t mi2,
+                 std::uint64_t mi1);
+
+}  // namespace ulk3d

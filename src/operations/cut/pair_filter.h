@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "operations/cut/cut_pair.h"
+
+namespace ulk3d {
+
+/// Picks out of many triangles of the victim those about which `cut_pair` has to be asked. For all others the
+/// answer is known: nothing is cut. Those are pairs in which two edges of the victim meet the cutter's plane
+/// outside of the triangle or on its outline, the line through the meeting points does not pass through it,
+/// and the cutter's triangle is on one side of the victim's plane. All values are computed as `cut_pair`
+/// computes them, to the last bit, but for several pairs at once.
+class pair_filter_t {
+  public:
+    /// Starts anew, for a triangle of the cutter.
+    void start(cutter_triangle_t& cutter);
+
+    /// Takes a triangle of the victim whose corner `lone` is strictly on one side of the cutter's plane and
+    /// whose other two corners are strictly on the other side.
+    void add(const corners_t& corners, std::uint32_t lone, std::uint32_t tag);
+
+    /// Takes a triangle that is to be asked about in any case.
+    void ask(std::uint32_t tag) { asked.push_back(tag); }
+
+    /// The tags of the triangles to be asked about, in rising order.
+    const std::vector<std::uint32_t>& finish();
+
+    static constexpr std::size_t lanes = 16;
+
+    struct corner_lanes_t {
+        std::array<float, lanes> x{}, y{}, z{};
+    };
+
+    /// Triangles with the same lone corner.
+    struct block_t {
+        std::array<corner_lanes_t, 3> corners;
+        std::array<std::uint32_t, lanes> tags{};
+        std::size_t count = 0;
+    };
+
+    struct cutter_values_t {
+        corners_t corners;
+        dir3 normal;
+        float d = 0;
+        mtx3w flat;
+        std::array<line2d, 3> edges;
+        float reach = 0;  ///< of lines that can be decided about
+    };
+
+  private:
+    void decide(block_t& block, std::uint32_t lone);
+
+    cutter_values_t cutter;
+    std::array<block_t, 3> blocks;
+    std::vector<std::uint32_t> asked;
+};
+
+}  // namespace ulk3d

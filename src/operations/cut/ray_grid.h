@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "operations/cut/cut_triangle.h"
+
+namespace ulk3d {
+
+/// Finds the triangles that a ray along z may meet, by its x and y.
+///
+/// Each triangle stands in all cells of a grid from which it could be told to be met: those over its own box,
+/// widened by as much as tolerance and rounding of `classify_edge` can reach. At a sharp corner that is far
+/// more than the tolerance itself, since a point may be beyond it by the tolerance over the sine of half the
+/// angle. Triangles for which this is no use (needles, values that are not finite) are given to every ray.
+class ray_grid_t {
+  public:
+    /// Makes the flat data of the triangles. All rays end at `end_z`.
+    ray_grid_t(std::span<cut_triangle_t> triangles, float end_z);
+
+    /// The numbers of the triangles, in rising order, that a ray from `start` up may meet. Valid until the
+    /// next call.
+    const std::vector<std::uint32_t>& numbers_for(const pos3& start);
+
+  private:
+    /// Cells along one axis, both included.
+    struct range_t {
+        std::uint32_t first = 0, last = 0;
+
+        std::uint32_t size() const { return last - first + 1; }
+    };
+
+    struct axis_t {
+        float low = 0, per_unit = 0;
+        std::uint32_t cells = 1;
+
+        std::uint32_t cell(float v) const;
+        range_t range(float from, float to, double widening) const;
+    };
+
+    struct cells_t {
+        range_t x, y;
+    };
+
+    void lay_axes(std::span<const cut_triangle_t> triangles);
+    void fill(std::span<const cut_triangle_t> triangles);
+    std::optional<cells_t> cells_of(const cut_triangle_t& triangle) const;
+
+    std::size_t triangle_count;
+    float reach;  ///< of coordinates for which the widening holds
+    axis_t x_axis, y_axis;
+    std::vector<std::uint32_t> offsets;  ///< by cell, into `entries`; one more at the end
+    std::vector<std::uint32_t> entries;  ///< numbers of triangles, rising in each cell
+    std::vector<std::uint32_t> for_all;  ///< numbers that every ray gets
+    std::vector<std::uint32_t> found;
+};
+
+}  // namespace ulk3d

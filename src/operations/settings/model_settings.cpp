@@ -1,0 +1,77 @@
+#include "operations/settings/model_settings.h"
+
+#include <new>
+
+namespace ulk3d {
+
+namespace {
+
+void take_names(modeling_t& model, texture_t& texture, const model_names_t& names) {
+    model.name = names.name;
+    texture.texture = names.texture;
+    texture.bumpmap = names.bumpmap;
+    texture.specular = names.specular;
+}
+
+void allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
+    try {
+        nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2);
+    } catch (const std::bad_alloc&) {
+        // The model has no tables then, as after any allocation that fails.
+    }
+}
+
+}  // namespace
+
+model_names_t names_of(const modeling_t& model, const texture_t& texture) {
+    return {model.name, texture.texture, texture.bumpmap, texture.specular};
+}
+
+polygon_settings_t polygon_settings(const model_entry_t& entry) {
+    return {names_of(entry.polygon, entry.texture), static_cast<std::uint32_t>(entry.polygon.vertex_count()),
+            static_cast<std::uint32_t>(entry.polygon.element_count())};
+}
+
+void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings) {
+    polygon_t& polygon = entry.polygon;
+    const bool is_empty = polygon.vertex_count() == 0 || polygon.element_count() == 0;
+    if (!is_empty && settings == polygon_settings(entry))
+        return;
+    take_names(polygon, entry.texture, settings.names);
+    const bool has_arrays = is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
+                                     : polygon.extend(settings.vertex_count, settings.element_count);
+    entry.texture.open(polygon.name.c_str());
+    if (has_arrays)
+        polygon.afterload(polygon.name.c_str());
+}
+
+nurbs_settings_t nurbs_settings(const model_entry_t& entry) {
+    const nurbs_t& nurbs = entry.nurbs;
+    return {names_of(nurbs, entry.texture),
+            static_cast<std::uint32_t>(nurbs.count1),
+            static_cast<std::uint32_t>(nurbs.count2),
+            static_cast<std::uint32_t>(nurbs.order1),
+            static_cast<std::uint32_t>(nurbs.order2),
+            nurbs.resolution1,
+            nurbs.resolution2};
+}
+
+void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon) {
+    if (settings == nurbs_settings(entry))
+        return;
+    nurbs_t& nurbs = entry.nurbs;
+    take_names(nurbs, entry.texture, settings.names);
+    nurbs.resolution1 = settings.resolution1;
+    nurbs.resolution2 = settings.resolution2;
+    // What fails tells so itself, and the rest follows: tables that do not fit are empty ones, a mesh that
+    // can not be made keeps its old shape under the new names.
+    allocate_tables(nurbs, settings);
+    const std::string name = nurbs.name;
+    nurbs.afterload(name.c_str());
+    nurbs.makeVertices();
+    entry.texture.open(name.c_str());
+    entry.polygon.afterload(name.c_str());
+    nurbs.update(glpolygon);
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,67 @@
+#include "operations/strips/strip_mesh.h"
+
+#include <algorithm>
+#include <span>
+
+#include "model/mapped_span.h"
+
+namespace ulk3d {
+
+namespace {
+
+template <class Record, class Buffer>
+std::vector<Record> read_records(const Buffer& buffer) {
+    const mapped_span<const Record, Buffer> records(buffer);
+    return {records.span().begin(), records.span().end()};
+}
+
+/// False when the buffer could not be mapped.
+template <class Record, class Buffer>
+bool write_records(const Buffer& buffer, const std::vector<Record>& records) {
+    const mapped_span<Record, Buffer> target(buffer);
+    if (target.size() != records.size())
+        return false;
+    std::ranges::copy(records, target.span().begin());
+    return true;
+}
+
+}  // namespace
+
+strip_mesh_t read_strip_mesh(const array_t& vertices, const array_t& normals,
+                             const element_array_t& elements) {
+    strip_mesh_t mesh{read_records<vertex_t>(vertices), read_records<frame_t>(normals),
+                      read_records<std::uint32_t>(elements)};
+    mesh.frames.resize(mesh.vertices.size());
+    const std::size_t vertex_count = mesh.vertices.size();
+    std::ranges::replace_if(
+        mesh.elements, [vertex_count](std::uint32_t index) { return index >= vertex_count; }, restart_mark);
+    return mesh;
+}
+
+strip_mesh_t read_strip_mesh(const polygon_t& polygon) {
+    return read_strip_mesh(polygon.vertices, polygon.normals, polygon.elements);
+}
+
+bool write_strip_mesh(const strip_mesh_t& mesh, array_t& vertices, array_t& normals,
+                      element_array_t& elements) {
+    const auto vertex_count = static_cast<std::int64_t>(mesh.vertices.size());
+    const auto element_count = static_cast<std::int64_t>(mesh.elements.size());
+    // Room for all three first: an array that grew while another could not would leave the counts apart.
+    const bool has_room = vertices.has_buffer() && normals.has_buffer() && elements.has_buffer() &&
+                          vertices.reserve(vertex_count) && normals.reserve(vertex_count) &&
+                          elements.reserve(element_count);
+    if (!has_room)
+        return false;
+    const bool is_sized =
+        vertices.extend(vertex_count) && normals.extend(vertex_count) && elements.extend(element_count);
+    return is_sized && write_records(vertices, mesh.vertices) && write_records(normals, mesh.frames) &&
+           write_records(elements, mesh.elements);
+}
+
+bool write_strip_mesh(polygon_t& polygon, const strip_mesh_t& mesh) {
+    return write_strip_mesh(mesh, polygon.vertices, polygon.normals, polygon.elements) &&
+           polygon.extend(static_cast<std::int64_t>(mesh.vertices.size()),
+                          static_cast<std::int64_t>(mesh.elements.size()));
+}
+
+}  // namespace ulk3d

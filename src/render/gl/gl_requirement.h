@@ -1,0 +1,13 @@
+#pragma once
+
+namespace ulk3d {
+
+/// Ends the process with status 1, after the line "OpenGL 3.3 or later required." on the standard output
+/// stream, when the loaded GL entry points do not reach version 3.3.
+void require_gl33();
+
+/// Ends the process with status 1, after the line "OpenGL is not available: the GL context could not be
+/// made." on the standard error stream, unless a widget has its GL context.
+void require_gl_context(bool was_made);
+
+}  // namespace ulk3d

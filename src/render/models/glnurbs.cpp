@@ -1,0 +1,169 @@
+#include "render/models/glnurbs.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <string>
+
+#include "gltextures/gr_check_error.h"
+#include "model/modeling.h"
+#include "render/gl/mapping.h"
+#include "render/shaders/shaders.h"
+
+namespace ulk3d {
+
+using libgr::grCheckError;
+
+namespace {
+
+constexpr const char* selection_varyings[] = {"VertexColor", "VertexID", "isInside", "clip"};
+
+/// GL may have something to say about sources that it takes.
+void print_log(const std::string& log) {
+    if (!log.empty())
+        std::cerr << log << std::flush;
+}
+
+/// Points of a model, as the records of a pick are counted: in 32 bits.
+std::uint32_t point_count(const modeling_t& model) {
+    const array_t* const points = model.array(0);
+    return points == nullptr ? 0 : static_cast<std::uint32_t>(points->element_count());
+}
+
+/// Adds the points that the pass has found inside.
+bool take_hits(pick_hits_t& hits, modeling_t& model) {
+    const auto records = map_feedback<const selection_record_t>(model.selectionfeedback);
+    bool found = false;
+    const std::size_t count = std::min<std::size_t>(point_count(model), records.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        if ((static_cast<std::uint32_t>(records[i].isInside) & 0xFFU) == 0)
+            continue;
+        hits.emplace(records[i].clip.z, i);
+        found = true;
+    }
+    return found;
+}
+
+// Indexed queries are GL 4.0. A 3.3 context without them has one vertex stream, number 0.
+void begin_query(GLenum target, GLuint id) {
+    if (glBeginQueryIndexed != nullptr)
+        glBeginQueryIndexed(target, 0, id);
+    else
+        glBeginQuery(target, id);
+}
+
+void end_query(GLenum target) {
+    if (glEndQueryIndexed != nullptr)
+        glEndQueryIndexed(target, 0);
+    else
+        glEndQuery(target);
+}
+
+}  // namespace
+
+mtx3w pick_planes(const pick_rectangle_t& rectangle) {
+    const float half_width = rectangle.view_width / 2;
+    const float half_height = rectangle.view_height / 2;
+    const float x = rectangle.x - half_width;
+    const float y = rectangle.y - half_height;
+    const float dx = rectangle.width / 2;
+    const float dy = rectangle.height / 2;
+    return {{1, 0, 0, -(x - dx) / half_width,   //
+             -1, 0, 0, (x + dx) / half_width,   //
+             0, 1, 0, -(y - dy) / half_height,  //
+             0, -1, 0, (y + dy) / half_height}};
+}
+
+bool glnurbs_t::init(const char* base_directory) {
+    compile(base_directory);
+    static_cast<void>(program.create());  // without a program the link below fails and says so
+    program.attach(vertex);
+    program.attach(fragment);
+    if (!selection_feedback.allocate()) {
+        std::cerr << "selection_feedback.allocate() failed." << std::endl;
+        return false;
+    }
+    selection_feedback.varyings(program, std::size(selection_varyings), selection_varyings);
+    grCheckError("glnurbs_t::init() selection feedback varying setted.");
+    if (!program.link())
+        end_without_program("selection program link failed.", program.link_log());
+    print_log(program.link_log());
+    grCheckError("glnurbs_t::init(3)");
+
+    Modelview = program.uniform("Modelview");
+    Projection = program.uniform("Projection");
+    ClipPlanes = program.uniform("ClipPlanes");
+    return true;
+}
+
+void glnurbs_t::compile(const char* base_directory) {
+    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::selection_vsd, base_directory,
+                   ": selection vertex shader init failed.");
+    print_log(vertex.compile_log());
+    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::selection_fsd, base_directory,
+                   ": selection fragment shader init failed.");
+    print_log(fragment.compile_log());
+}
+
+void glnurbs_t::set_matrices(const mtx3w& projection_matrix, const mtx3w& modelview_matrix) const {
+    glUniformMatrix4fv(Projection, 1, GL_TRUE, projection_matrix.m.data());
+    glUniformMatrix4fv(Modelview, 1, GL_TRUE, modelview_matrix.m.data());
+}
+
+void glnurbs_t::draw_points(modeling_t& model, const mtx3w& projection_matrix,
+                            const mtx3w& modelview_matrix) const {
+    program.use();
+    set_matrices(projection_matrix, modelview_matrix);
+    model.drawpoints();
+    program_t::unuse();
+}
+
+bool glnurbs_t::selection(pick_hits_t& hits, modeling_t& model, const mtx3w& planes,
+                          const mtx3w& projection_matrix, const mtx3w& modelview_matrix) const {
+    const feedback_buffer_t& feedback = model.selectionfeedback;
+    program.use();
+    glUniformMatrix4fv(ClipPlanes, 1, GL_FALSE, planes.m.data());
+    set_matrices(projection_matrix, modelview_matrix);
+    // Nobody sees the points of a pick: the next frame clears them before it is shown. On a software GL
+    // drawing them is most of the time of a pick, which comes with every motion of the mouse.
+    glEnable(GL_RASTERIZER_DISCARD);
+    selection_feedback.begin(GL_POINTS, feedback.buffer_id());
+    model.drawpoints();
+    // Without a buffer nothing was begun, and GL maps no buffer of no bytes.
+    if (feedback.buffer_id() != 0)
+        selection_feedback.end();
+    glDisable(GL_RASTERIZER_DISCARD);
+    grCheckError("ulkedit_t::selection(2)");
+    const bool found = feedback.byte_size() > 0 && take_hits(hits, model);
+    program_t::unuse();
+    return found;
+}
+
+int glnurbs_t::drawpolygon(modeling_t& model) {
+    std::array<GLuint, 2> ids{};
+    glGenQueries(2, ids.data());
+    grCheckError("glnurbs_t::drawpolygon(2)");
+    begin_query(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN, ids[0]);
+    grCheckError("glnurbs_t::drawpolygon(3)");
+    begin_query(GL_PRIMITIVES_GENERATED, ids[1]);
+    grCheckError("glnurbs_t::drawpolygon(4)");
+    model.draw();
+    grCheckError("glnurbs_t::drawpolygon(5)");
+    grCheckError("glnurbs_t::drawpolygon(6)");
+    end_query(GL_PRIMITIVES_GENERATED);
+    end_query(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN);
+    grCheckError("glnurbs_t::drawpolygon(7)");
+    for (const GLuint id : ids) {
+        GLint count = 0;  // only the wait for it and its errors are of interest
+        glGetQueryObjectiv(id, GL_QUERY_RESULT, &count);
+    }
+    grCheckError("glnurbs_t::drawpolygon(8)");
+    glDeleteQueries(2, ids.data());
+    grCheckError("glnurbs_t::drawpolygon(9)");
+    grCheckError("glnurbs_t::drawpolygon(end)");
+    return 0;
+}
+
+}  // namespace ulk3d

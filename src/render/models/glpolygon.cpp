@@ -1,0 +1,348 @@
+#include "render/models/glpolygon.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+#include "gltextures/gr_check_error.h"
+#include "gltextures/textures/texture_stores.h"
+#include "model/environment.h"
+#include "model/polygon/polygon.h"
+#include "model/texture.h"
+#include "render/gl/query.h"
+#include "render/shaders/shaders.h"
+
+namespace ulk3d {
+
+using libgr::grCheckError;
+using libgr::grTextureObject;
+
+namespace {
+
+constexpr int frame_words = 9;
+constexpr const char* frame_varyings[] = {"VertexTangent", "VertexBiNormal", "VertexNormal"};
+
+struct uniform_row_t {
+    const char* name;
+    GLint surface_uniforms_t::*location;
+};
+
+constexpr uniform_row_t uniform_rows[] = {
+    {"Globalview", &surface_uniforms_t::Globalview},
+    {"Modelview", &surface_uniforms_t::Modelview},
+    {"invModelview", &surface_uniforms_t::invModelview},
+    {"Projection", &surface_uniforms_t::Projection},
+    {"LightPosition", &surface_uniforms_t::LightPosition},
+    {"Shininess", &surface_uniforms_t::Shininess},
+    {"RefractFactor", &surface_uniforms_t::RefractFactor},
+    {"SkyBox", &surface_uniforms_t::SkyBox},
+    {"ReflectAlpha", &surface_uniforms_t::ReflectAlpha},
+    {"RefractAlpha", &surface_uniforms_t::RefractAlpha},
+    {"cubeTex", &surface_uniforms_t::cubeTex},
+    {"colorTex", &surface_uniforms_t::colorTex},
+    {"bumpTex", &surface_uniforms_t::bumpTex},
+    {"specTex", &surface_uniforms_t::specTex},
+    {"bumpOfs", &surface_uniforms_t::bumpOfs},
+    {"ColorFactor", &surface_uniforms_t::ColorFactor},
+    {"MercatorSphere", &surface_uniforms_t::MercatorSphere},
+};
+
+constexpr GLint sampler_value(map_unit_t unit) {
+    return static_cast<GLint>(unit);
+}
+
+void activate(map_unit_t unit) {
+    glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+}
+
+/// The texture of a handle in the store, null for the handle of nothing.
+template <class Store>
+grTextureObject* object_of(const Store& store, std::uint32_t handle) {
+    auto* const entry = handle != 0 ? store.get(handle) : nullptr;
+    return entry != nullptr ? &entry->object : nullptr;
+}
+
+grTextureObject* map_object(std::uint32_t handle) {
+    return object_of(libgr::model_textures, handle);
+}
+
+grTextureObject* cube_object(std::uint32_t handle) {
+    return object_of(libgr::cube_textures, handle);
+}
+
+void upload(GLint location, const mtx3w& matrix) {
+    glUniformMatrix4fv(location, 1, GL_TRUE, matrix.m.data());
+}
+
+}  // namespace
+
+bool glpolygon_t::init(const char* base_directory) {
+    if (!init_feedback_program(base_directory))
+        return false;
+    init_surface_program(base_directory);
+    neutral_maps.init();
+    grCheckError("glpolygon_t::init(end)");
+    return true;
+}
+
+bool glpolygon_t::init_feedback_program(const char* base_directory) {
+    compile_or_end(feedback_vertex, GL_VERTEX_SHADER, shaders::feedback_vsd, base_directory,
+                   ": feedback vertex shader init failed.");
+    grCheckError("glpolygon_t::init() feedback vertex shader inited.");
+    compile_or_end(feedback_fragment, GL_FRAGMENT_SHADER, shaders::feedback_fsd, base_directory,
+                   ": feedback fragment shader init failed.");
+    grCheckError("glpolygon_t::init() feedback fragment shader inited.");
+
+    static_cast<void>(feedback_program.create());  // without a program the link below fails and says so
+    feedback_program.attach(feedback_vertex);
+    feedback_program.attach(feedback_fragment);
+    grCheckError("glpolygon_t::init() feedback program inited.");
+
+    if (!feedback.allocate()) {
+        std::cerr << "feedback.allocate() error." << std::endl;
+        return false;
+    }
+    feedback.varyings(feedback_program, std::size(frame_varyings), frame_varyings);
+    grCheckError("glpolygon_t::init() feedback varying setted.");
+    if (!feedback_program.link())
+        end_without_program("feedback program link failed.", feedback_program.link_log());
+    return true;
+}
+
+void glpolygon_t::init_surface_program(const char* base_directory) {
+    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::shader_vsd, base_directory,
+                   ": vertex shader init failed.");
+    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::shader_fsd, base_directory,
+                   ": fragment shader init failed.");
+    static_cast<void>(program.create());
+    program.attach(vertex);
+    program.attach(fragment);
+    if (!program.link())
+        end_without_program("program link failed.", program.link_log());
+
+    for (const uniform_row_t& row : uniform_rows)
+        uniforms.*row.location = program.uniform(row.name);
+
+    // A select pass may be the first draw of all, and it leaves the cube map's sampler alone. Two samplers of
+    // different kinds on one unit, which is how a linked program starts, make GL refuse to draw.
+    program.use();
+    glUniform1i(uniforms.cubeTex, sampler_value(map_unit_t::cube));
+    program_t::unuse();
+}
+
+void glpolygon_t::update_frames(polygon_t& polygon) {
+    feedback_program.use();
+    std::uint64_t wrted = 0;
+    std::uint64_t gened = 0;
+    {
+        query_t written;
+        query_t generated;
+        written.begin(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN, 0);
+        generated.begin(GL_PRIMITIVES_GENERATED, 0);
+        feedback.begin(GL_POINTS, polygon.normalfeedback.buffer_id());
+        polygon.drawframes();
+        feedback.end();
+        written.end();
+        generated.end();
+        wrted = written.GetQuery();
+        gened = generated.GetQuery();
+    }
+    program_t::unuse();
+
+    if (wrted != gened)
+        std::cerr << "glpolygon "
+                  << "wrted != gened: " << wrted << ", " << gened << std::endl;
+    const auto expected = static_cast<std::uint64_t>(polygon.normalfeedback.element_count() / frame_words);
+    if (expected != gened)
+        std::cerr << "glpolygon "
+                  << "buf != gened: " << expected << ", " << gened << std::endl;
+
+    // `normals` never shrinks, so after a change to fewer vertices it is the larger one of the two. GL
+    // refuses a copy that reaches beyond either.
+    const std::int64_t bytes = std::min(polygon.normals.byte_size(), polygon.normalfeedback.byte_size());
+    polygon.normalfeedback.bind();
+    polygon.normals.bind();
+    glCopyBufferSubData(GL_TRANSFORM_FEEDBACK_BUFFER, GL_ARRAY_BUFFER, 0, 0, bytes);
+    polygon.normals.unbind();
+    polygon.normalfeedback.unbind();
+}
+
+/// What sets the two draw passes apart. The marks are named for the step that they follow; a null mark is
+/// none.
+struct glpolygon_t::pass_t {
+    struct marks_t {
+        const char* view;
+        const char* color_unit;
+        const char* color_sampler;
+        const char* color_map;
+        const char* bump_map;
+        const char* specular_map;
+        const char* environment;
+        const char* draw;
+        const char* end;
+    };
+
+    float color_factor;
+    GLenum source_factor;
+    void (polygon_t::*draw)();
+    void (grTextureObject::*place_cube)();  ///< binds the environment's cube, or keeps its unit empty
+    bool sets_cube_sampler;
+    bool sets_mercator_sphere;
+    marks_t marks;
+};
+
+const glpolygon_t::pass_t glpolygon_t::solid_pass = {
+    .color_factor = 1.0F,
+    .source_factor = GL_SRC_ALPHA,
+    .draw = &polygon_t::draw,
+    .place_cube = &grTextureObject::Load,
+    .sets_cube_sampler = true,
+    .sets_mercator_sphere = true,
+    .marks = {.view = "glpolygon_t::drawsolid(1)",
+              .color_unit = nullptr,
+              .color_sampler = nullptr,
+              .color_map = "glpolygon_t::drawsolid(2)",
+              .bump_map = "glpolygon_t::drawsolid(3)",
+              .specular_map = "glpolygon_t::drawsolid(4)",
+              .environment = "glpolygon_t::drawsolid(5)",
+              .draw = "glpolygon_t::drawsolid(7)",
+              .end = "glpolygon_t::drawsolid(end)"},
+};
+
+const glpolygon_t::pass_t glpolygon_t::select_pass = {
+    .color_factor = 0.25F,
+    .source_factor = GL_ONE,
+    .draw = &polygon_t::drawselected,
+    .place_cube = &grTextureObject::Unload,
+    .sets_cube_sampler = false,
+    .sets_mercator_sphere = false,
+    .marks = {.view = "glpolygon_t::drawselect(1)",
+              .color_unit = "glpolygon_t::drawselect(1.1)",
+              .color_sampler = "glpolygon_t::drawselect(1.2)",
+              .color_map = "glpolygon_t::drawselect(2)",
+              .bump_map = "glpolygon_t::drawselect(3)",
+              .specular_map = "glpolygon_t::drawselect(4)",
+              .environment = "glpolygon_t::drawselect(5)",
+              .draw = "glpolygon_t::drawselect(7)",
+              .end = "glpolygon_t::drawselect(end)"},
+};
+
+namespace {
+
+void check(const char* mark) {
+    if (mark != nullptr)
+        grCheckError(mark);
+}
+
+}  // namespace
+
+void glpolygon_t::drawsolid(const environment_t& environment, bool skybox, const texture_t& texture,
+                            polygon_t& polygon, const surface_view_t& view) {
+    draw_surface(solid_pass, environment, skybox, texture, polygon, view);
+}
+
+void glpolygon_t::drawselect(const environment_t& environment, bool skybox, const texture_t& texture,
+                             polygon_t& polygon, const surface_view_t& view) {
+    draw_surface(select_pass, environment, skybox, texture, polygon, view);
+}
+
+void glpolygon_t::draw_surface(const pass_t& pass, const environment_t& environment, bool skybox,
+                               const texture_t& texture, polygon_t& polygon, const surface_view_t& view) {
+    program.use();
+    set_view(pass, view);
+    const filled_units_t filled = bind_maps(pass, texture);
+    set_environment(pass, environment, skybox);
+    check(pass.marks.environment);
+    if (pass.sets_mercator_sphere)
+        glUniform1i(uniforms.MercatorSphere, texture.mercatorsphere);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(pass.source_factor, GL_ONE_MINUS_SRC_ALPHA);
+    (polygon.*pass.draw)();
+    glDisable(GL_BLEND);
+
+    program_t::unuse();
+    check(pass.marks.draw);
+    unbind_maps(environment, texture, filled);
+    check(pass.marks.end);
+}
+
+void glpolygon_t::set_view(const pass_t& pass, const surface_view_t& view) const {
+    upload(uniforms.Globalview, view.Globalview);
+    upload(uniforms.Modelview, view.Modelview);
+    upload(uniforms.invModelview, view.invModelview);
+    upload(uniforms.Projection, view.Projection);
+    glUniform3fv(uniforms.LightPosition, 1, &view.LightPosition.x);
+    glUniform1f(uniforms.ColorFactor, pass.color_factor);
+    glUniform1f(uniforms.Shininess, view.Shininess);
+    check(pass.marks.view);
+}
+
+bool glpolygon_t::load_map(std::uint32_t handle, map_unit_t unit) const {
+    if (grTextureObject* const map = map_object(handle))
+        map->Load();
+    return neutral_maps.bind(unit);
+}
+
+glpolygon_t::filled_units_t glpolygon_t::bind_maps(const pass_t& pass, const texture_t& texture) const {
+    filled_units_t filled{};
+    activate(map_unit_t::color);
+    check(pass.marks.color_unit);
+    glUniform1i(uniforms.colorTex, sampler_value(map_unit_t::color));
+    check(pass.marks.color_sampler);
+    filled[0] = load_map(texture.color_handle, map_unit_t::color);
+    check(pass.marks.color_map);
+
+    activate(map_unit_t::bump);
+    glUniform1i(uniforms.bumpTex, sampler_value(map_unit_t::bump));
+    filled[1] = load_map(texture.bump_handle, map_unit_t::bump);
+    glUniform2f(uniforms.bumpOfs, texture.bump_offset_u, texture.bump_offset_v);
+    check(pass.marks.bump_map);
+
+    activate(map_unit_t::specular);
+    glUniform1i(uniforms.specTex, sampler_value(map_unit_t::specular));
+    filled[2] = load_map(texture.spec_handle, map_unit_t::specular);
+    check(pass.marks.specular_map);
+    return filled;
+}
+
+void glpolygon_t::set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const {
+    if (pass.sets_cube_sampler) {
+        activate(map_unit_t::cube);
+        glUniform1i(uniforms.cubeTex, sampler_value(map_unit_t::cube));
+    }
+    if (environment.cubetex.empty()) {
+        glUniform1f(uniforms.ReflectAlpha, 0.0F);
+        glUniform1f(uniforms.RefractAlpha, 0.0F);
+        return;
+    }
+    activate(map_unit_t::cube);
+    if (grTextureObject* const cube = cube_object(environment.cube_handle))
+        (cube->*pass.place_cube)();
+    glUniform1f(uniforms.RefractFactor, environment.refractfactor);
+    glUniform1i(uniforms.SkyBox, skybox);
+    glUniform1f(uniforms.ReflectAlpha, environment.reflectalpha);
+    glUniform1f(uniforms.RefractAlpha, environment.refractalpha);
+}
+
+void glpolygon_t::unbind_maps(const environment_t& environment, const texture_t& texture,
+                              const filled_units_t& filled) const {
+    if (!environment.cubetex.empty()) {
+        activate(map_unit_t::cube);
+        if (grTextureObject* const cube = cube_object(environment.cube_handle))
+            cube->Unload();
+    }
+    const std::array handles{texture.color_handle, texture.bump_handle, texture.spec_handle};
+    for (const map_unit_t unit : {map_unit_t::specular, map_unit_t::bump, map_unit_t::color}) {
+        activate(unit);
+        const auto index = static_cast<std::size_t>(unit);
+        if (filled[index])
+            neutral_maps_t::unbind();
+        else if (grTextureObject* const map = map_object(handles[index]))
+            map->Unload();
+    }
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "model/math/records.h"
+#include "render/gl/program.h"
+#include "render/gl/shader.h"
+#include "render/gl/transform_feedback.h"
+#include "render/models/neutral_maps.h"
+
+namespace ulk3d {
+
+class polygon_t;
+struct environment_t;
+struct texture_t;
+
+/// How a surface is looked at: the matrices of the view, the light and the sharpness of its highlight.
+struct surface_view_t {
+    mtx3w Globalview;    ///< turns directions of the view into those of the environment
+    mtx3w Modelview;     ///< object to view
+    mtx3w invModelview;  ///< inverse of Modelview
+    mtx3w Projection;    ///< view to clip
+    pos3 LightPosition;  ///< in view space
+    float Shininess = 10.0F;
+};
+
+/// Locations of the uniforms of the solid program, -1 for one that the program lacks: GL ignores it.
+struct surface_uniforms_t {
+    std::int32_t Globalview = -1;
+    std::int32_t Modelview = -1;
+    std::int32_t invModelview = -1;
+    std::int32_t Projection = -1;
+    std::int32_t LightPosition = -1;
+    std::int32_t Shininess = -1;
+    std::int32_t RefractFactor = -1;
+    std::int32_t SkyBox = -1;
+    std::int32_t ReflectAlpha = -1;
+    std::int32_t RefractAlpha = -1;
+    std::int32_t cubeTex = -1;
+    std::int32_t colorTex = -1;
+    std::int32_t bumpTex = -1;
+    std::int32_t specTex = -1;
+    std::int32_t bumpOfs = -1;
+    std::int32_t ColorFactor = -1;
+    std::int32_t MercatorSphere = -1;
+};
+
+/// The programs of the surface pipeline and the passes that use them.
+///
+/// Both kinds of model go through it: a NURBS model is drawn as the polygon_t that it tessellates into. Can
+/// be constructed without a context; everything else needs it current. All printing goes to the standard
+/// error stream.
+class glpolygon_t {
+  public:
+    glpolygon_t() = default;
+    glpolygon_t(const glpolygon_t&) = delete;
+    glpolygon_t& operator=(const glpolygon_t&) = delete;
+
+    /// Compiles and links, once per context. Files in the working directory or in `base_directory` (null for
+    /// none; ends with its separator) replace the sources. False, with a line, when there is no transform
+    /// feedback object to be had. A source that does not compile or link ends the process with exit status 1,
+    /// after the source's name and GL's log: there is no other way of drawing.
+    [[nodiscard]] bool init(const char* base_directory);
+
+    /// The frame pass: turns the difference vectors in `wknmls` into a tangent frame per vertex in `normals`,
+    /// on the GPU. Call it after `wknmls` was filled. Prints a line when GL did not write as many records as
+    /// the buffer was made for; the copy to `normals` follows all the same.
+    void update_frames(polygon_t& polygon);
+
+    /// Draws the strips of the polygon, lit and blended over what stands there by their alpha.
+    /// With `skybox` the environment is looked up by the vertex positions, not by reflection.
+    void drawsolid(const environment_t& environment, bool skybox, const texture_t& texture,
+                   polygon_t& polygon, const surface_view_t& view);
+
+    /// Lays the selected polygons down at a quarter of their alpha. Drawn before `drawsolid`, at the default
+    /// depth function, they keep the solid pass off their pixels and so look translucent.
+    /// The cube map's unit stands empty through this pass, and the Mercator flag of the last draw holds.
+    void drawselect(const environment_t& environment, bool skybox, const texture_t& texture,
+                    polygon_t& polygon, const surface_view_t& view);
+
+    shader_t feedback_vertex;
+    shader_t feedback_fragment;
+    program_t feedback_program;
+    transform_feedback_t feedback;
+    shader_t vertex;
+    shader_t geometry;  ///< the place of a geometry stage: never compiled
+    shader_t fragment;
+    program_t program;
+    surface_uniforms_t uniforms;
+
+  private:
+    struct pass_t;
+    static const pass_t solid_pass;
+    static const pass_t select_pass;
+
+    /// By unit: whether a neutral map was bound there.
+    using filled_units_t = std::array<bool, 3>;
+
+    [[nodiscard]] bool init_feedback_program(const char* base_directory);
+    void init_surface_program(const char* base_directory);
+
+    void draw_surface(const pass_t& pass, const environment_t& environment, bool skybox,
+                      const texture_t& texture, polygon_t& polygon, const surface_view_t& view);
+    void set_view(const pass_t& pass, const surface_view_t& view) const;
+    filled_units_t bind_maps(const pass_t& pass, const texture_t& texture) const;
+    /// Binds a map to `unit`, which must be the active one. Returns whether it had to be the neutral one.
+    bool load_map(std::uint32_t handle, map_unit_t unit) const;
+    void set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const;
+    void unbind_maps(const environment_t& environment, const texture_t& texture,
+                     const filled_units_t& filled) const;
+
+    neutral_maps_t neutral_maps;
+};
+
+}  // namespace ulk3d

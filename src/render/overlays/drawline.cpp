@@ -1,0 +1,92 @@
+#include "render/overlays/drawline.h"
+
+#include <GL/glew.h>
+
+#include <iostream>
+
+#include "model/math/matrices.h"
+#include "render/gl/mapping.h"
+#include "render/overlays/line_vertex.h"
+#include "render/shaders/shaders.h"
+
+namespace ulk3d {
+
+namespace {
+
+constexpr std::int64_t most_vertices = 8;
+constexpr col3a band_color{0, 1, 0, 1};
+constexpr col3a line_color{1, 1, 1, 1};
+
+const element_list_t& drawline_elements() {
+    static const element_list_t list = make_element_list({e_type_t::Position, e_type_t::RGBA});
+    return list;
+}
+
+}  // namespace
+
+bool drawline_t::init(const char* base_directory) {
+    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::drawline_vsd, base_directory,
+                   ": drawline vertex shader init failed.");
+    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::drawline_fsd, base_directory,
+                   ": drawline fragment shader init failed.");
+    static_cast<void>(program.create());  // without a program the link below fails and says so
+    program.attach(vertex);
+    program.attach(fragment);
+    if (!program.link())
+        end_without_program("program link failed.", program.link_log());
+    Modelview = program.uniform("Modelview");
+    Projection = program.uniform("Projection");
+
+    if (!vertices.allocate(most_vertices, drawline_elements())) {
+        std::cerr << "drawline vertices.allocate() failed." << std::endl;
+        return false;
+    }
+    if (!array)
+        array = vertex_array_ref::make();
+    array->allocate();
+    vertices.bind_to(array, 0);
+    return true;
+}
+
+bool drawline_t::take_vertices(std::int64_t count) {
+    if (vertices.extend(count))
+        return true;
+    std::cerr << "drawline vertices.extend() failed." << std::endl;
+    return false;
+}
+
+void drawline_t::set_matrices(const mtx3w& projection_matrix, const mtx3w& modelview_matrix) const {
+    program.use();
+    glUniformMatrix4fv(Modelview, 1, GL_TRUE, modelview_matrix.m.data());
+    glUniformMatrix4fv(Projection, 1, GL_TRUE, projection_matrix.m.data());
+    program_t::unuse();
+}
+
+void drawline_t::band(std::span<const float, 16> points) {
+    if (!take_vertices(8))
+        return;
+    set_matrices(mtx_identity, mtx_identity);
+    const auto batch = map_records<line_vertex_t>(vertices);
+    for (std::size_t i = 0; i < batch.size(); ++i)
+        batch[i] = {{points[2 * i], points[2 * i + 1], 0}, band_color};
+}
+
+void drawline_t::line(const pos3& from, const pos3& to, const mtx3w& projection_matrix,
+                      const mtx3w& modelview_matrix) {
+    if (!take_vertices(2))
+        return;
+    set_matrices(projection_matrix, modelview_matrix);
+    const auto batch = map_records<line_vertex_t>(vertices);
+    if (batch.size() != 2)
+        return;
+    batch[0] = {from, line_color};
+    batch[1] = {to, line_color};
+}
+
+void drawline_t::draw() const {
+    program.use();
+    ulk3d::draw(array, GL_LINES, vertices.element_count());
+    program_t::unuse();
+}
+
+}  // namespace ulk3d

@@ -1,0 +1,52 @@
+#include "utils/files/picture_files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <iostream>
+
+namespace libutils {
+
+bool is_plain_file(const char* path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+bool map_picture(const char* path, image_window_t& bytes) {
+    if (!is_plain_file(path)) {
+        std::cerr << path << ": file stat failed.\n";
+        return false;
+    }
+    // A mapping that fails ends the process; whether the file may be read is found out before.
+    if (faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0 || !bytes.allocate(0, path, 0)) {
+        std::cerr << path << ": file load failed.\n";
+        return false;
+    }
+    return true;
+}
+
+bool is_fifo(const char* path) {
+    std::error_code error;
+    return std::filesystem::is_fifo(path, error);
+}
+
+std::ofstream create_picture(const char* path) {
+    std::ofstream file;
+    if (is_fifo(path))
+        file.setstate(std::ios::failbit);
+    else
+        file.open(path, std::ios::binary | std::ios::trunc);
+    return file;
+}
+
+void put_bytes(std::ofstream& file, const void* bytes, std::uint64_t count) {
+    file.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(count));
+}
+
+bool finish_picture(std::ofstream& file) {
+    file.close();
+    return file.good();
+}
+
+}  // namespace libutils

@@ -1,0 +1,534 @@
+#include <GL/glew.h>
+#include <gmock/gmock.h>
+
+#include <iostream>
+
+#include "gltextures/textures/texture_stores.h"
+#include "model/texture.h"
+#include "support/captured_stream.h"
+#include "support/forced_marks.h"
+#include "support/gl_context.h"
+#include "support/image_builder.h"
+#include "support/pictures.h"
+#include "support/working_directory.h"
+#include "utils/pictures/image_transforms.h"
+
+namespace ulk3d {
+namespace {
+
+using libgr::model_textures;
+using libgr::texture_entry_t;
+using libutils::image2d;
+using testing::ElementsAre;
+using ulk_test::captured_stream;
+using ulk_test::image_of;
+using ulk_test::pixel_bytes;
+using ulk_test::plain_picture;
+using ulk_test::write_picture;
+namespace image_format = libutils::image_format;
+
+/// Empty stores before and after, and a folder with a scene that needs not be there.
+class ModelTextures : public ulk_test::gl_test {
+  protected:
+    void SetUp() override {
+        gl_test::SetUp();
+        libgr::clear_texture_stores();
+    }
+    void TearDown() override {
+        libgr::clear_texture_stores();
+        glBindTexture(GL_TEXTURE_2D, 0);
+        gl_test::TearDown();
+    }
+
+    bool open(texture_t& which) const { return which.open(scene.c_str()); }
+    /// What an open that fails says.
+    std::string words_of_failure(texture_t& which) const {
+        const captured_stream errors(std::cerr);
+        EXPECT_FALSE(open(which));
+        return errors.text();
+    }
+    std::string words(texture_t& which) const {
+        const captured_stream errors(std::cerr);
+        EXPECT_TRUE(open(which));
+        return errors.text();
+    }
+
+    ulk_test::temporary_folder_t folder;
+    std::string scene = folder.path("scene.ulk");
+    texture_t texture;
+};
+
+texture_entry_t& entry_of(std::uint32_t handle) {
+    EXPECT_NE(handle, 0U);
+    return *model_textures.get(handle);
+}
+
+/// A parameter of the texture of a handle, which stays bound.
+GLint parameter(std::uint32_t handle, GLenum name) {
+    entry_of(handle).object.Load();
+    GLint value = -1;
+    glGetTexParameteriv(GL_TEXTURE_2D, name, &value);
+    return value;
+}
+
+GLint level_parameter(std::uint32_t handle, GLint level, GLenum name) {
+    entry_of(handle).object.Load();
+    GLint value = -1;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, level, name, &value);
+    return value;
+}
+
+// --- defaults ---------------------------------------------------------------------------------------------
+
+struct default_case_t {
+    const char* key;
+    std::uint32_t texture_t::*handle;
+    std::uint32_t type;
+    std::vector<int> pixel;
+    GLint internal_format;
+};
+
+TEST_F(ModelTextures, WithoutNamesAreMapsOfOnePixel) {
+    ASSERT_TRUE(open(texture));
+    const default_case_t rows[] = {
+        {"color", &texture_t::color_handle, 1, {255, 255, 255, 255}, GL_RGBA8},
+        {"bump", &texture_t::bump_handle, 0, {0, 0, 127}, GL_RGB8_SNORM},
+        {"specular", &texture_t::spec_handle, 1, {255, 255, 255, 255}, GL_RGBA8},
+    };
+    for (const default_case_t& row : rows) {
+        const std::uint32_t handle = texture.*row.handle;
+        EXPECT_EQ(model_textures.find(row.key), handle) << row.key;
+        const image2d& image = entry_of(handle).image;
+        EXPECT_EQ(image.type, row.type) << row.key;
+        EXPECT_EQ(image.format, row.pixel.size() == 4 ? image_format::rgba : image_format::rgb);
+        EXPECT_EQ(pixel_bytes(image), row.pixel) << row.key;
+        EXPECT_EQ(level_parameter(handle, 0, GL_TEXTURE_WIDTH), 1);
+        EXPECT_EQ(level_parameter(handle, 0, GL_TEXTURE_INTERNAL_FORMAT), row.internal_format) << row.key;
+    }
+}
+
+TEST_F(ModelTextures, DefaultsAreLinearWhateverTheModelWants) {
+    texture.nearlinear = false;
+    texture.maglinear = false;
+    texture.aniso = 2.0F;
+    ASSERT_TRUE(open(texture));
+    for (const std::uint32_t handle : {texture.color_handle, texture.bump_handle, texture.spec_handle}) {
+        EXPECT_EQ(parameter(handle, GL_TEXTURE_MIN_FILTER), GL_LINEAR);
+        EXPECT_EQ(parameter(handle, GL_TEXTURE_MAG_FILTER), GL_LINEAR);
+        EXPECT_EQ(parameter(handle, GL_TEXTURE_WRAP_S), GL_REPEAT);
+        EXPECT_EQ(parameter(handle, GL_TEXTURE_WRAP_T), GL_REPEAT);
+        EXPECT_EQ(parameter(handle, GL_TEXTURE_MAX_ANISOTROPY_EXT), 2);
+    }
+}
+
+TEST_F(ModelTextures, DefaultsAreSharedByAllModels) {
+    texture_t other;
+    ASSERT_TRUE(open(texture));
+    ASSERT_TRUE(open(other));
+    EXPECT_EQ(texture.color_handle, other.color_handle);
+    EXPECT_EQ(texture.bump_handle, other.bump_handle);
+    EXPECT_EQ(texture.spec_handle, other.spec_handle);
+    EXPECT_EQ(model_textures.slots.size(), 3U);
+}
+
+TEST_F(ModelTextures, NeedNoBaseFile) {
+    EXPECT_TRUE(texture.open(nullptr));
+    EXPECT_NE(texture.spec_handle, 0U);
+}
+
+TEST_F(ModelTextures, DefaultsWithoutMemoryHaveTheirWords) {
+    if (!ulk_test::no_more_pages_t::is_possible())
+        GTEST_SKIP() << "a build with tools that need memory";
+    struct row_t {
+        std::vector<const char*> present;  ///< defaults that are there already
+        const char* words;
+    };
+    const row_t rows[] = {
+        {{}, "(color)texobj.img2d.allocate() failed.\n"},
+        {{"color"}, "(bump)texobj.img2d.allocate() fail.\n"},
+        {{"color", "bump"}, "(spec)texobj.img2d.allocate() failed.\n"},
+    };
+    for (const row_t& row : rows) {
+        libgr::clear_texture_stores();
+        for (const char* key : row.present)
+            model_textures.insert(key, {});
+        const captured_stream errors(std::cerr);
+        bool done = true;
+        {
+            const ulk_test::no_more_pages_t limit;
+            done = texture.open("");
+        }
+        EXPECT_FALSE(done);
+        EXPECT_EQ(errors.text(), row.words);
+    }
+}
+
+// --- colour maps ------------------------------------------------------------------------------------------
+
+TEST_F(ModelTextures, ColourMapIsKeptUnderItsPath) {
+    const std::string path = write_picture(folder, "red.png", plain_picture(4, 2, {255, 0, 0}));
+    texture.texture = "red.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(model_textures.find(path), texture.color_handle);
+    EXPECT_EQ(level_parameter(texture.color_handle, 0, GL_TEXTURE_WIDTH), 4);
+    EXPECT_EQ(level_parameter(texture.color_handle, 0, GL_TEXTURE_HEIGHT), 2);
+    EXPECT_EQ(level_parameter(texture.color_handle, 2, GL_TEXTURE_WIDTH), 1) << "with mipmaps";
+}
+
+TEST_F(ModelTextures, WithoutMipmapHasOneLevel) {
+    write_picture(folder, "red.png", plain_picture(4, 2, {255, 0, 0}));
+    texture.texture = "red.png";
+    texture.mipmap = false;
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(level_parameter(texture.color_handle, 1, GL_TEXTURE_WIDTH), 0);
+}
+
+struct filter_case_t {
+    bool nearlinear;
+    bool mipmap;
+    bool maglinear;
+    GLint min_filter;
+    GLint mag_filter;
+};
+
+TEST_F(ModelTextures, FiltersFollowTheSettings) {
+    constexpr filter_case_t rows[] = {
+        {false, false, false, GL_NEAREST, GL_NEAREST},
+        {true, false, false, GL_LINEAR, GL_NEAREST},
+        {false, true, false, GL_NEAREST_MIPMAP_NEAREST, GL_NEAREST},
+        {true, true, false, GL_LINEAR_MIPMAP_LINEAR, GL_NEAREST},
+        {true, true, true, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR},
+        {false, false, true, GL_NEAREST, GL_LINEAR},
+    };
+    write_picture(folder, "red.png", plain_picture(2, 2, {255, 0, 0}));
+    for (const filter_case_t& row : rows) {
+        libgr::clear_texture_stores();
+        texture.texture = texture.bumpmap = texture.specular = "red.png";
+        texture.nearlinear = row.nearlinear;
+        texture.mipmap = row.mipmap;
+        texture.maglinear = row.maglinear;
+        texture.aniso = 3.0F;
+        ASSERT_TRUE(open(texture));
+        for (const std::uint32_t handle : {texture.color_handle, texture.bump_handle, texture.spec_handle}) {
+            EXPECT_EQ(parameter(handle, GL_TEXTURE_MIN_FILTER), row.min_filter);
+            EXPECT_EQ(parameter(handle, GL_TEXTURE_MAG_FILTER), row.mag_filter);
+            EXPECT_EQ(parameter(handle, GL_TEXTURE_WRAP_S), GL_REPEAT);
+            EXPECT_EQ(parameter(handle, GL_TEXTURE_WRAP_T), GL_REPEAT);
+            EXPECT_EQ(parameter(handle, GL_TEXTURE_MAX_ANISOTROPY_EXT), 3);
+        }
+    }
+}
+
+TEST_F(ModelTextures, FirstModelOfAPictureDecidesItsFilters) {
+    write_picture(folder, "red.png", plain_picture(4, 4, {255, 0, 0}));
+    texture.texture = "red.png";
+    ASSERT_TRUE(open(texture));
+    texture_t other;
+    other.texture = "red.png";
+    other.mipmap = false;
+    other.maglinear = false;
+    ASSERT_TRUE(open(other));
+    EXPECT_EQ(other.color_handle, texture.color_handle);
+    EXPECT_EQ(parameter(other.color_handle, GL_TEXTURE_MIN_FILTER), GL_LINEAR_MIPMAP_LINEAR);
+    EXPECT_EQ(parameter(other.color_handle, GL_TEXTURE_MAG_FILTER), GL_LINEAR);
+}
+
+TEST_F(ModelTextures, PictureThatIsInTheStoreIsNotReadAgain) {
+    const std::string path = write_picture(folder, "red.png", plain_picture(4, 4, {255, 0, 0}));
+    texture.texture = "red.png";
+    ASSERT_TRUE(open(texture));
+    ASSERT_EQ(std::remove(path.c_str()), 0);
+    texture_t other;
+    other.texture = "red.png";
+    EXPECT_EQ(words(other), "");
+}
+
+TEST_F(ModelTextures, NamesAreRelativeToTheSceneFile) {
+    const ulk_test::working_directory elsewhere("/");
+    write_picture(folder, "red.png", plain_picture(1, 1, {255, 0, 0}));
+    texture.texture = "./red.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_NE(model_textures.find(folder.path("") + "./red.png"), 0U);
+}
+
+TEST_F(ModelTextures, WithoutABaseFileNamesAreRelativeToTheWorkingDirectory) {
+    const ulk_test::working_directory here(folder.path(""));
+    write_picture(folder, "red.png", plain_picture(1, 1, {255, 0, 0}));
+    texture.texture = "red.png";
+    EXPECT_TRUE(texture.open(nullptr));
+    EXPECT_EQ(model_textures.find("red.png"), texture.color_handle);
+}
+
+TEST_F(ModelTextures, FullPathStillHasTheSceneFilesFolderInFront) {
+    texture.texture = write_picture(folder, "red.png", plain_picture(1, 1, {255, 0, 0}));
+    const captured_stream errors(std::cerr);
+    EXPECT_FALSE(open(texture));
+    EXPECT_NE(model_textures.find(folder.path("") + texture.texture), 0U);
+}
+
+TEST_F(ModelTextures, ColourMapThatIsMissingEndsTheOpenWithItsWords) {
+    texture.texture = "missing.png";
+    texture.bump_handle = 77;
+    const std::string path = folder.path("missing.png");
+    EXPECT_EQ(words_of_failure(texture), path + ": file open error, No such file or directory\n" + scene +
+                                             ": base filename.\n" + path +
+                                             ": color autoloadformat failed.\n");
+    EXPECT_EQ(model_textures.find(path), texture.color_handle);
+    EXPECT_EQ(entry_of(texture.color_handle).object.texture_id(), 0U);
+    EXPECT_EQ(texture.bump_handle, 77U) << "not reached";
+    EXPECT_EQ(texture.spec_handle, 0U);
+}
+
+TEST_F(ModelTextures, FailureWithoutABaseFileStillTellsItsLines) {
+    texture.texture = "missing.xyz";
+    const captured_stream errors(std::cerr);
+    EXPECT_FALSE(texture.open(nullptr));
+    EXPECT_EQ(errors.text(),
+              "autoloadformat load fail, fname=missing.xyz\n"
+              ": base filename.\nmissing.xyz: color autoloadformat failed.\n");
+}
+
+TEST_F(ModelTextures, NameThatHasFailedIsNotTriedAgain) {
+    texture.texture = "missing.png";
+    EXPECT_NE(words_of_failure(texture), "");
+    EXPECT_EQ(words(texture), "");
+    EXPECT_FALSE(entry_of(texture.color_handle).object.IsLoaded());
+    EXPECT_NE(texture.bump_handle, 0U);
+}
+
+// --- bump maps --------------------------------------------------------------------------------------------
+
+/// Heights with a step in both directions.
+image2d heights() {
+    return image_of(image_format::grey, 3, 2, {0, 100, 200, 50, 60, 70});
+}
+
+image2d normals_of(const image2d& grey) {
+    image2d normals;
+    EXPECT_TRUE(libutils::heightmap2normalmap(normals, grey));
+    return normals;
+}
+
+TEST_F(ModelTextures, GreyBumpMapBecomesNormals) {
+    const std::string path = write_picture(folder, "heights.png", heights());
+    texture.bumpmap = "heights.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_handle, model_textures.find(path + ".norm"));
+    EXPECT_NE(model_textures.find(path), 0U);
+    EXPECT_EQ(model_textures.find(path + ".mono"), 0U);
+    const image2d& image = entry_of(texture.bump_handle).image;
+    EXPECT_EQ(image.format, image_format::rgb);
+    EXPECT_EQ(image.type, libutils::image_type::signed_integer);
+    EXPECT_EQ(pixel_bytes(image), pixel_bytes(normals_of(heights())));
+    EXPECT_EQ(level_parameter(texture.bump_handle, 0, GL_TEXTURE_WIDTH), 3);
+    EXPECT_EQ(entry_of(model_textures.find(path)).object.texture_id(), 0U) << "the heights are not shown";
+}
+
+image2d coloured_heights(std::uint32_t format) {
+    return image_of(format, 2, 1, {200, 40, 10, 30, 120, 90});
+}
+
+TEST_F(ModelTextures, Bump2MonoMakesHeightsOfColours) {
+    const std::string path = write_picture(folder, "rgb.png", coloured_heights(image_format::rgb));
+    texture.bumpmap = "rgb.png";
+    texture.bump2mono = true;
+    ASSERT_TRUE(open(texture));
+    image2d grey;
+    ASSERT_TRUE(libutils::rgb2grey(grey, coloured_heights(image_format::rgb)));
+    EXPECT_EQ(pixel_bytes(entry_of(model_textures.find(path + ".mono")).image), pixel_bytes(grey));
+    EXPECT_EQ(texture.bump_handle, model_textures.find(path + ".norm"));
+    EXPECT_EQ(pixel_bytes(entry_of(texture.bump_handle).image), pixel_bytes(normals_of(grey)));
+}
+
+TEST_F(ModelTextures, Bump2MonoReadsBlueGreenRedToo) {
+    const std::string path = write_picture(folder, "bgr.bmp", coloured_heights(image_format::rgb));
+    texture.bumpmap = "bgr.bmp";
+    texture.bump2mono = true;
+    ASSERT_TRUE(open(texture));
+    ASSERT_EQ(entry_of(model_textures.find(path)).image.format, image_format::bgr);
+    image2d grey;
+    ASSERT_TRUE(libutils::rgb2grey(grey, coloured_heights(image_format::rgb)));
+    EXPECT_EQ(pixel_bytes(entry_of(model_textures.find(path + ".mono")).image), pixel_bytes(grey));
+}
+
+TEST_F(ModelTextures, Bump2MonoOfOtherFormatsLeavesTheSurfaceSmooth) {
+    const std::string path =
+        write_picture(folder, "rgba.png", image_of(image_format::rgba, 1, 1, {200, 40, 10, 255}));
+    texture.bumpmap = "rgba.png";
+    texture.bump2mono = true;
+    EXPECT_EQ(words(texture), "normalmap(): image type not supported.\nheightmap2normalmap failed.\n");
+    EXPECT_EQ(texture.bump_handle, model_textures.find(path + ".norm"));
+    EXPECT_EQ(entry_of(texture.bump_handle).object.texture_id(), 0U);
+    EXPECT_EQ(texture.bump_offset_u, 0.0F);
+    EXPECT_EQ(texture.bump_offset_v, 0.0F);
+}
+
+TEST_F(ModelTextures, HeightsThatDoNotBecomeNormalsAreToldAndTheOpenGoesOn) {
+    image2d deep = ulk_test::image_header(image_format::grey, libutils::image_bits::bits_16, 1, 1);
+    ASSERT_TRUE(deep.allocate());
+    write_picture(folder, "deep.png", deep);
+    texture.bumpmap = "deep.png";
+    EXPECT_EQ(words(texture), "normalmap(): image type not supported.\nheightmap2normalmap failed.\n");
+    EXPECT_NE(texture.spec_handle, 0U);
+}
+
+TEST_F(ModelTextures, ColouredBumpMapIsReadAsSigned) {
+    const std::string path = write_picture(folder, "rgb.png", coloured_heights(image_format::rgb));
+    texture.bumpmap = "rgb.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_handle, model_textures.find(path + ".sint"));
+    const image2d& image = entry_of(texture.bump_handle).image;
+    EXPECT_EQ(image.type, libutils::image_type::signed_integer);
+    EXPECT_EQ(pixel_bytes(image), pixel_bytes(coloured_heights(image_format::rgb)));
+    EXPECT_EQ(image.begin(), entry_of(model_textures.find(path)).image.begin()) << "the bytes are shared";
+    EXPECT_EQ(entry_of(model_textures.find(path)).image.type, libutils::image_type::unsigned_integer);
+}
+
+TEST_F(ModelTextures, SignedEntryIsRenewedAtEachOpen) {
+    const std::string path = write_picture(folder, "rgb.png", coloured_heights(image_format::rgb));
+    texture.bumpmap = "rgb.png";
+    ASSERT_TRUE(open(texture));
+    const std::uint32_t handle = texture.bump_handle;
+    entry_of(model_textures.find(path)).image = coloured_heights(image_format::rgb);
+    entry_of(model_textures.find(path)).image.begin()[0] = 99;
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_handle, handle);
+    EXPECT_EQ(entry_of(handle).image.begin()[0], 99);
+}
+
+TEST_F(ModelTextures, SignedBumpMapIsUsedAsItIs) {
+    const std::uint32_t handle = model_textures.insert(folder.path("signed.png"), {});
+    entry_of(handle).image = coloured_heights(image_format::rgb);
+    entry_of(handle).image.type = libutils::image_type::signed_integer;
+    texture.bumpmap = "signed.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_handle, handle);
+    EXPECT_NE(entry_of(handle).object.texture_id(), 0U);
+    EXPECT_EQ(model_textures.find(folder.path("signed.png") + ".sint"), 0U);
+}
+
+TEST_F(ModelTextures, LastModelOfABumpMapDecidesItsFilters) {
+    write_picture(folder, "heights.png", heights());
+    texture.bumpmap = "heights.png";
+    ASSERT_TRUE(open(texture));
+    texture_t other;
+    other.bumpmap = "heights.png";
+    other.mipmap = false;
+    other.maglinear = false;
+    ASSERT_TRUE(open(other));
+    EXPECT_EQ(other.bump_handle, texture.bump_handle);
+    EXPECT_EQ(parameter(other.bump_handle, GL_TEXTURE_MIN_FILTER), GL_LINEAR);
+    EXPECT_EQ(parameter(other.bump_handle, GL_TEXTURE_MAG_FILTER), GL_NEAREST);
+}
+
+TEST_F(ModelTextures, BumpOffsetIsHalfATexel) {
+    write_picture(folder, "heights.png", heights());
+    texture.bumpmap = "heights.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_offset_u, -0.5F / 3);
+    EXPECT_EQ(texture.bump_offset_v, -0.25F);
+}
+
+TEST_F(ModelTextures, WithoutBumpofsTheOffsetStays) {
+    write_picture(folder, "heights.png", heights());
+    texture.bumpmap = "heights.png";
+    texture.bumpofs = false;
+    texture.bump_offset_u = 3;
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_offset_u, 3.0F);
+    EXPECT_EQ(texture.bump_offset_v, 0.0F);
+}
+
+TEST_F(ModelTextures, WithoutABumpMapTheOffsetStays) {
+    texture.bumpofs = true;
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.bump_offset_u, 0.0F);
+    EXPECT_EQ(texture.bump_offset_v, 0.0F);
+}
+
+TEST_F(ModelTextures, BumpMapThatIsMissingEndsTheOpenWithItsWords) {
+    texture.bumpmap = "missing.png";
+    const std::string path = folder.path("missing.png");
+    EXPECT_EQ(words_of_failure(texture), path + ": file open error, No such file or directory\n" + path +
+                                             ": bump autoloadformat failed.\n");
+    EXPECT_EQ(model_textures.find(path), texture.bump_handle);
+    EXPECT_EQ(entry_of(texture.bump_handle).object.texture_id(), 0U);
+    EXPECT_NE(texture.color_handle, 0U);
+    EXPECT_EQ(texture.spec_handle, 0U) << "not reached";
+}
+
+TEST_F(ModelTextures, BumpMapThatHasFailedStaysWithoutATexture) {
+    texture.bumpmap = "missing.png";
+    EXPECT_NE(words_of_failure(texture), "");
+    EXPECT_EQ(words(texture), "normalmap(): image type not supported.\nheightmap2normalmap failed.\n");
+    EXPECT_EQ(entry_of(texture.bump_handle).object.texture_id(), 0U);
+    EXPECT_EQ(texture.bump_offset_u, 0.0F);
+}
+
+// --- specular maps ----------------------------------------------------------------------------------------
+
+TEST_F(ModelTextures, SpecularMapIsKeptUnderItsPath) {
+    const std::string path = write_picture(folder, "gloss.png", plain_picture(2, 1, {9, 9, 9}));
+    texture.specular = "gloss.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(model_textures.find(path), texture.spec_handle);
+    EXPECT_EQ(level_parameter(texture.spec_handle, 0, GL_TEXTURE_WIDTH), 2);
+}
+
+TEST_F(ModelTextures, PictureForColourAndSpecularIsLoadedOnce) {
+    write_picture(folder, "both.png", plain_picture(2, 1, {9, 9, 9}));
+    texture.texture = texture.specular = "both.png";
+    ASSERT_TRUE(open(texture));
+    EXPECT_EQ(texture.color_handle, texture.spec_handle);
+}
+
+TEST_F(ModelTextures, SpecularMapThatIsMissingHasItsWords) {
+    texture.specular = "missing.png";
+    const std::string path = folder.path("missing.png");
+    EXPECT_EQ(words_of_failure(texture),
+              path + ": file open error, No such file or directory\n" + path + ": autoloadformat failed.\n");
+    EXPECT_EQ(model_textures.find(path), texture.spec_handle);
+    EXPECT_EQ(words(texture), "") << "the name is in the store now";
+}
+
+// --- the whole --------------------------------------------------------------------------------------------
+
+TEST_F(ModelTextures, MarksStandBehindTheFirstTwoStages) {
+    const ulk_test::forced_marks marks;
+    EXPECT_TRUE(open(texture));
+    EXPECT_THAT(marks.beginning_with("texture_t::"), ElementsAre("texture_t::open(5)", "texture_t::open(6)"));
+}
+
+TEST_F(ModelTextures, OpenWithAFullStoreIsFalseAndSpoilsNoEntry) {
+    write_picture(folder, "red.png", plain_picture(1, 1, {255, 0, 0}));
+    ASSERT_TRUE(open(texture));
+    const std::vector<int> first = pixel_bytes(model_textures.get(0)->image);
+    model_textures.slots.resize(model_textures.slot_limit);
+    for (std::string texture_t::*name : {&texture_t::texture, &texture_t::bumpmap, &texture_t::specular}) {
+        texture_t other;
+        other.*name = "red.png";
+        EXPECT_EQ(words_of_failure(other), "");
+    }
+    EXPECT_EQ(pixel_bytes(model_textures.get(0)->image), first);
+    EXPECT_TRUE(open(texture)) << "what is there can still be used";
+}
+
+TEST_F(ModelTextures, OpenWithoutRoomForADerivedBumpMapIsFalse) {
+    const std::string grey = write_picture(folder, "heights.png", heights());
+    const std::string rgb = write_picture(folder, "rgb.png", coloured_heights(image_format::rgb));
+    ASSERT_TRUE(open(texture));
+    entry_of(model_textures.insert(grey, {})).image = heights();
+    entry_of(model_textures.insert(rgb, {})).image = coloured_heights(image_format::rgb);
+    model_textures.slots.resize(model_textures.slot_limit);
+    for (const char* name : {"heights.png", "rgb.png"}) {
+        for (const bool mono : {false, true}) {
+            texture_t other;
+            other.bumpmap = name;
+            other.bump2mono = mono;
+            EXPECT_EQ(words_of_failure(other), "") << name;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace ulk3d

@@ -1,0 +1,193 @@
+#include "operations/cut/cut_pair.h"
+
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+#include "model/math/vectors.h"
+#include "support/captured_stream.h"
+
+namespace {
+
+using namespace ulk3d;
+using ulk_test::captured_stream;
+
+/// In the plane z = 0, its front up.
+cutter_triangle_t level_cutter() {
+    return cutter_triangle_t({{{0, 0, 0}, {4, 0, 0}, {0, 4, 0}}});
+}
+
+/// A victim whose edges at corner 0, which is up at `apex`, meet the plane half way, at p and q; its two
+/// other corners are below.
+corners_t victim_through(const pos2& p, const pos2& q, const pos2& apex) {
+    return {{{apex.x, apex.y, 1},
+             {2 * p.x - apex.x, 2 * p.y - apex.y, -1},
+             {2 * q.x - apex.x, 2 * q.y - apex.y, -1}}};
+}
+
+corners_t turned(const corners_t& corners, std::uint32_t turns) {
+    corners_t result;
+    for (std::uint32_t k = 0; k < 3; ++k)
+        result[(k + turns) % 3] = corners[k];
+    return result;
+}
+
+/// Each decision is made for the three turns of a victim, with the corners in the answer turned likewise.
+void expect_cut(const corners_t& victim, const pair_cut_t& expected,
+                const cutter_triangle_t& cutter = level_cutter()) {
+    for (std::uint32_t turns = 0; turns < 3; ++turns) {
+        cutter_triangle_t copy = cutter;
+        pair_cut_t turned_expected = expected;
+        if (expected.new_vertices != 0)
+            turned_expected.first = (expected.first + turns) % 3;
+        const pair_cut_t cut = cut_pair(copy, turned(victim, turns), 0, 0);
+        EXPECT_EQ(cut.new_vertices, turned_expected.new_vertices) << turns;
+        EXPECT_EQ(cut.first, turned_expected.first) << turns;
+        EXPECT_EQ(cut.t1, turned_expected.t1) << turns;
+        EXPECT_EQ(cut.t2, turned_expected.t2) << turns;
+    }
+}
+
+constexpr pair_cut_t nothing{};
+constexpr pair_cut_t both_halves_at_apex{2, 0, 0.5F, 0.5F};
+
+TEST(CutPair, VictimOnOneSideStaysWhole) {
+    expect_cut({{{1, 1, 1}, {2, 1, 2}, {1, 2, 3}}}, nothing);
+    expect_cut({{{1, 1, -1}, {2, 1, -2}, {1, 2, -3}}}, nothing);
+}
+
+TEST(CutPair, CoplanarVictimIsSkipped) {
+    expect_cut({{{1, 1, 0}, {2, 1, 0}, {1, 2, 0}}}, nothing);
+}
+
+TEST(CutPair, EdgeInThePlaneSkipsTheVictim) {
+    expect_cut({{{1, 1, 0}, {2, 1, 0}, {1, 2, 1}}}, nothing);
+}
+
+TEST(CutPair, ThreeEdgesThatMeetTheTriangleSkipTheVictim) {
+    expect_cut({{{1, 1, 0}, {3, 1, 1}, {1, 1, -1}}}, nothing);
+}
+
+TEST(CutPair, TwoCornersAndAnEdgeOutsideGiveOneNewVertex) {
+    expect_cut({{{0, 0, 0}, {8, 6, 1}, {8, 6, -3}}}, {1, 1, 0.25F, 0});
+}
+
+TEST(CutPair, OneEndInsideCuts) {
+    expect_cut(victim_through({1, 1}, {-2, 1}, {3, 3}), both_halves_at_apex);
+    expect_cut(victim_through({-2, 1}, {1, 1}, {3, 3}), both_halves_at_apex);
+    expect_cut(victim_through({1, 1}, {2, 1}, {3, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, NewVerticesStandWhereTheEdgesMeetThePlane) {
+    expect_cut({{{1, 1, 1}, {1, 1, -3}, {5, 5, -7}}}, {2, 0, 0.25F, 0.875F});
+}
+
+TEST(CutPair, OneEndAtACornerCuts) {
+    expect_cut(victim_through({0, 0}, {6, 5}, {1, 3}), both_halves_at_apex);
+    expect_cut(victim_through({0, 0}, {1, 1}, {1, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, LineAlongAnEdgeCutsWhereverTheEndsAre) {
+    expect_cut(victim_through({-1, 0}, {5, 0}, {1, 3}), both_halves_at_apex);
+    expect_cut(victim_through({7, 0}, {5, 0}, {1, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, EndsAtTwoCornersLeaveTheVictimWhole) {
+    expect_cut(victim_through({4, 0}, {0, 4}, {1, 1}), nothing);
+}
+
+TEST(CutPair, SegmentBesideTheTriangleLeavesTheVictimWhole) {
+    expect_cut(victim_through({-1, 5}, {6, 1}, {3, 3}), nothing);
+    expect_cut(victim_through({-1, -2}, {9, -1}, {3, 3}), nothing);
+}
+
+TEST(CutPair, SegmentThroughTwoEdgesCuts) {
+    expect_cut(victim_through({-1, 1}, {5, 2}, {3, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, SegmentThatEndsOnBothOutlinesCuts) {
+    // A hair outside of the first edge: the segment test of the last step alone, which has no tolerance,
+    // would leave the victim whole.
+    expect_cut(victim_through({2, -1e-5F}, {0, 2}, {3, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, SegmentThatOnlyTouchesTheOutlineLeavesTheVictimWhole) {
+    expect_cut(victim_through({2, 0}, {2.5F, -3}, {4, 3}), nothing);
+}
+
+TEST(CutPair, EndsJustInsideTheOutlineCutByTheSegmentTest) {
+    // The cutter's edge passes beside the victim, as it meets the segment's line at a grazing angle.
+    expect_cut(victim_through({1, 1e-5F}, {0, 0.1F}, {3, 3}), both_halves_at_apex);
+}
+
+TEST(CutPair, ThreeCutEdgesAreCutAtTheFirstTwo) {
+    const corners_t victim{{{1, 1, 0}, {9, 3, 1}, {9, 3, -1}}};
+    cutter_triangle_t cutter = level_cutter();
+    EXPECT_EQ(cut_pair(cutter, victim, 0, 0), (pair_cut_t{2, 1, 0.5F, 0}));
+    EXPECT_EQ(cut_pair(cutter, turned(victim, 1), 0, 0), (pair_cut_t{2, 1, 0, 1}));
+}
+
+TEST(CutPair, CornerInThePlaneOnTheOutlineIsNoSegment) {
+    expect_cut({{{2, 0, 0}, {2, 6, 1}, {2, 6, -1}}}, nothing);
+}
+
+TEST(CutPair, VictimWithoutAreaStaysWhole) {
+    expect_cut({{{-1, 5, 1}, {6, 1, -1}, {2.5F, 3, 0}}}, nothing);
+}
+
+TEST(CutPair, CutterEdgeInThePlaneOfTheVictimIsSkipped) {
+    expect_cut(victim_through({0, -1}, {0, 5}, {0, 1}), both_halves_at_apex);  // settled by the outline
+    expect_cut(victim_through({0, 4}, {0, 0}, {0, 1}), nothing);
+}
+
+TEST(CutPair, AllEdgesOfTheCutterThroughTheVictimAreTold) {
+    cutter_triangle_t cutter = level_cutter();
+    const captured_stream messages(std::cerr);
+    EXPECT_EQ(cut_pair(cutter, {{{-1, -1, 0}, {5, 5, 1}, {5, 5, -1}}}, 2, 2), nothing);
+    EXPECT_EQ(messages.text(), "ptn: on the line detect, ignore.\n");
+}
+
+TEST(CutPair, SingleCrosspointIsToldWithAllCodes) {
+    // Distances that no real triangle has: one edge of the victim is outside of all lines.
+    cutter_triangle_t cutter = level_cutter();
+    cutter.cut.make_flat();
+    for (auto& edge : cutter.cut.flat_edges)
+        edge.line = {1, 0, -3};
+    const captured_stream messages(std::cerr);
+    EXPECT_EQ(cut_pair(cutter, victim_through({-1, 1}, {5, 2}, {3, 3}), 11, 7), nothing);
+    EXPECT_EQ(messages.text(),
+              "ptn: obj: single crosspoint.\n"
+              "j: 11, i: 7\n"
+              "r1: 3, r2: 0, r3: 0\n"
+              "k1: 0, k2: 3, k3: 3\n");
+}
+
+TEST(CutPair, DecisionsAreSilent) {
+    const captured_stream messages(std::cerr);
+    expect_cut(victim_through({-1, 1}, {5, 2}, {3, 3}), both_halves_at_apex);
+    expect_cut(victim_through({4, 0}, {0, 4}, {1, 1}), nothing);
+    EXPECT_EQ(messages.text(), "");
+}
+
+struct corner_row_t {
+    std::uint64_t mi2, mi1;
+    const char* message;
+};
+
+TEST(HasCorners, TellsTheFirstThatIsMissing) {
+    const std::uint32_t elements[] = {0, 1, 2, 12, 13};
+    const corner_row_t rows[] = {
+        {0, 1, ""},
+        {9, 8, "error, mi2: 9 over.\n"},
+        {3, 5, "error, mi1: 5 over.\n"},
+        {3, 4, "error, mi2: 3 , meptr[mi2]: 12 >= 8 over.\n"},
+        {1, 4, "error, mi1: 4 , meptr[mi1]: 13 >= 8 over.\n"},
+    };
+    for (const corner_row_t& row : rows) {
+        const captured_stream messages(std::cerr);
+        EXPECT_EQ(has_corners(elements, 8, row.mi2, row.mi1), *row.message == '\0');
+        EXPECT_EQ(messages.text(), row.message);
+    }
+}
+
+}  // namespace
