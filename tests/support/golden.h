@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <string>
 
+#include "support/places.h"
 #include "utils/pictures/rgba_picture.h"
-
 namespace ulk_test {
 
 /// How two pictures of one size differ. A pixel counts when one of its channels is off by more than
@@ -31,8 +31,8 @@ picture_difference_t compare_pictures(const libutils::rgba_picture_t& picture,
 
 /// Where golden pictures lie, and where what a failed comparison leaves goes.
 struct golden_folders_t {
-    std::filesystem::path golden = std::filesystem::path(ULK_TEST_DATA_DIR) / "golden";
-    std::filesystem::path failures = ULK_GOLDEN_FAILURES_DIR;
+    std::filesystem::path golden = std::filesystem::path(test_data_folder()) / "golden";
+    std::filesystem::path failures = golden_failures_folder();
 };
 
 /// Compares with the golden picture `name`.png. A comparison that fails leaves `name`.png and, when the sizes

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "support/places.h"
 #include "utils/text/numbers.h"
 
 namespace ulk_test {
@@ -54,7 +55,7 @@ std::string patch_block() {
 }
 
 std::string sample(const std::string& name) {
-    return std::string(ULK_SAMPLES_DIR) + "/" + name;
+    return samples_folder() + "/" + name;
 }
 
 std::string read_file(const std::string& path) {

@@ -8,6 +8,7 @@
 #include "formats/stl/stl_writer.h"
 #include "gl/formats/scene/block_reading.h"
 #include "support/gl_context.h"
+#include "support/places.h"
 #include "support/scene_text.h"
 #include "support/stl_bytes.h"
 
@@ -19,7 +20,7 @@ using namespace ulk_test;
 
 /// Runs admesh on a file; what it printed. Fails the test when it did not run well.
 std::string admesh(const std::string& options, const std::string& path) {
-    const std::string command = "'" ULK_ADMESH "' " + options + " '" + path + "' 2>&1";
+    const std::string command = "'" + admesh_program() + "' " + options + " '" + path + "' 2>&1";
     FILE* const pipe = popen(command.c_str(), "r");
     if (pipe == nullptr) {
         ADD_FAILURE() << "not started: " << command;

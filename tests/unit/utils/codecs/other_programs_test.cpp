@@ -8,12 +8,14 @@
 #include "unit/utils/codecs/codec_test.h"
 #include "utils/codecs/image_codecs.h"
 
+#include "support/places.h"
+
 /// Files that ImageMagick has made (tests/data/images/make_images.sh), of slopes whose pixels are known.
 namespace libutils {
 namespace {
 
 bool read_file_of_any_form(image2d& image, const std::string& name) {
-    const std::string path = std::string(ULK_TEST_DATA_DIR) + "/images/" + name;
+    const std::string path = test_data_folder() + "/images/" + name;
     if (name.ends_with(".png"))
         return read_png_image(image, path.c_str()) == 0;
     if (name.ends_with(".jpg")) {
