@@ -95,9 +95,10 @@ void model(benchmark::State& state) {
             state.SkipWithError("no memory");
             break;
         }
-        polygon.selectpolygons = marks;
+        for (const std::uint32_t id : marks)
+            polygon.selectpolygon(id);
         state.ResumeTiming();
-        if (!fold_polygons(polygon.selectpolygons, {0.5F, 0, 0}, {0.5F, 1, 0}, 60.0F, polygon.vertices,
+        if (!fold_polygons(polygon.selectpolygons(), {0.5F, 0, 0}, {0.5F, 1, 0}, 60.0F, polygon.vertices,
                            polygon.normals, polygon.elements) ||
             !polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count())) {
             state.SkipWithError("no memory");

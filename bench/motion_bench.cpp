@@ -66,7 +66,7 @@ class stage_t {
         target.bind();
         editor.init();
         editor.reshape(width, height);
-        editor.add_model(kind_polygon);
+        editor.add_model(model_kind_t::polygon);
         build_sheet(editor.current_model()->polygon, triangles);
         editor.key_command(key_return);
         editor.display();

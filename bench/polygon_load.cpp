@@ -52,7 +52,7 @@ void load_plainly(polygon_t& polygon) {
     const index_span elements(polygon.elements);
     const index_span selected(polygon.selectelems);
     walk_strips(elements.span(), vertices.size(), [&](const strip_triangle_t& t) {
-        const bool is_selected = polygon.selectpolygons.contains(static_cast<std::uint32_t>(t.id));
+        const bool is_selected = polygon.selectpolygons().contains(static_cast<std::uint32_t>(t.id));
         selected[3 * t.id] = is_selected ? t.a : restart_mark;
         selected[3 * t.id + 1] = is_selected ? t.b : restart_mark;
         selected[3 * t.id + 2] = is_selected ? t.c : restart_mark;
@@ -73,7 +73,7 @@ void load_a_million_triangles(benchmark::State& state) {
     build_sheet(polygon);
     for (std::uint32_t id = 0; id < 500'000; id += 5)
         if (state.range(0) != 0)
-            polygon.selectpolygons.insert(id);
+            polygon.selectpolygon(id);
     for (auto _ : state) {
         state.PauseTiming();
         if (state.range(1) != 0)

@@ -61,7 +61,7 @@ void build_sheet(model_entry_t& entry) {
 /// The sheet, and a file that holds it; the file is removed at the end of the process.
 class sheet_t {
   public:
-    sheet_t() : entry(kind_polygon) {
+    sheet_t() : entry(model_kind_t::polygon) {
         need_context();
         build_sheet(entry);
         const std::string name = "ulk-bench-" + std::to_string(getpid()) + ".ulk";
@@ -193,7 +193,7 @@ void read_polygon_block(benchmark::State& state) {
     const std::string& path = sheet().path;
     for (auto _ : state) {
         state.PauseTiming();
-        model_entry_t entry(kind_polygon);
+        model_entry_t entry(model_kind_t::polygon);
         std::ostringstream log;
         state.ResumeTiming();
         text_lines input = text_lines::open(path.c_str());
@@ -212,7 +212,7 @@ void read_polygon_block_plainly(benchmark::State& state) {
     const std::string& path = sheet().path;
     for (auto _ : state) {
         state.PauseTiming();
-        model_entry_t entry(kind_polygon);
+        model_entry_t entry(model_kind_t::polygon);
         state.ResumeTiming();
         if (!read_plainly(path, entry.polygon))
             state.SkipWithError("not read");
@@ -228,7 +228,7 @@ void allocate_and_complete(benchmark::State& state) {
     sheet();
     for (auto _ : state) {
         state.PauseTiming();
-        model_entry_t entry(kind_polygon);
+        model_entry_t entry(model_kind_t::polygon);
         state.ResumeTiming();
         if (!entry.polygon.allocate(vertex_total, element_total))
             state.SkipWithError("not allocated");

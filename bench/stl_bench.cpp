@@ -64,7 +64,7 @@ void build_sheet(polygon_t& polygon) {
 /// The sheet, and a file that holds it; the file is removed at the end of the process.
 class sheet_t {
   public:
-    sheet_t() : entry(kind_polygon) {
+    sheet_t() : entry(model_kind_t::polygon) {
         need_context();
         build_sheet(entry.polygon);
         const std::string name = "ulk-bench-" + std::to_string(getpid()) + ".stl";
@@ -123,7 +123,8 @@ bool load_plainly(const char* path, scene_t& scene) {
         return false;
     char header[80];
     read_field(input, header);
-    polygon_t& polygon = scene.models.emplace_back(std::make_unique<model_entry_t>(kind_polygon))->polygon;
+    polygon_t& polygon =
+        scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
     std::uint32_t count = 0;
     read_field(input, count);
     if (!polygon.allocate(3 * count, 4 * count))
@@ -192,7 +193,8 @@ void load_file(benchmark::State& state) {
 
 /// What is left of a load when nothing is read: the making of the arrays and the numbering of the polygons.
 bool allocate_and_complete(const char* path, scene_t& scene) {
-    polygon_t& polygon = scene.models.emplace_back(std::make_unique<model_entry_t>(kind_polygon))->polygon;
+    polygon_t& polygon =
+        scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
     const bool allocated = polygon.allocate(3 * triangle_total, 4 * triangle_total);
     polygon.afterload(path);
     return allocated;
@@ -226,7 +228,8 @@ bool load_with_assimp(const char* path, scene_t& scene) {
     if (mesh == nullptr)
         return false;
     const std::uint32_t count = mesh->mNumFaces;
-    polygon_t& polygon = scene.models.emplace_back(std::make_unique<model_entry_t>(kind_polygon))->polygon;
+    polygon_t& polygon =
+        scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
     if (!polygon.allocate(3 * count, 4 * count))
         return false;
     const auto corner = [mesh](std::uint32_t i) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/mapped_span.h"
 #include "utils/text/evalnumber.h"
 #include "utils/text/numbers.h"
 
@@ -25,18 +24,6 @@ void for_each_line(std::string& text, std::size_t count, Store&& store) {
     }
 }
 
-record_member_t place_of(const array_t& array, std::uint64_t member) {
-    const std::span<const element_t> attributes = elements_of(array.element_list());
-    if (member >= attributes.size())
-        return {};
-    return {array.vertex_stride(), word_offset_of(array.element_list(), member),
-            component_count(attributes[member])};
-}
-
-std::size_t record_count(std::size_t words, const record_member_t& member) {
-    return member.components == 0 ? 0 : words / member.stride;
-}
-
 void store_line(const char* line, std::span<float> components) {
     for (float& component : components) {
         component = libutils::evalnumber(line, &line);
@@ -49,11 +36,13 @@ void store_line(const char* line, std::span<float> components) {
 
 std::string member_text(std::span<const float> words, const record_member_t& member) {
     std::string text;
-    for (std::size_t i = 0; i < record_count(words.size(), member); ++i) {
+    const member_view_t<const float> values(words, member);
+    for (std::size_t i = 0; member.components > 0 && i < values.size(); ++i) {
+        const float* const value = values.at(i, member.components);
         for (std::uint32_t k = 0; k < member.components; ++k) {
             if (k > 0)
                 text += ',';
-            libutils::append_number(text, words[i * member.stride + member.offset + k]);
+            libutils::append_number(text, value[k]);
         }
         text += '\n';
     }
@@ -62,18 +51,19 @@ std::string member_text(std::span<const float> words, const record_member_t& mem
 
 std::string member_text(const array_t& array, std::uint64_t member) {
     const array_span<const float> words(array);
-    return member_text(words.span(), place_of(array, member));
+    return member_text(words.span(), member_of(array, member));
 }
 
 void store_member_text(std::span<float> words, const record_member_t& member, std::string text) {
-    for_each_line(text, record_count(words.size(), member), [&](std::size_t i, const char* line) {
-        store_line(line, words.subspan(i * member.stride + member.offset, member.components));
+    const member_view_t<float> values(words, member);
+    for_each_line(text, member.components == 0 ? 0 : values.size(), [&](std::size_t i, const char* line) {
+        store_line(line, {values.at(i, member.components), member.components});
     });
 }
 
 void store_member_text(array_t& array, std::uint64_t member, std::string text) {
     const array_span<float> words(array);
-    store_member_text(words.span(), place_of(array, member), std::move(text));
+    store_member_text(words.span(), member_of(array, member), std::move(text));
 }
 
 std::string index_text(const element_array_t& elements) {

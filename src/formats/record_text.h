@@ -4,20 +4,12 @@
 #include <span>
 #include <string>
 
-#include "render/gl/array.h"
-#include "render/gl/element_array.h"
+#include "model/attributes.h"
 
 /// GL arrays as plain text, a line for each record, for people who edit them like a file. Numbers are written
 /// as in scene files: six significant digits in every locale. The functions on arrays need a current
 /// GL context.
 namespace ulk3d {
-
-/// One attribute of the vertices in an array of words.
-struct record_member_t {
-    std::uint32_t stride = 0;      ///< words of a vertex
-    std::uint32_t offset = 0;      ///< of the attribute in it
-    std::uint32_t components = 0;  ///< 0 for an attribute that does not exist
-};
 
 /// The components of one attribute of every vertex, separated by "," and each line ended by a line feed.
 /// `member` counts in the array's element list; empty text for one beyond it.

@@ -17,7 +17,7 @@ bool is_stl_path(const char* path) {
 }
 
 /// Makes a model of a kind at the end of a list.
-model_entry_t& append_model(model_list_t& models, std::uint32_t kind) {
+model_entry_t& append_model(model_list_t& models, model_kind_t kind) {
     return *models.emplace_back(std::make_unique<model_entry_t>(kind));
 }
 
@@ -61,12 +61,12 @@ class top_level_reader {
             return outcome_of(read_environment(path, *environment, line_counter, line, input, log));
         if (line.starts_with("begin nurbs_surface")) {
             // A failing block leaves its model in the list: the caller drops what a failed load has left.
-            model_entry_t& entry = append_model(models, kind_nurbs);
+            model_entry_t& entry = append_model(models, model_kind_t::nurbs);
             return outcome_of(read_nurbs_surface(path, entry.nurbs, entry.texture, entry.polygon, glpolygon,
                                                  line_counter, line, input, log));
         }
         if (line.starts_with("begin polygon_surface")) {
-            model_entry_t& entry = append_model(models, kind_polygon);
+            model_entry_t& entry = append_model(models, model_kind_t::polygon);
             return outcome_of(
                 read_polygon_surface(path, entry.texture, entry.polygon, line_counter, line, input, log));
         }
@@ -90,9 +90,9 @@ class top_level_reader {
 /// Gives a model the path as its name and writes its block.
 void write_model(model_entry_t& entry, const char* path, text_output& output) {
     entry.polygon.name = path;
-    if (entry.kind == kind_polygon) {
+    if (entry.kind == model_kind_t::polygon) {
         write_polygon_surface(entry.texture, entry.polygon, output);
-    } else if (entry.kind == kind_nurbs) {
+    } else if (entry.kind == model_kind_t::nurbs) {
         entry.nurbs.name = path;
         write_nurbs_surface(entry.nurbs, output);
     }

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <iostream>
 #include <limits>
-#include <optional>
 #include <string>
 #include <utility>
 
-#include "model/mapped_span.h"
+#include "model/attributes.h"
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
 #include "model/modeling.h"
@@ -22,54 +21,22 @@ auto array_of(Model& model, std::uint64_t array) {
                                                               : nullptr;
 }
 
-/// One member of the records of an array, mapped while this lives. Float is const for reading.
-template <class Float>
-class mapped_member_t {
-  public:
-    template <class Array>
-    mapped_member_t(Array* array, std::uint64_t member) {
-        if (array == nullptr)
-            return;
-        const auto elements = elements_of(array->element_list());
-        if (member < elements.size())
-            kind = elements[member].type;
-        offset = word_offset_of(array->element_list(), member);
-        stride = array->vertex_stride();
-        words.emplace(*array);
-    }
+/// Floats that an edit keeps of a member: 3 or 4, none for a kind that is not handled.
+std::uint32_t handled_components(const record_member_t& member) {
+    if (member.kind == e_type_t::Position || member.kind == e_type_t::Normal)
+        return 3;
+    return member.kind == e_type_t::RGBA ? 4 : 0;
+}
 
-    /// Floats that make up the member's value: 3 or 4, none for a kind that is not handled.
-    std::uint32_t components() const {
-        if (kind == e_type_t::Position || kind == e_type_t::Normal)
-            return 3;
-        return kind == e_type_t::RGBA ? 4 : 0;
-    }
-
-    /// True, after a line that begins with `what`, when the member is of a kind that is not handled.
-    bool is_reported_unhandled(const char* what) const {
-        if (kind && components() == 0)
-            std::cerr << what << " (" << std::to_string(static_cast<std::uint32_t>(*kind))
-                      << ") not handled.\n";
-        return components() == 0;
-    }
-
-    bool has_record(std::uint64_t index) const {
-        return words && stride != 0 && index < words->size() / stride;
-    }
-
-    /// The first float of the member in the record at `index`; null unless `count` of them lie in the record.
-    Float* at(std::uint64_t index, std::uint32_t count) const {
-        if (!has_record(index) || offset + count > stride)
-            return nullptr;
-        return &(*words)[index * stride + offset];
-    }
-
-  private:
-    std::optional<e_type_t> kind;
-    std::uint32_t offset = 0;
-    std::uint32_t stride = 0;
-    std::optional<array_span<Float>> words;
-};
+/// True, after a line that begins with `what`, when the member is of a kind that is not handled.
+bool is_reported_unhandled(const record_member_t& member, const char* what) {
+    if (handled_components(member) != 0)
+        return false;
+    if (member.kind)
+        std::cerr << what << " (" << std::to_string(static_cast<std::uint32_t>(*member.kind))
+                  << ") not handled.\n";
+    return true;
+}
 
 /// Tells the model of the points that it has.
 void tell_changed(modeling_t& model, const edit_t& edit) {
@@ -88,11 +55,11 @@ bool exchange(edit_t& edit, modeling_t& model) {
         return false;
     {
         const mapped_member_t<float> member(array_of(model, edit.array), edit.member);
-        const std::uint32_t count = member.components();
+        const std::uint32_t count = handled_components(member->place());
         for (edit_point_t& point : edit.points) {
-            if (member.is_reported_unhandled("element_t::e_type_t"))
+            if (is_reported_unhandled(member->place(), "element_t::e_type_t"))
                 continue;
-            float* const present = member.at(point.index, count);
+            float* const present = member->at(point.index, count);
             if (present == nullptr)
                 continue;
             std::swap(point.value.x, present[0]);
@@ -112,7 +79,7 @@ bool differs(const edit_t& edit, const modeling_t& model) {
         return false;
     const mapped_member_t<const float> member(array_of(model, edit.array), edit.member);
     return std::ranges::any_of(edit.points, [&member](const edit_point_t& point) {
-        const float* const present = member.at(point.index, 3);
+        const float* const present = member->at(point.index, 3);
         return present != nullptr && !f_eq(pos3{point.value.x, point.value.y, point.value.z},
                                            pos3{present[0], present[1], present[2]});
     });
@@ -128,15 +95,15 @@ void edit_history_t::open(std::uint64_t array, std::uint64_t member, const model
     const std::vector<bool>& selection = model.selection;
     edit.points.reserve(static_cast<std::size_t>(std::ranges::count(selection, true)));
     const mapped_member_t<const float> values(array_of(model, array), member);
-    const std::uint32_t count = values.components();
+    const std::uint32_t count = handled_components(values->place());
     for (std::size_t i = 0; i < selection.size(); ++i) {
-        if (!selection[i] || !values.has_record(i))
+        if (!selection[i] || i >= values->size())
             continue;
         edit_point_t& point = edit.points.emplace_back();
         point.index = i;
-        if (values.is_reported_unhandled("element.type"))
+        if (is_reported_unhandled(values->place(), "element.type"))
             continue;
-        if (const float* const present = values.at(i, count))
+        if (const float* const present = values->at(i, count))
             point.value = {present[0], present[1], present[2], count == 4 ? present[3] : 0};
     }
 }
@@ -160,7 +127,7 @@ bool edit_history_t::move(modeling_t& model, const pos3& delta) {
     {
         const mapped_member_t<float> member(array_of(model, edit.array), edit.member);
         for (const auto& [value, index] : edit.points) {
-            float* const present = member.at(index, 3);
+            float* const present = member->at(index, 3);
             if (present == nullptr)
                 continue;
             present[0] = value.x + delta.x;

@@ -2,19 +2,14 @@
 
 namespace ulk3d {
 
-modeling_t* modeling_of(model_entry_t& entry) {
-    switch (entry.kind) {
-        case kind_polygon:
-            return &entry.polygon;
-        case kind_nurbs:
-            return &entry.nurbs;
-        default:
-            return nullptr;
-    }
+modeling_t& model_entry_t::modeling() {
+    if (kind == model_kind_t::nurbs)
+        return nurbs;
+    return polygon;
 }
 
-const modeling_t* modeling_of(const model_entry_t& entry) {
-    return modeling_of(const_cast<model_entry_t&>(entry));
+const modeling_t& model_entry_t::modeling() const {
+    return const_cast<model_entry_t&>(*this).modeling();
 }
 
 }  // namespace ulk3d

@@ -12,27 +12,27 @@
 
 namespace ulk3d {
 
-enum : std::uint32_t {
-    kind_polygon = 0,
-    kind_nurbs = 1,
-};
+enum class model_kind_t : std::uint32_t { polygon = 0, nurbs = 1 };
 
 /// One model of the scene, of either kind. Models are told apart by their place in the scene's list.
+///
+/// What both kinds have stands here and in `texture`, so that it stays when a NURBS model becomes the polygon
+/// model that it is drawn as: only `kind` changes then.
 struct model_entry_t {
-    explicit model_entry_t(std::uint32_t model_kind) : kind(model_kind), nurbs(&texture, &polygon) {}
+    explicit model_entry_t(model_kind_t model_kind) : kind(model_kind), nurbs(&texture, &polygon) {}
     model_entry_t(const model_entry_t&) = delete;
     model_entry_t& operator=(const model_entry_t&) = delete;
 
-    std::uint32_t kind;  ///< kind_polygon or kind_nurbs
+    /// The model by its kind.
+    modeling_t& modeling();
+    const modeling_t& modeling() const;
+
+    model_kind_t kind;
     texture_t texture;
     polygon_t polygon;  ///< the mesh; for a NURBS model the tessellated surface
     nurbs_t nurbs;      ///< writes into `texture` and `polygon`; empty in a polygon model
     edit_history_t history;
 };
-
-/// The model of an entry, by its kind; null for a kind that does not exist.
-modeling_t* modeling_of(model_entry_t& entry);
-const modeling_t* modeling_of(const model_entry_t& entry);
 
 using model_list_t = std::list<std::unique_ptr<model_entry_t>>;
 

@@ -34,8 +34,8 @@ struct texture_t {
     ///
     /// False at the first picture that can not be loaded, with lines on the standard error stream. Its handle
     /// is then that of an entry without a GL name, which a draw leaves out, and the maps behind it keep the
-    /// handles that they had. A picture that is in the store already is not loaded or, but for bump maps,
-    /// uploaded again: the filters of the first model that names it hold.
+    /// handles that they had. A picture that is in the store already is not loaded again. Of colour and
+    /// specular maps the filters of the first model that names one hold, of bump maps those of the last.
     bool open(const char* base_file);
 };
 

@@ -38,9 +38,9 @@ void print_pictures(const std::vector<scene_picture_t>& pictures) {
 }
 
 void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry, const std::string& path) {
-    const ulk3d::modeling_t* model = ulk3d::modeling_of(entry);
+    const ulk3d::modeling_t& model = entry.modeling();
     std::cout << "model " << index << ": ";
-    if (entry.kind == ulk3d::kind_nurbs) {
+    if (entry.kind == ulk3d::model_kind_t::nurbs) {
         const ulk3d::nurbs_t& nurbs = entry.nurbs;
         std::cout << "nurbs surface, " << nurbs.count1 << " x " << nurbs.count2 << " points, order "
                   << nurbs.order1 << " x " << nurbs.order2 << ", resolution " << nurbs.resolution1 << " x "
@@ -51,7 +51,7 @@ void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry, const s
     std::cout << "  mesh: " << entry.polygon.vertex_count() << " vertices, " << entry.polygon.element_count()
               << " elements, " << count_triangles(entry.polygon) << " triangles\n";
     ulk3d::pos3 low, high;
-    model->bounds(low, high);
+    model.bounds(low, high);
     std::cout << "  box: " << text_of(low) << " to " << text_of(high) << '\n';
     print_pictures(model_pictures(entry.texture, path));
 }

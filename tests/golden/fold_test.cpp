@@ -27,9 +27,9 @@ TEST_F(FoldPicture, ACreasedSheetLooksAsBefore) {
     // Rows of 20 quads, two triangles each, over rows of 21 vertices.
     for (std::uint32_t row = 0; row < 20; ++row)
         for (std::uint32_t i = 24; i < 40; ++i)
-            editor.models().front()->polygon.selectpolygons.insert(row * 40 + i);
-    editor.fold_picks[0] = {0, 20 * 21 + 12};
-    editor.fold_picks[1] = {0, 12};
+            editor.models().front()->polygon.selectpolygon(row * 40 + i);
+    editor.scene().fold_picks[0] = {0, 20 * 21 + 12};
+    editor.scene().fold_picks[1] = {0, 12};
     editor.set_fold_angle(-60);
     ASSERT_TRUE(editor.fold());
     // Marked polygons are translucent; the sheet is shown as a whole.

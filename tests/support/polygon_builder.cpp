@@ -62,6 +62,12 @@ void build_polygon(polygon_t& polygon, const std::vector<vertex_t>& vertices,
     polygon.afterload(nullptr);
 }
 
+void select_polygons(polygon_t& polygon, const std::set<std::uint32_t>& ids) {
+    polygon.clearpolygons();
+    for (const std::uint32_t id : ids)
+        polygon.selectpolygon(id);
+}
+
 std::vector<vertex_t> vertices_of(const polygon_t& polygon) {
     return records_of<vertex_t>(polygon.vertices);
 }

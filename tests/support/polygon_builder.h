@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <vector>
 
 #include "model/polygon/polygon.h"
@@ -24,6 +25,9 @@ void build_polygon(ulk3d::polygon_t& polygon, const std::vector<ulk3d::vertex_t>
 /// The same with given frames for the first vertices; the others have zero ones.
 void build_polygon(ulk3d::polygon_t& polygon, const std::vector<ulk3d::vertex_t>& vertices,
                    const std::vector<std::uint32_t>& elements, const std::vector<ulk3d::frame_t>& frames);
+
+/// Selects these polygons and no others.
+void select_polygons(ulk3d::polygon_t& polygon, const std::set<std::uint32_t>& ids);
 
 /// What stands in the buffers: records in use.
 std::vector<ulk3d::vertex_t> vertices_of(const ulk3d::polygon_t& polygon);

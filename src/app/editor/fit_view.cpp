@@ -26,8 +26,7 @@ struct box_t {
 };
 
 bool has_points(const model_entry_t& entry) {
-    const modeling_t* model = modeling_of(entry);
-    return model != nullptr && model->array(0)->element_count() > 0;
+    return entry.modeling().array(0)->element_count() > 0;
 }
 
 /// The box of all models that have points; that of a scene without any is the origin.
@@ -37,7 +36,7 @@ box_t scene_box(const model_list_t& models) {
         if (!has_points(*entry))
             continue;
         box_t one;
-        modeling_of(*entry)->bounds(one.low, one.high);
+        entry->modeling().bounds(one.low, one.high);
         box.low = component_min(box.low, one.low);
         box.high = component_max(box.high, one.high);
     }
@@ -110,7 +109,7 @@ float distance_to(const model_list_t& models, const camera_t& camera, const dir3
     const mtx3w projecting = translation(-centre_and_back) * camera.perspective.matrix;
     extremes_t extremes;
     for (const auto& entry : models) {
-        if (entry->kind == kind_nurbs)
+        if (entry->kind == model_kind_t::nurbs)
             add_points<control_point_t>(extremes, entry->nurbs.ctlpts, projecting);
         else
             add_points<vertex_t>(extremes, entry->polygon.vertices, projecting);

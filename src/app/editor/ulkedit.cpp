@@ -1,142 +1,124 @@
 #include "app/editor/ulkedit.h"
 
-#include <GL/glew.h>
-
-#include <algorithm>
 #include <iostream>
-#include <iterator>
+#include <utility>
 
-#include "app/editor/fit_view.h"
 #include "app/editor/program_path.h"
 #include "formats/scene_files.h"
 #include "gltextures/gr_check_error.h"
-#include "gltextures/textures/texture_stores.h"
-#include "render/gl/gl_requirement.h"
 
 namespace ulk3d {
 
 using libgr::grCheckError;
 
-namespace {
-
-/// A fold pick after the model at `removed` has gone.
-void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
-    if (pick.model == no_index)
-        return;
-    if (pick.model == removed)
-        pick = {};
-    else if (pick.model > removed)
-        --pick.model;
-}
-
-}  // namespace
-
-ulkedit_t::ulkedit_t(const char* argv0) : program_dir(program_directory(argv0)), current(scene_models.end()) {
-    connect_operations();
-}
-
-void ulkedit_t::init() {
-    require_gl33();
-    gl_is_loaded = true;
-
-    grCheckError("ulkedit_t::init() before GL init.");
-    glClearColor(0.18F, 0.18F, 0.18F, 1.0F);
-    glEnable(GL_DEPTH_TEST);
-    glDisable(GL_CULL_FACE);
-    glDisable(GL_DITHER);
-    glClampColor(GL_CLAMP_READ_COLOR, GL_TRUE);
-    glEnable(GL_PROGRAM_POINT_SIZE);
-    grCheckError("ulkedit_t::init() after GL inited.");
-    libgr::clear_texture_stores_at_exit();
-
-    // The failures that return print their line themselves; the program goes on without what they make.
-    static_cast<void>(glpolygon.init(program_dir.c_str()));
-    static_cast<void>(glnurbs.init(program_dir.c_str()));
-    grid_t::init(program_dir.c_str());
-    static_cast<void>(line_overlay.init(program_dir.c_str()));
-
-    grCheckError("ulkedit_t::init4");
-    reset_view(cameras, scene_models);
-    grCheckError("ulkedit_t::init5");
-}
-
-void ulkedit_t::reshape(int width, int height) {
-    areas.resize(width, height);
-    cameras.update_ortho(areas);
-    axis_grids.set_size(static_cast<float>(areas.half_width), static_cast<float>(areas.half_height));
-    cameras.update_perspective(areas);
-    if (gl_is_loaded)
-        update_ortho_views();
-    grCheckError("ulkedit_t::reshape(end)");
-}
+ulkedit_t::ulkedit_t(const char* argv0) : program_dir(program_directory(argv0)) {}
 
 bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
-    if (cutting)
-        return false;
-    grCheckError("ulkedit_t::file_open(0)");
-    scene_t loaded;
-    if (!load_scene(loaded, name, glpolygon, errors)) {
+    const bool opened = edited.append([&](scene_t& loaded) {
+        grCheckError("ulkedit_t::file_open(0)");
+        if (load_scene(loaded, name, seen.glpolygon, errors))
+            return true;
         std::cerr << name << ": file open error." << std::endl;
         return false;
-    }
-
-    const std::uint64_t first_new = scene_models.size();
-    scene_models.splice(scene_models.end(), loaded.models);
-    if (!loaded.environment.cubetex.empty())
-        scene_environment = loaded.environment;
-    select_model(first_new);
-
+    });
+    if (!opened)
+        return false;
     grCheckError("ulkedit_t::file_open(1)");
-    fit_scene();
-    clear_undo();
+    seen.fit(edited.models());
     grCheckError("ulkedit_t::file_open(3)");
     return true;
 }
 
-bool ulkedit_t::save_models_to(const char* path) {
-    return save_models(scene_models, path);
+model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
+    model_entry_t* const entry = current_model();
+    return entry != nullptr && entry->kind == kind ? entry : nullptr;
 }
 
-bool ulkedit_t::save_current_to(const char* path) {
-    model_entry_t* entry = current_model();
-    return entry != nullptr && save_model(*entry, path);
+void ulkedit_t::set_polygon(const polygon_settings_t& settings) {
+    edited.gate().pass([&] {
+        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
+            set_polygon_settings(*entry, settings);
+    });
 }
 
-void ulkedit_t::add_model(std::uint32_t kind) {
-    if (cutting)
-        return;
-    scene_models.push_back(std::make_unique<model_entry_t>(kind));
-    select_model(scene_models.size() - 1);
+void ulkedit_t::set_nurbs(const nurbs_settings_t& settings) {
+    edited.gate().pass([&] {
+        if (model_entry_t* const entry = current_of_kind(model_kind_t::nurbs))
+            set_nurbs_settings(*entry, settings, seen.glpolygon);
+    });
 }
 
-void ulkedit_t::select_model(std::uint64_t index) {
-    index_of_current = scene_models.empty() ? 0 : index;
-    const auto steps = std::min<std::uint64_t>(index_of_current, scene_models.size());
-    current = std::next(scene_models.begin(), static_cast<std::ptrdiff_t>(steps));
+void ulkedit_t::set_environment(const environment_settings_t& settings) {
+    edited.gate().pass([&] {
+        // The map lies where a scene file would name it: beside the file of the current model.
+        const model_entry_t* const entry = current_model();
+        const std::string base = entry == nullptr ? std::string() : entry->modeling().name;
+        set_environment_settings(edited.environment, settings, base.empty() ? nullptr : base.c_str());
+    });
 }
 
-void ulkedit_t::delete_current() {
-    if (cutting || current == scene_models.end())
-        return;
-    for (fold_pick_t& pick : fold_picks)
-        follow_removal(pick, index_of_current);
-    clear_undo();
-    scene_models.erase(current);
-    // Of an empty list the last index is all ones here, which the selection turns into 0.
-    select_model(std::min<std::uint64_t>(index_of_current, scene_models.size() - 1));
+net_table_t ulkedit_t::net_table(attribute_t attribute) {
+    const model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
+    return entry == nullptr ? net_table_t() : read_net(entry->nurbs, attribute);
 }
 
-void ulkedit_t::polygonize_current() {
-    if (model_entry_t* entry = current_model(); entry != nullptr && !cutting)
-        entry->kind = kind_polygon;
+void ulkedit_t::set_net_table(attribute_t attribute, std::span<const number_row_t> points) {
+    edited.gate().pass([&] {
+        model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
+        if (entry == nullptr)
+            return;
+        table_change_t change = write_rows(entry->nurbs, attribute, form_of(attribute), points);
+        if (!change)
+            return;
+        const bool has_values = change.has_values();
+        note_edit(std::move(change.edit));
+        if (has_values)
+            entry->nurbs.update(seen.glpolygon);
+    });
 }
 
-model_entry_t* ulkedit_t::current_model() {
-    return current == scene_models.end() ? nullptr : current->get();
+option_table_t ulkedit_t::option_table(std::uint32_t index) {
+    const model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
+    return entry == nullptr ? option_table_t() : read_option(entry->nurbs, index);
 }
 
-const model_entry_t* ulkedit_t::current_model() const {
-    return current == scene_models.end() ? nullptr : current->get();
+void ulkedit_t::set_option_table(std::uint32_t index, const matrix_t<float>& values) {
+    edited.gate().pass([&] {
+        model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
+        if (entry != nullptr && write_option(entry->nurbs, index, values))
+            entry->nurbs.update(seen.glpolygon);
+    });
+}
+
+std::string ulkedit_t::vertex_text(attribute_t attribute) {
+    const model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
+    const attribute_place_t place = place_of(attribute);
+    return entry == nullptr ? std::string() : member_text(*entry->polygon.array(place.array), place.member);
+}
+
+void ulkedit_t::set_vertex_text(attribute_t attribute, std::string text) {
+    edited.gate().pass([&] {
+        const attribute_place_t place = place_of(attribute);
+        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
+            store_member_text(*entry->polygon.array(place.array), place.member, std::move(text));
+    });
+}
+
+std::string ulkedit_t::element_text() {
+    const model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
+    return entry == nullptr ? std::string() : index_text(entry->polygon.elements);
+}
+
+void ulkedit_t::set_element_text(std::string text) {
+    edited.gate().pass([&] {
+        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
+            store_index_text(entry->polygon.elements, std::move(text));
+    });
+}
+
+void ulkedit_t::note_edit(edit_t edit) {
+    if (model_entry_t* const entry = current_model())
+        edited.steps.push(*entry, std::move(edit));
 }
 
 }  // namespace ulk3d

@@ -76,72 +76,51 @@ void ViewArea::make_input_current() {
 }
 
 bool ViewArea::open_file(const std::string& name, std::ostream& errors) {
-    make_input_current();
-    const bool opened = ulkedit.file_open(name.c_str(), errors);
-    redraw();
-    return opened;
+    return with_input_gl([&](ulkedit_t& editor) { return editor.file_open(name.c_str(), errors); });
 }
 
 bool ViewArea::save_models_to(const std::string& name) {
-    make_current();
-    return ulkedit.save_models_to(name.c_str());
+    return with_gl_unseen([&](ulkedit_t& editor) { return editor.save_models_to(name.c_str()); });
 }
 
 bool ViewArea::save_current_to(const std::string& name) {
-    make_current();
-    return ulkedit.save_current_to(name.c_str());
+    return with_gl_unseen([&](ulkedit_t& editor) { return editor.save_current_to(name.c_str()); });
 }
 
 void ViewArea::add_polygon() {
-    make_current();
-    ulkedit.add_model(kind_polygon);
+    with_gl_unseen([](ulkedit_t& editor) { editor.add_model(model_kind_t::polygon); });
 }
 
 void ViewArea::add_nurbs() {
-    make_current();
-    ulkedit.add_model(kind_nurbs);
+    with_gl_unseen([](ulkedit_t& editor) { editor.add_model(model_kind_t::nurbs); });
 }
 
 void ViewArea::polygonize_current() {
-    make_current();
-    ulkedit.polygonize_current();
-    redraw();
+    with_gl([](ulkedit_t& editor) { editor.polygonize_current(); });
 }
 
 void ViewArea::select_model(std::uint64_t index) {
-    make_current();
-    ulkedit.select_model(index);
-    redraw();
+    with_gl([index](ulkedit_t& editor) { editor.select_model(index); });
 }
 
 void ViewArea::delete_current() {
-    make_current();
-    ulkedit.delete_current();
-    redraw();
+    with_gl([](ulkedit_t& editor) { editor.delete_current(); });
 }
 
 void ViewArea::set_control_points(bool on) {
-    make_current();
-    ulkedit.set_control_points(on);
-    redraw();
+    with_gl([on](ulkedit_t& editor) { editor.set_control_points(on); });
 }
 
 void ViewArea::set_grid(bool on) {
-    make_current();
-    ulkedit.set_grid(on);
-    redraw();
+    with_gl([on](ulkedit_t& editor) { editor.set_grid(on); });
 }
 
 void ViewArea::set_grid_step(double step) {
-    make_current();
-    ulkedit.set_grid_step(step);
-    redraw();
+    with_gl([step](ulkedit_t& editor) { editor.set_grid_step(step); });
 }
 
 void ViewArea::set_fold_angle(double degrees) {
-    make_current();
-    ulkedit.set_fold_angle(degrees);
-    redraw();
+    with_gl([degrees](ulkedit_t& editor) { editor.set_fold_angle(degrees); });
 }
 
 void ViewArea::set_selection_mode() {
@@ -161,34 +140,22 @@ void ViewArea::set_folding_mode() {
 }
 
 void ViewArea::set_mode(operation_mode_t mode) {
-    make_current();
-    ulkedit.set_mode(mode);
-    redraw();
+    with_gl([mode](ulkedit_t& editor) { editor.set_mode(mode); });
 }
 
 bool ViewArea::fold() {
-    make_current();
     // While a cut is running the button does nothing, and says nothing either.
-    const bool folded = ulkedit.cut_is_running() || ulkedit.fold();
-    redraw();
-    return folded;
+    return with_gl([](ulkedit_t& editor) { return editor.cut_is_running() || editor.fold(); });
 }
 
 void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {
-    make_current();
     // The toolkit paints the whole window for each move of the progress bar. The frame that stands in the
     // view is taken again for that; it is drawn anew only when something asks for it.
     set_auto_render(false);
-    ulkedit.cut_current(receiver);
+    with_gl_unseen([&](ulkedit_t& editor) { editor.cut_current(receiver); });
     set_auto_render(true);
     redraw();
     error_bell();
-}
-
-bool ViewArea::redraw_if(bool needed) {
-    if (needed)
-        redraw();
-    return needed;
 }
 
 ViewArea::device_position_t ViewArea::device_position(double x, double y) const {
@@ -197,30 +164,29 @@ ViewArea::device_position_t ViewArea::device_position(double x, double y) const 
 }
 
 bool ViewArea::on_button_press_event(GdkEventButton* event) {
-    make_input_current();
     const auto [x, y] = device_position(event->x, event->y);
     const std::uint32_t button = event->button - 1;
-    return redraw_if(event->type == GDK_2BUTTON_PRESS ? ulkedit.double_click(button, x, y)
-                                                      : ulkedit.mouse_button(button, false, x, y));
+    const bool is_double = event->type == GDK_2BUTTON_PRESS;
+    return handle([&, x = x, y = y](ulkedit_t& editor) {
+        return is_double ? editor.double_click(button, x, y) : editor.mouse_button(button, false, x, y);
+    });
 }
 
 bool ViewArea::on_button_release_event(GdkEventButton* event) {
-    make_input_current();
     const auto [x, y] = device_position(event->x, event->y);
-    return redraw_if(ulkedit.mouse_button(event->button - 1, true, x, y));
+    return handle(
+        [&, x = x, y = y](ulkedit_t& editor) { return editor.mouse_button(event->button - 1, true, x, y); });
 }
 
 bool ViewArea::on_motion_notify_event(GdkEventMotion* event) {
-    make_input_current();
     const auto [x, y] = device_position(event->x, event->y);
-    return redraw_if(ulkedit.mouse_motion(x, y));
+    return handle([x = x, y = y](ulkedit_t& editor) { return editor.mouse_motion(x, y); });
 }
 
 bool ViewArea::on_scroll_event(GdkEventScroll* event) {
-    make_input_current();
     const auto [x, y] = device_position(event->x, event->y);
     const int delta = event->direction == GDK_SCROLL_UP ? 1 : event->direction == GDK_SCROLL_DOWN ? -1 : 0;
-    return redraw_if(ulkedit.mouse_wheel(delta, x, y));
+    return handle([delta, x = x, y = y](ulkedit_t& editor) { return editor.mouse_wheel(delta, x, y); });
 }
 
 namespace {
@@ -245,19 +211,20 @@ std::uint32_t modifier_of(guint keyval) {
 }  // namespace
 
 bool ViewArea::key_press(const GdkEventKey& event) {
-    make_input_current();
-    const std::uint32_t modifier = modifier_of(event.keyval);
-    return redraw_if(modifier == modifier_none ? ulkedit.key_command(event.keyval)
-                                               : ulkedit.press_modifier(modifier));
+    return handle([&](ulkedit_t& editor) {
+        const std::uint32_t modifier = modifier_of(event.keyval);
+        return modifier == modifier_none ? editor.key_command(event.keyval) : editor.press_modifier(modifier);
+    });
 }
 
 bool ViewArea::key_release(const GdkEventKey& event) {
-    make_input_current();
-    const std::uint32_t modifier = modifier_of(event.keyval);
-    if (modifier != modifier_none)
-        return redraw_if(ulkedit.release_modifier(modifier));
-    ulkedit.key_released(event.keyval);
-    return false;
+    return handle([&](ulkedit_t& editor) {
+        const std::uint32_t modifier = modifier_of(event.keyval);
+        if (modifier != modifier_none)
+            return editor.release_modifier(modifier);
+        editor.key_released(event.keyval);
+        return false;
+    });
 }
 
 }  // namespace ulk3d

@@ -9,17 +9,39 @@
 
 namespace ulk3d {
 
-/// The GL area of the window: makes the context current, forwards to the ulkedit_t that it holds, and asks
-/// for a new frame.
+/// The GL area of the window around the editor. Everything that reaches the editor from outside goes through
+/// one of two doors, which make the GL context current for it.
 class ViewArea : public Gtk::GLArea {
   public:
     explicit ViewArea(const char* argv0);
     ~ViewArea() override;
 
+    /// Runs `work(editor)` with the GL context current, asks for a new frame, and returns its result.
+    template <class Work>
+    auto with_gl(Work&& work) {
+        make_current();
+        const redraw_t after(*this);
+        return work(ulkedit);
+    }
+    /// The same for work that draws outside of a frame, as picks and the updates of NURBS models do: the
+    /// area's framebuffer is complete then.
+    template <class Work>
+    auto with_input_gl(Work&& work) {
+        make_input_current();
+        const redraw_t after(*this);
+        return work(ulkedit);
+    }
+    /// The same for work that changes nothing that is seen: no new frame is asked for.
+    template <class Work>
+    auto with_gl_unseen(Work&& work) {
+        make_current();
+        return work(ulkedit);
+    }
+
     /// Asks the toolkit for a new frame.
     void redraw();
 
-    // Commands on the scene; see ulkedit_t. Those that change the picture redraw.
+    // Commands on the scene; see ulkedit_t.
     bool open_file(const std::string& name, std::ostream& errors);
     bool save_models_to(const std::string& name);
     bool save_current_to(const std::string& name);
@@ -46,12 +68,7 @@ class ViewArea : public Gtk::GLArea {
     bool key_press(const GdkEventKey& event);
     bool key_release(const GdkEventKey& event);
 
-    /// Makes the context current for work that draws outside of a frame.
-    void make_input_current();
-
     const ulkedit_t& scene() const { return ulkedit; }
-    /// For dialogs, which write into the models themselves: they make the context current first.
-    ulkedit_t& editor() { return ulkedit; }
 
   protected:
     void on_realize() override;
@@ -64,9 +81,25 @@ class ViewArea : public Gtk::GLArea {
     void on_resize(int width, int height) override;
 
   private:
+    struct redraw_t {
+        explicit redraw_t(ViewArea& view_area) : area(view_area) {}
+        ~redraw_t() { area.redraw(); }
+        redraw_t(const redraw_t&) = delete;
+        redraw_t& operator=(const redraw_t&) = delete;
+        ViewArea& area;
+    };
+
+    void make_input_current();
     void set_mode(operation_mode_t mode);
-    /// Redraws when an input operation asks for it, and passes its answer on.
-    bool redraw_if(bool needed);
+    /// Runs the handling of an event, which draws outside of a frame, and redraws when it asks for that.
+    template <class Handling>
+    bool handle(Handling&& handling) {
+        make_input_current();
+        const bool needs_frame = handling(ulkedit);
+        if (needs_frame)
+            redraw();
+        return needs_frame;
+    }
 
     struct device_position_t {
         int x, y;

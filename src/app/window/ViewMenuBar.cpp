@@ -69,16 +69,16 @@ void ViewMenuBar::fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows) 
     menu.show_all_children(true);
 }
 
-void ViewMenuBar::set_dialog_menu(bool empty, std::uint32_t kind) {
+void ViewMenuBar::set_dialog_menu(bool empty, model_kind_t kind) {
     if (empty)
         dialog_item.unset_submenu();
-    else if (kind == kind_polygon)
+    else if (kind == model_kind_t::polygon)
         dialog_item.set_submenu(polygon_dialog_menu);
-    else if (kind == kind_nurbs)
+    else if (kind == model_kind_t::nurbs)
         dialog_item.set_submenu(nurbs_dialog_menu);
 }
 
-void ViewMenuBar::rebuild_model_menu(bool empty, std::uint32_t kind, std::uint64_t current_index) {
+void ViewMenuBar::rebuild_model_menu(bool empty, model_kind_t kind, std::uint64_t current_index) {
     set_dialog_menu(empty, kind);
     for (Gtk::MenuItem& item : model_items)
         model_menu.remove(item);
@@ -103,9 +103,9 @@ Glib::ustring ViewMenuBar::row_label(const model_row_t& row, std::uint64_t index
     // The current model is marked in the text, so that no check item is needed.
     std::string label = is_current ? "v _" : "  _";
     libutils::append_number(label, index);
-    if (row.kind == kind_polygon)
+    if (row.kind == model_kind_t::polygon)
         label += " Polygon ";
-    else if (row.kind == kind_nurbs)
+    else if (row.kind == model_kind_t::nurbs)
         label += " Nurbs ";
     for (const char c : row.name) {
         label += c;
@@ -116,11 +116,11 @@ Glib::ustring ViewMenuBar::row_label(const model_row_t& row, std::uint64_t index
 }
 
 void ViewMenuBar::add_polygon_row() {
-    model_list.push_back({kind_polygon, {}});
+    model_list.push_back({model_kind_t::polygon, {}});
 }
 
 void ViewMenuBar::add_nurbs_row() {
-    model_list.push_back({kind_nurbs, {}});
+    model_list.push_back({model_kind_t::nurbs, {}});
 }
 
 bool ViewMenuBar::remove_row(std::uint64_t index) {
@@ -133,8 +133,7 @@ bool ViewMenuBar::remove_row(std::uint64_t index) {
 void ViewMenuBar::copy_rows(const model_list_t& models) {
     model_list.clear();
     for (const auto& entry : models) {
-        const modeling_t* model = modeling_of(*entry);
-        model_list.push_back({entry->kind, model == nullptr ? std::string() : model->name});
+        model_list.push_back({entry->kind, entry->modeling().name});
     }
 }
 

@@ -28,10 +28,10 @@ class ViewMenuBar : public Gtk::MenuBar {
     void build();
 
     /// Attaches the "_Dialog" submenu for the kind of the current model; none for an empty scene.
-    void set_dialog_menu(bool empty, std::uint32_t kind);
+    void set_dialog_menu(bool empty, model_kind_t kind);
 
     /// set_dialog_menu, and lists the rows anew with a "v " before the current one.
-    void rebuild_model_menu(bool empty, std::uint32_t kind, std::uint64_t current_index);
+    void rebuild_model_menu(bool empty, model_kind_t kind, std::uint64_t current_index);
 
     /// Edits of the shadow list; no menu changes before the next rebuild.
     void add_polygon_row();
@@ -41,7 +41,7 @@ class ViewMenuBar : public Gtk::MenuBar {
 
   private:
     struct model_row_t {
-        std::uint32_t kind;
+        model_kind_t kind;
         std::string name;
     };
 

@@ -16,7 +16,7 @@ ViewWindow::ViewWindow(const char* argv0)
     : Gtk::Window(Gtk::WINDOW_TOPLEVEL), title_base(program_title(argv0)), menubar(*this), viewarea(argv0) {
     viewarea.set_size_request(1024, 768);
     menubar.build();
-    menubar.set_dialog_menu(true, kind_polygon);
+    menubar.set_dialog_menu(true, model_kind_t::polygon);
     vbox.pack_start(menubar, Gtk::PACK_SHRINK);
     iconbuttons.build(*this);
     vbox.pack_start(iconbuttons, Gtk::PACK_SHRINK);
@@ -113,17 +113,16 @@ void ViewWindow::set_file_title(const std::string& path) {
 
 void ViewWindow::set_model_title() {
     const model_entry_t* entry = viewarea.scene().current_model();
-    const modeling_t* model = entry == nullptr ? nullptr : modeling_of(*entry);
-    if (model == nullptr)
+    if (entry == nullptr)
         set_title(widget_text(title_base));
     else
-        set_file_title(model->name);
+        set_file_title(entry->modeling().name);
 }
 
 void ViewWindow::rebuild_model_menu() {
     const ulkedit_t& scene = viewarea.scene();
     const model_entry_t* entry = scene.current_model();
-    menubar.rebuild_model_menu(scene.models().empty(), entry == nullptr ? kind_polygon : entry->kind,
+    menubar.rebuild_model_menu(scene.models().empty(), entry == nullptr ? model_kind_t::polygon : entry->kind,
                                scene.current_index());
 }
 

@@ -10,6 +10,7 @@
 #include "app/window/ViewIconButtons.h"
 #include "app/window/ViewMenuBar.h"
 #include "app/window/event_pace.h"
+#include "dialogs/tables/OptionArrayDialog.h"
 
 namespace ulk3d {
 
@@ -68,14 +69,14 @@ class ViewWindow : public Gtk::Window {
 
   private:
     /// The current model when it is of a kind, else null.
-    model_entry_t* current_of_kind(std::uint32_t kind);
-    /// Runs the dialog of a model's settings; whether OK or Apply was pressed.
-    bool run_settings_dialog(model_entry_t& entry);
-    void run_vertex_dialog(std::uint64_t group, std::uint64_t member, const char* title);
-    /// Edits member `member` of the current model's control points.
-    void run_array_dialog(std::uint32_t member, const char* title);
+    const model_entry_t* current_of_kind(model_kind_t kind) const;
+    /// Runs the dialog of the current model's settings; whether OK or Apply was pressed.
+    bool run_settings_dialog();
+    /// Edits an attribute of the current model's vertices, or of its control points.
+    void run_vertex_dialog(attribute_t attribute, const char* title);
+    void run_array_dialog(attribute_t attribute, const char* title);
     /// Edits an option table of the current model, when that is a NURBS model.
-    void run_option_array_dialog(std::uint32_t index, const char* title, bool has_views, bool upright);
+    void run_option_array_dialog(const OptionArrayDialog::form_t& form, const char* title);
 
     /// The title of the current model, or the program's alone when there is none.
     void set_model_title();

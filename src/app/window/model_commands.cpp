@@ -5,8 +5,7 @@
 #include "dialogs/settings/EnvDialog.h"
 #include "dialogs/settings/NurbsDialog.h"
 #include "dialogs/settings/PolygonDialog.h"
-#include "dialogs/texts/ElementDialog.h"
-#include "dialogs/texts/VertexDialog.h"
+#include "dialogs/texts/text_dialogs.h"
 
 namespace ulk3d {
 
@@ -24,18 +23,24 @@ bool was_applied(Gtk::Dialog& dialog) {
 
 }  // namespace
 
-model_entry_t* ViewWindow::current_of_kind(std::uint32_t kind) {
-    model_entry_t* const entry = viewarea.editor().current_model();
+const model_entry_t* ViewWindow::current_of_kind(model_kind_t kind) const {
+    const model_entry_t* const entry = viewarea.scene().current_model();
     return entry != nullptr && entry->kind == kind ? entry : nullptr;
 }
 
-bool ViewWindow::run_settings_dialog(model_entry_t& entry) {
-    if (entry.kind == kind_polygon) {
-        PolygonDialog dialog(entry, polygon_title, *this, viewarea);
+bool ViewWindow::run_settings_dialog() {
+    if (const model_entry_t* const entry = current_of_kind(model_kind_t::polygon)) {
+        const auto apply = [this](const polygon_settings_t& settings) {
+            viewarea.with_gl([&](ulkedit_t& editor) { editor.set_polygon(settings); });
+        };
+        PolygonDialog dialog(polygon_settings(*entry), apply, polygon_title, *this);
         return was_applied(dialog);
     }
-    if (entry.kind == kind_nurbs) {
-        NurbsDialog dialog(entry, nurbs_title, *this, viewarea);
+    if (const model_entry_t* const entry = current_of_kind(model_kind_t::nurbs)) {
+        const auto apply = [this](const nurbs_settings_t& settings) {
+            viewarea.with_input_gl([&](ulkedit_t& editor) { editor.set_nurbs(settings); });
+        };
+        NurbsDialog dialog(nurbs_settings(*entry), apply, nurbs_title, *this);
         return was_applied(dialog);
     }
     return false;
@@ -45,8 +50,7 @@ void ViewWindow::on_add_polygon() {
     viewarea.add_polygon();
     menubar.add_polygon_row();
     rebuild_model_menu();
-    model_entry_t* const entry = current_of_kind(kind_polygon);
-    if (entry != nullptr && run_settings_dialog(*entry)) {
+    if (run_settings_dialog()) {
         set_model_title();
         return;
     }
@@ -59,8 +63,7 @@ void ViewWindow::on_add_nurbs() {
     viewarea.add_nurbs();
     menubar.add_nurbs_row();
     rebuild_model_menu();
-    model_entry_t* const entry = current_of_kind(kind_nurbs);
-    if (entry != nullptr && run_settings_dialog(*entry)) {
+    if (run_settings_dialog()) {
         set_model_title();
         return;
     }
@@ -71,57 +74,62 @@ void ViewWindow::on_add_nurbs() {
 }
 
 void ViewWindow::on_option_dialog() {
-    if (model_entry_t* const entry = viewarea.editor().current_model())
-        run_settings_dialog(*entry);
+    run_settings_dialog();
 }
 
 void ViewWindow::on_environment_dialog() {
-    // The map lies where a scene file would name it: beside the file of the current model.
-    const model_entry_t* const entry = viewarea.scene().current_model();
-    const modeling_t* const model = entry == nullptr ? nullptr : modeling_of(*entry);
-    const std::string base = model == nullptr ? std::string() : model->name;
-    EnvDialog dialog(viewarea.editor().environment(), base.empty() ? nullptr : base.c_str(), "環境設定",
-                     *this, viewarea);
+    const auto apply = [this](const environment_settings_t& settings) {
+        viewarea.with_gl([&](ulkedit_t& editor) { editor.set_environment(settings); });
+    };
+    EnvDialog dialog(environment_settings(viewarea.scene().environment()), apply, "環境設定", *this);
     run_until_closed(dialog);
 }
 
-void ViewWindow::run_vertex_dialog(std::uint64_t group, std::uint64_t member, const char* title) {
-    model_entry_t* const entry = current_of_kind(kind_polygon);
-    if (entry == nullptr)
+void ViewWindow::run_vertex_dialog(attribute_t attribute, const char* title) {
+    if (current_of_kind(model_kind_t::polygon) == nullptr)
         return;
-    VertexDialog dialog(group, member, entry->polygon, title, *this, viewarea);
+    const std::string shown =
+        viewarea.with_gl_unseen([&](ulkedit_t& editor) { return editor.vertex_text(attribute); });
+    const auto apply = [&](std::string text) {
+        viewarea.with_gl([&](ulkedit_t& editor) { editor.set_vertex_text(attribute, std::move(text)); });
+    };
+    VertexDialog dialog(shown, apply, title, *this);
     run_until_closed(dialog, [this](int) { viewarea.redraw(); });
 }
 
 void ViewWindow::on_vertex_dialog() {
-    run_vertex_dialog(0, 0, "頂点設定");
+    run_vertex_dialog(attribute_t::position, "頂点設定");
 }
 
 void ViewWindow::on_vertex_color_dialog() {
-    run_vertex_dialog(0, 1, "カラー設定");
+    run_vertex_dialog(attribute_t::color, "カラー設定");
 }
 
 void ViewWindow::on_texcoord_dialog() {
-    run_vertex_dialog(0, 2, "テクスチャ座標設定");
+    run_vertex_dialog(attribute_t::texcoord, "テクスチャ座標設定");
 }
 
 void ViewWindow::on_tangent_dialog() {
-    run_vertex_dialog(1, 0, "tangent(X軸法線)設定");
+    run_vertex_dialog(attribute_t::tangent, "tangent(X軸法線)設定");
 }
 
 void ViewWindow::on_binormal_dialog() {
-    run_vertex_dialog(1, 1, "binormal(Y軸法線)設定");
+    run_vertex_dialog(attribute_t::binormal, "binormal(Y軸法線)設定");
 }
 
 void ViewWindow::on_normal_dialog() {
-    run_vertex_dialog(1, 2, "normal(Z軸法線)設定");
+    run_vertex_dialog(attribute_t::normal, "normal(Z軸法線)設定");
 }
 
 void ViewWindow::on_element_dialog() {
-    model_entry_t* const entry = current_of_kind(kind_polygon);
-    if (entry == nullptr)
+    if (current_of_kind(model_kind_t::polygon) == nullptr)
         return;
-    ElementDialog dialog(entry->polygon, "エレメント設定", *this, viewarea);
+    const std::string shown =
+        viewarea.with_gl_unseen([](ulkedit_t& editor) { return editor.element_text(); });
+    const auto apply = [this](std::string text) {
+        viewarea.with_gl([&](ulkedit_t& editor) { editor.set_element_text(std::move(text)); });
+    };
+    ElementDialog dialog(shown, apply, "エレメント設定", *this);
     run_until_closed(dialog, [this](int) { viewarea.redraw(); });
 }
 

@@ -1,8 +1,8 @@
 #include "dialogs/settings/EnvDialog.h"
 
-#include "app/window/ViewArea.h"
+#include <utility>
+
 #include "dialogs/controls/dialog_answers.h"
-#include "model/environment.h"
 
 namespace ulk3d {
 
@@ -13,16 +13,12 @@ constexpr spin_range_t refraction_index{0.0, 100.0, 0.125, 1.0, 5};
 
 }  // namespace
 
-EnvDialog::EnvDialog(environment_t& scene_environment, const char* base, const Glib::ustring& title,
-                     Gtk::Window& window, ViewArea& area)
-    : Gtk::Dialog(title, window, true),
-      environment(scene_environment),
-      base_file(base),
-      viewarea(area),
-      cubetex(scene_environment.cubetex) {
-    configure(reflectalpha, strength, environment.reflectalpha);
-    configure(refractalpha, strength, environment.refractalpha);
-    configure(refractfactor, refraction_index, environment.refractfactor);
+EnvDialog::EnvDialog(const environment_settings_t& shown, apply_t apply_settings, const Glib::ustring& title,
+                     Gtk::Window& window)
+    : Gtk::Dialog(title, window, true), apply(std::move(apply_settings)), cubetex(shown.cubetex) {
+    configure(reflectalpha, strength, shown.reflectalpha);
+    configure(refractalpha, strength, shown.refractalpha);
+    configure(refractfactor, refraction_index, shown.refractfactor);
 
     add_labelled(name_row, "キューブマップテクスチャファイル名", cubetex, Gtk::PACK_EXPAND_WIDGET);
     add_labelled(reflect_row, "反射強度", reflectalpha);
@@ -39,13 +35,8 @@ void EnvDialog::on_response(int answer) {
     if (!writes_back(answer))
         return;
     finish_typing(*this);
-    environment.cubetex = cubetex.name();
-    environment.reflectalpha = static_cast<float>(reflectalpha.get_value());
-    environment.refractalpha = static_cast<float>(refractalpha.get_value());
-    environment.refractfactor = static_cast<float>(refractfactor.get_value());
-    viewarea.make_current();
-    environment.initex(base_file);
-    viewarea.redraw();
+    apply({cubetex.name(), static_cast<float>(reflectalpha.get_value()),
+           static_cast<float>(refractalpha.get_value()), static_cast<float>(refractfactor.get_value())});
 }
 
 }  // namespace ulk3d

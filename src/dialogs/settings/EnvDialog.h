@@ -2,32 +2,29 @@
 
 #include <gtkmm/dialog.h>
 
-#include <string>
+#include <functional>
 
 #include "dialogs/controls/labelled_row.h"
+#include "operations/settings/model_settings.h"
 
 namespace ulk3d {
-
-class ViewArea;
-struct environment_t;
 
 /// The cube map of the scene's surroundings, and how much of it models reflect and refract. OK and Apply set
 /// the values and load the map, whether or not anything was changed.
 class EnvDialog : public Gtk::Dialog {
   public:
-    /// `base_file` is the path in whose directory the map is looked for, null for the working directory. It
-    /// and the environment and the view area are not owned and outlive the dialog.
-    EnvDialog(environment_t& environment, const char* base_file, const Glib::ustring& title,
-              Gtk::Window& window, ViewArea& viewarea);
+    using apply_t = std::function<void(const environment_settings_t&)>;
+
+    /// Shows `shown`; `apply` takes what the user has made of it.
+    EnvDialog(const environment_settings_t& shown, apply_t apply, const Glib::ustring& title,
+              Gtk::Window& window);
     ~EnvDialog() override = default;
 
   protected:
     void on_response(int answer) override;
 
   private:
-    environment_t& environment;
-    const char* base_file;
-    ViewArea& viewarea;
+    apply_t apply;
     Gtk::HBox name_row, reflect_row, refract_row, factor_row;
     name_entry_t cubetex;
     Gtk::SpinButton reflectalpha, refractalpha, refractfactor;

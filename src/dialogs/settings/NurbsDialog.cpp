@@ -1,6 +1,7 @@
 #include "dialogs/settings/NurbsDialog.h"
 
-#include "app/window/ViewArea.h"
+#include <utility>
+
 #include "dialogs/controls/dialog_answers.h"
 
 namespace ulk3d {
@@ -11,18 +12,17 @@ constexpr double highest = 1025;
 
 }  // namespace
 
-NurbsDialog::NurbsDialog(model_entry_t& model, const Glib::ustring& title, Gtk::Window& window,
-                         ViewArea& area)
+NurbsDialog::NurbsDialog(const nurbs_settings_t& shown, apply_t apply_settings, const Glib::ustring& title,
+                         Gtk::Window& window)
     : Gtk::Dialog(title, window, true),
-      entry(model),
-      viewarea(area),
-      names(names_of(model.nurbs, model.texture)),
-      count1(highest, model.nurbs.count1),
-      count2(highest, model.nurbs.count2),
-      order1(highest, model.nurbs.order1),
-      order2(highest, model.nurbs.order2),
-      resolution1(highest, model.nurbs.resolution1),
-      resolution2(highest, model.nurbs.resolution2) {
+      apply(std::move(apply_settings)),
+      names(shown.names),
+      count1(highest, shown.count1),
+      count2(highest, shown.count2),
+      order1(highest, shown.order1),
+      order2(highest, shown.order2),
+      resolution1(highest, shown.resolution1),
+      resolution2(highest, shown.resolution2) {
     Gtk::Box& box = *get_content_area();
     names.add_name_to(box);
     add_labelled(count_row, "X制御点数", count1);
@@ -43,12 +43,8 @@ void NurbsDialog::on_response(int answer) {
     if (!writes_back(answer))
         return;
     finish_typing(*this);
-    viewarea.make_input_current();
-    set_nurbs_settings(entry,
-                       {names.names(), count1.count(), count2.count(), order1.count(), order2.count(),
-                        resolution1.count(), resolution2.count()},
-                       viewarea.editor().polygon_programs());
-    viewarea.redraw();
+    apply({names.names(), count1.count(), count2.count(), order1.count(), order2.count(), resolution1.count(),
+           resolution2.count()});
 }
 
 }  // namespace ulk3d

@@ -1,6 +1,7 @@
 #include "dialogs/settings/PolygonDialog.h"
 
-#include "app/window/ViewArea.h"
+#include <utility>
+
 #include "dialogs/controls/dialog_answers.h"
 
 namespace ulk3d {
@@ -11,14 +12,13 @@ constexpr double most_records = 1048576;
 
 }  // namespace
 
-PolygonDialog::PolygonDialog(model_entry_t& model, const Glib::ustring& title, Gtk::Window& window,
-                             ViewArea& area)
+PolygonDialog::PolygonDialog(const polygon_settings_t& shown, apply_t apply_settings,
+                             const Glib::ustring& title, Gtk::Window& window)
     : Gtk::Dialog(title, window, true),
-      entry(model),
-      viewarea(area),
-      names(names_of(model.polygon, model.texture)),
-      vertices(most_records, model.polygon.vertex_count()),
-      elements(most_records, model.polygon.element_count()) {
+      apply(std::move(apply_settings)),
+      names(shown.names),
+      vertices(most_records, shown.vertex_count),
+      elements(most_records, shown.element_count) {
     Gtk::Box& box = *get_content_area();
     names.add_name_to(box);
     add_labelled(vertex_row, "頂点数", vertices);
@@ -35,9 +35,7 @@ void PolygonDialog::on_response(int answer) {
     if (!writes_back(answer))
         return;
     finish_typing(*this);
-    viewarea.make_current();
-    set_polygon_settings(entry, {names.names(), vertices.count(), elements.count()});
-    viewarea.redraw();
+    apply({names.names(), vertices.count(), elements.count()});
 }
 
 }  // namespace ulk3d

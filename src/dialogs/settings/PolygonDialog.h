@@ -2,25 +2,27 @@
 
 #include <gtkmm/dialog.h>
 
+#include <functional>
+
 #include "dialogs/settings/model_name_rows.h"
 
 namespace ulk3d {
 
-class ViewArea;
-
 /// The counts and file names of a polygon model (operations/settings/model_settings.h), set on OK and Apply.
 class PolygonDialog : public Gtk::Dialog {
   public:
-    /// The model and the view area are not owned and outlive the dialog.
-    PolygonDialog(model_entry_t& entry, const Glib::ustring& title, Gtk::Window& window, ViewArea& viewarea);
+    using apply_t = std::function<void(const polygon_settings_t&)>;
+
+    /// Shows `shown`; `apply` takes what the user has made of it.
+    PolygonDialog(const polygon_settings_t& shown, apply_t apply, const Glib::ustring& title,
+                  Gtk::Window& window);
     ~PolygonDialog() override = default;
 
   protected:
     void on_response(int answer) override;
 
   private:
-    model_entry_t& entry;
-    ViewArea& viewarea;
+    apply_t apply;
     model_name_rows_t names;
     Gtk::HBox vertex_row, element_row;
     count_spin_t vertices, elements;

@@ -3,23 +3,37 @@
 #include <atkmm/object.h>
 
 #include <string>
+#include <utility>
 
-#include "app/window/ViewArea.h"
 #include "dialogs/controls/dialog_answers.h"
 #include "dialogs/tables/table_layout.h"
-#include "model/nurbs/nurbs.h"
 #include "utils/text/numbers.h"
 
 namespace ulk3d {
 
-ArrayDialog::ArrayDialog(const array_dialog_kind_t& edited_kind, const array_dialog_target_t& edited,
-                         const Glib::ustring& title, Gtk::Window& window)
+namespace {
+
+constexpr array_dialog_kind_t point_kind{3, {-100.0, 100.0, 0.1, 1.0, 7}, {"x", "y", "z"}};
+constexpr array_dialog_kind_t color_kind{4, {0.0, 255.0, 1.0, 8.0, 0}, {"r", "g", "b", "a"}};
+
+}  // namespace
+
+ArrayDialogPoint::ArrayDialogPoint(const net_table_t& shown, apply_t apply_table, const Glib::ustring& title,
+                                   Gtk::Window& window)
+    : ArrayDialog(point_kind, shown, std::move(apply_table), title, window) {}
+
+ArrayDialogColor::ArrayDialogColor(const net_table_t& shown, apply_t apply_table, const Glib::ustring& title,
+                                   Gtk::Window& window)
+    : ArrayDialog(color_kind, shown, std::move(apply_table), title, window) {}
+
+ArrayDialog::ArrayDialog(const array_dialog_kind_t& edited_kind, const net_table_t& shown,
+                         apply_t apply_table, const Glib::ustring& title, Gtk::Window& window)
     : Gtk::Dialog(title, window, true),
       kind(edited_kind),
-      columns(edited.nurbs.count1),
-      rows(edited.nurbs.count2),
-      target(edited) {
-    build_table();
+      columns(shown.columns),
+      rows(shown.rows),
+      apply(std::move(apply_table)) {
+    build_table(shown);
     set_size_request(640, 480);
     add_answer_buttons(*this);
     show_all_children(true);
@@ -36,14 +50,16 @@ ArrayDialog::~ArrayDialog() {
         items.pop_back();
 }
 
-void ArrayDialog::build_table() {
+void ArrayDialog::build_table(const net_table_t& shown) {
     if (columns == 0 && rows == 0)
         return;
-    const net_layout_t layout(columns, rows, kind.form.components);
+    const net_layout_t layout(columns, rows, kind.numbers);
     table.set_row_spacings(0);
     if (layout.table_rows() > 0 && layout.table_columns() > 0)
         table.resize(layout.table_rows(), layout.table_columns());
-    for (const number_row_t& numbers : read_points(layout)) {
+    for (const number_row_t& numbers : shown.points) {
+        if (numbers.point % columns >= layout.net_columns || numbers.point / columns >= layout.net_rows)
+            continue;
         items.push_back(make_item(numbers));
         attach(*items.back(), layout);
     }
@@ -52,16 +68,6 @@ void ArrayDialog::build_table() {
     scroller.add(table);
     get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
     cells_in_view.watch();
-}
-
-std::vector<number_row_t> ArrayDialog::read_points(const net_layout_t& layout) const {
-    std::vector<number_row_t> points;
-    for (std::uint64_t row = 0; row < layout.net_rows; ++row)
-        for (std::uint64_t column = 0; column < layout.net_columns; ++column)
-            points.push_back({row * columns + column, false, {}});
-    target.viewarea.make_current();
-    read_rows(target.nurbs, target.element, target.member, kind.form, points);
-    return points;
 }
 
 std::unique_ptr<ArrayDialog::item_t> ArrayDialog::make_item(const number_row_t& numbers) const {
@@ -73,8 +79,8 @@ std::unique_ptr<ArrayDialog::item_t> ArrayDialog::make_item(const number_row_t& 
     libutils::append_number(name, numbers.point / columns);
     item->check.set_active(numbers.selected);
     item->check.get_accessible()->set_name(name + " 選択");
-    item->spins.reserve(kind.form.components);
-    for (std::uint32_t i = 0; i < kind.form.components; ++i) {
+    item->spins.reserve(kind.numbers);
+    for (std::uint32_t i = 0; i < kind.numbers; ++i) {
         Gtk::SpinButton& spin =
             item->spins.emplace_back(make_adjustment(kind.range, numbers.numbers[i]), 0, kind.range.digits);
         spin.get_accessible()->set_name(name + ' ' + kind.axes[i]);
@@ -129,15 +135,7 @@ void ArrayDialog::on_response(int id) {
     if (!writes_back(id))
         return;
     finish_typing(*this);
-    target.viewarea.make_input_current();
-    const table_change_t change =
-        write_rows(target.nurbs, target.history, target.element, target.member, kind.form, read_items());
-    if (change == table_change_t::none)
-        return;
-    target.viewarea.editor().note_edit();
-    if (change == table_change_t::values)
-        target.nurbs.update(target.gl);
-    target.viewarea.redraw();
+    apply(read_items());
 }
 
 }  // namespace ulk3d

@@ -8,7 +8,9 @@
 #include <gtkmm/table.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "dialogs/controls/spin_range.h"
@@ -17,41 +19,28 @@
 
 namespace ulk3d {
 
-class edit_history_t;
-class glpolygon_t;
-class nurbs_t;
-class ViewArea;
 struct net_layout_t;
 
-/// What the dialog works on: member `member` of the records of the model's array `element`. Nothing is owned,
-/// and all of it outlives the dialog.
-struct array_dialog_target_t {
-    std::uint32_t element;
-    std::uint32_t member;
-    glpolygon_t& gl;  ///< updates the model
-    nurbs_t& nurbs;
-    edit_history_t& history;
-    ViewArea& viewarea;  ///< whose context is made current
-};
-
-/// What a table of control points shows: the form of an attribute's numbers, and their spin buttons.
+/// What a table of control points shows: how many numbers to a point, and their spin buttons.
 struct array_dialog_kind_t {
-    const number_form_t& form;
+    std::uint32_t numbers;
     spin_range_t range;
     const char* axes[4];  ///< what the numbers of a point are called, for those who hear the dialog
 };
 
 /// The control net of a NURBS model as a table laid out like the net itself: for each point a check button
-/// for its mark, and the numbers of one attribute. OK and Apply write the table into the model, as one step
-/// of undo; Apply leaves the dialog as it stands. ArrayDialogPoint and ArrayDialogColor are its two kinds.
+/// for its selection, and the numbers of one attribute. OK and Apply hand the table over; Apply leaves the
+/// dialog as it stands. ArrayDialogPoint and ArrayDialogColor are its two kinds.
 ///
 /// Modal; the caller runs it.
 class ArrayDialog : public Gtk::Dialog {
   public:
+    using apply_t = std::function<void(std::span<const number_row_t> points)>;
+
     ~ArrayDialog() override;
 
   protected:
-    ArrayDialog(const array_dialog_kind_t& kind, const array_dialog_target_t& target,
+    ArrayDialog(const array_dialog_kind_t& kind, const net_table_t& shown, apply_t apply,
                 const Glib::ustring& title, Gtk::Window& window);
 
     void on_response(int id) override;
@@ -65,8 +54,7 @@ class ArrayDialog : public Gtk::Dialog {
         Gtk::HSeparator separator;
     };
 
-    void build_table();
-    std::vector<number_row_t> read_points(const net_layout_t& layout) const;
+    void build_table(const net_table_t& shown);
     std::unique_ptr<item_t> make_item(const number_row_t& numbers) const;
     void attach(item_t& item, const net_layout_t& layout);
     void set_tab_order();
@@ -79,7 +67,23 @@ class ArrayDialog : public Gtk::Dialog {
     Gtk::Table table{1, 1, false};
     Gtk::ScrolledWindow scroller;
     cells_in_view_t cells_in_view{table, scroller};
-    array_dialog_target_t target;
+    apply_t apply;
+};
+
+/// The table of the control points' positions: three numbers to a point.
+class ArrayDialogPoint : public ArrayDialog {
+  public:
+    ArrayDialogPoint(const net_table_t& shown, apply_t apply, const Glib::ustring& title,
+                     Gtk::Window& window);
+    ~ArrayDialogPoint() override = default;
+};
+
+/// The table of the control points' colours: red, green, blue and alpha of each point, 0 to 255.
+class ArrayDialogColor : public ArrayDialog {
+  public:
+    ArrayDialogColor(const net_table_t& shown, apply_t apply, const Glib::ustring& title,
+                     Gtk::Window& window);
+    ~ArrayDialogColor() override = default;
 };
 
 }  // namespace ulk3d

@@ -6,11 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "app/window/ViewArea.h"
 #include "dialogs/controls/dialog_answers.h"
 #include "dialogs/controls/spin_range.h"
 #include "dialogs/tables/KnotViewerDialog.h"
-#include "model/nurbs/nurbs.h"
 #include "utils/text/numbers.h"
 
 namespace ulk3d {
@@ -24,11 +22,6 @@ constexpr guint row_spacing = 2;
 const char* name_of_table(std::uint32_t index) {
     constexpr const char* names[] = {"横ノット", "縦ノット", "重み"};
     return index < std::size(names) ? names[index] : "";
-}
-
-option_layout_t layout_of(const nurbs_t& nurbs, std::uint32_t index, bool hasviews, bool columns) {
-    const nurbs_t::dims_t dims = nurbs.optiondims(index);
-    return {dims.rows, dims.columns, hasviews, columns};
 }
 
 std::string decimal(std::uint64_t number) {
@@ -57,15 +50,14 @@ OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned numb
     button.pressed_signal.connect(sigc::bind(sigc::mem_fun(dialog, &OptionArrayDialog::on_view), number));
 }
 
-OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, std::uint32_t option_index,
-                                     glpolygon_t& polygon_programs, nurbs_t& model,
-                                     const Glib::ustring& title, ViewArea& area, bool hasviews, bool columns)
+OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, const form_t& form, option_table_t shown,
+                                     apply_t apply_table, const Glib::ustring& title, std::string folder)
     : Gtk::Dialog(title, parent, true),
-      index(option_index),
-      gl(polygon_programs),
-      nurbs(model),
-      viewarea(area),
-      layout(layout_of(model, option_index, hasviews, columns)) {
+      index(form.index),
+      option(std::move(shown)),
+      apply(std::move(apply_table)),
+      shader_folder(std::move(folder)),
+      layout(option.values.rows, option.values.columns, form.hasviews, form.columns) {
     build_table();
     set_size_request(640, 480);
     add_answer_buttons(*this);
@@ -83,12 +75,10 @@ OptionArrayDialog::~OptionArrayDialog() {
 
 void OptionArrayDialog::build_table() {
     table.set_row_spacings(row_spacing);
-    const option_view_t values = nurbs.option(index);
     if (layout.table_rows() > 0 && layout.table_columns() > 0) {
         table.resize(layout.table_rows(), layout.table_columns());
-        const std::uint64_t row_length = nurbs.optiondims(index).columns;
         for (unsigned row = 0; row < layout.rows; ++row)
-            add_row(row, row * row_length, values);
+            add_row(row);
     }
     scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
     scroller.add(table);
@@ -96,13 +86,12 @@ void OptionArrayDialog::build_table() {
     watch_cells();
 }
 
-void OptionArrayDialog::add_row(unsigned row, std::uint64_t first, const option_view_t& values) {
+void OptionArrayDialog::add_row(unsigned row) {
     if (layout.has_views)
         put(std::make_unique<viewbtn_t>(*this, row), layout.view(row));
     for (unsigned element = 0; element < layout.columns; ++element) {
-        const std::uint64_t place = first + element;
-        auto knot =
-            std::make_unique<knot_t>(place, values.data[place * values.stride], name_of(row, element));
+        const std::uint64_t place = row * option.values.columns + element;
+        auto knot = std::make_unique<knot_t>(place, option.values.data[place], name_of(row, element));
         knots.push_back(knot.get());
         put(std::move(knot), layout.value(row, element));
     }
@@ -151,37 +140,20 @@ void OptionArrayDialog::on_response(int id) {
     if (!writes_back(id))
         return;
     finish_typing(*this);
-    if (!write_back())
-        return;
-    viewarea.make_input_current();
-    nurbs.update(gl);
-    viewarea.redraw();
+    apply(values());
 }
 
-bool OptionArrayDialog::write_back() {
-    const option_view_t values = nurbs.option(index);
-    bool changed = false;
-    for (const knot_t* const knot : knots) {
-        if (knot->place() >= values.count)
-            continue;
-        float& value = values.data[knot->place() * values.stride];
-        if (knot->value() == value)
-            continue;
-        value = knot->value();
-        changed = true;
-    }
-    return changed;
+matrix_t<float> OptionArrayDialog::values() const {
+    matrix_t<float> values = option.values;
+    for (const knot_t* const knot : knots)
+        values.data[knot->place()] = knot->value();
+    return values;
 }
 
 void OptionArrayDialog::on_view(unsigned row) {
     finish_typing(*this);
-    matrix_t<float> shown;
-    shown.resize(layout.rows, layout.columns);
-    for (std::size_t i = 0; i < knots.size(); ++i)
-        shown.data[i] = knots[i]->value();
-    const std::uint64_t order = layout.upright ? nurbs.order2 : nurbs.order1;
-    const std::uint64_t count = layout.upright ? nurbs.count2 : nurbs.count1;
-    KnotViewerDialog viewer(*this, order, count, row, shown, decimal(row), viewarea.editor().shader_folder());
+    const matrix_t<float> shown = values();
+    KnotViewerDialog viewer(*this, option.order, option.count, row, shown, decimal(row), shader_folder);
     viewer.run();
 }
 

@@ -6,6 +6,7 @@
 #include <gtkmm/table.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,25 +14,28 @@
 #include "dialogs/controls/MyButton.h"
 #include "dialogs/tables/cells_in_view.h"
 #include "dialogs/tables/table_layout.h"
+#include "model/nurbs/net_edit.h"
 
 namespace ulk3d {
 
-class glpolygon_t;
-class nurbs_t;
-class ViewArea;
-struct option_view_t;
-
 /// An option table of a NURBS model, its weights or knots, as a table of spin buttons laid out like the net.
 /// Where it holds knots, each knot vector has a button that shows its basis functions as the dialog has them,
-/// applied or not. OK and Apply write the table into the model; that is no step of undo.
+/// applied or not. OK and Apply hand the table over.
 ///
-/// Modal; the caller runs it. Nothing that it is given is owned, and all of it outlives the dialog.
+/// Modal; the caller runs it.
 class OptionArrayDialog : public Gtk::Dialog {
   public:
-    /// Edits option table `index`. `hasviews` gives each row of the table its view button; `columns` stands
-    /// the rows upright, for the knot vectors along the columns of the net.
-    OptionArrayDialog(Gtk::Window& parent, std::uint32_t index, glpolygon_t& gl, nurbs_t& nurbs,
-                      const Glib::ustring& title, ViewArea& viewarea, bool hasviews, bool columns);
+    /// What is shown and how: `index` is that of the option table, `hasviews` gives each row its view button,
+    /// `columns` stands the rows upright, for the knot vectors along the columns of the net.
+    struct form_t {
+        std::uint32_t index;
+        bool hasviews, columns;
+    };
+    using apply_t = std::function<void(const matrix_t<float>& values)>;
+
+    /// `shader_folder` is looked in for shader files of the plots, empty for none.
+    OptionArrayDialog(Gtk::Window& parent, const form_t& form, option_table_t shown, apply_t apply,
+                      const Glib::ustring& title, std::string shader_folder);
     ~OptionArrayDialog() override;
 
   protected:
@@ -82,10 +86,11 @@ class OptionArrayDialog : public Gtk::Dialog {
 
     void build_table();
     void watch_cells();
-    void add_row(unsigned row, std::uint64_t first, const option_view_t& values);
+    void add_row(unsigned row);
     void put(std::unique_ptr<item_t> item, const table_place_t& place);
     Glib::ustring name_of(unsigned row, unsigned element) const;
-    bool write_back();
+    /// The table as it stands now, with the numbers that the dialog has no cell for.
+    matrix_t<float> values() const;
     void on_view(unsigned row);
 
     std::vector<knot_t*> knots;        ///< in the order of the option table
@@ -94,9 +99,9 @@ class OptionArrayDialog : public Gtk::Dialog {
     Gtk::ScrolledWindow scroller;
     cells_in_view_t cells_in_view{table, scroller};
     std::uint32_t index;
-    glpolygon_t& gl;
-    nurbs_t& nurbs;
-    ViewArea& viewarea;
+    option_table_t option;  ///< as the dialog was opened with it
+    apply_t apply;
+    std::string shader_folder;
     option_layout_t layout;
 };
 

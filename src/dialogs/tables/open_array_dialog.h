@@ -1,22 +1,15 @@
 #pragma once
 
-#include <gtkmm/window.h>
+#include <optional>
 
-#include <cstdint>
+#include "dialogs/tables/ArrayDialog.h"
+#include "render/gl/element.h"
 
 namespace ulk3d {
 
-class edit_history_t;
-class glpolygon_t;
-class nurbs_t;
-class ViewArea;
-
-/// Edits one attribute of all control points of a model in a table, until the dialog is closed: positions in
-/// an ArrayDialogPoint, colours in an ArrayDialogColor. `element` is the index of the model's array, `member`
-/// that of the attribute in its records. For an attribute of another kind nothing opens, and the line
-/// "elements.type (KIND) not handled." goes to the standard error stream.
-void open_array_dialog(std::uint32_t element, std::uint32_t member, glpolygon_t& gl, nurbs_t& nurbs,
-                       edit_history_t& history, const Glib::ustring& title, Gtk::Window& window,
-                       ViewArea& viewarea);
+/// Shows one attribute of all control points of a model in a table until the dialog is closed: positions in
+/// an ArrayDialogPoint, colours in an ArrayDialogColor. For an attribute of another kind nothing opens.
+void open_array_dialog(std::optional<e_type_t> kind, const net_table_t& shown,
+                       const ArrayDialog::apply_t& apply, const Glib::ustring& title, Gtk::Window& window);
 
 }  // namespace ulk3d

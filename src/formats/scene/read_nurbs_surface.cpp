@@ -1,4 +1,5 @@
 #include <array>
+#include <cassert>
 #include <new>
 
 #include "formats/scene/block_lines.h"
@@ -119,21 +120,18 @@ bool allocate(nurbs_t& nurbs, const opening_t& opening, std::uint64_t rest_of_fi
 }
 
 /// Builds the drawn surface from the tables.
-bool build_surface(const char* path, nurbs_t& nurbs, polygon_t& polygon, glpolygon_t& glpolygon) {
+bool build_surface(const char* path, nurbs_t& nurbs, glpolygon_t& glpolygon) {
     nurbs.afterload(path);
-    if (!nurbs.makeVertices())
-        return false;
-    polygon.afterload(path);
-    nurbs.updateVertices();
-    glpolygon.update_frames(polygon);
-    return true;
+    return nurbs.rebuild({.sizes = true, .points = true}, glpolygon);
 }
 
 }  // namespace
 
-bool read_nurbs_surface(const char* path, nurbs_t& nurbs, texture_t& texture, polygon_t& polygon,
-                        glpolygon_t& glpolygon, std::uint64_t& line_counter, text_line_t& line,
-                        text_lines& input, std::ostream& log) {
+bool read_nurbs_surface(const char* path, nurbs_t& nurbs, texture_t& texture,
+                        [[maybe_unused]] polygon_t& polygon, glpolygon_t& glpolygon,
+                        std::uint64_t& line_counter, text_line_t& line, text_lines& input,
+                        std::ostream& log) {
+    assert(nurbs.polygon == &polygon && "a surface is built into the mesh that it is wired to");
     const std::size_t comma = line.view().find(',');
     if (comma == std::string_view::npos)
         return false;
@@ -152,7 +150,7 @@ bool read_nurbs_surface(const char* path, nurbs_t& nurbs, texture_t& texture, po
         return false;
     const bool complete = end == block_end_t::end_of_file ||
                           all_filled(messages, block.knots1, block.knots2, block.weights, block.points);
-    if (!build_surface(path, nurbs, polygon, glpolygon)) {
+    if (!build_surface(path, nurbs, glpolygon)) {
         put_line(log, "nurbs.makeVertices() error.");
         return false;
     }

@@ -127,7 +127,7 @@ bool load_stl(const char* path, scene_t& scene) {
     if (!file.is_open())
         return false;
     const std::uint64_t triangle_count = count_triangles(file, file_size);
-    model_entry_t& entry = *scene.models.emplace_back(std::make_unique<model_entry_t>(kind_polygon));
+    model_entry_t& entry = *scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     if (!allocate(entry.polygon, triangle_count) || !fill(entry.polygon, file, triangle_count))
         return false;
     entry.texture.open(path);

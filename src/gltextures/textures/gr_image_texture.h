@@ -29,6 +29,7 @@ class grImageTexture : public grTexturableImageGL {
     void set_compressed(bool value) { compressed = value; }
     /// Asks for mipmaps to be built.
     void set_mipmap(bool value) { mipmap = value; }
+    bool has_mipmap() const { return mipmap; }
     /// The image has a border.
     void set_border(bool value) { border = value; }
     /// Null for none.

@@ -18,6 +18,7 @@ struct tex_parameters_2d_t {
     GLint wrap_s = GL_REPEAT;
     GLint wrap_t = GL_REPEAT;
     GLfloat aniso = 1.0F;
+    bool operator==(const tex_parameters_2d_t&) const = default;
 };
 
 struct tex_parameters_3d_t {

@@ -5,11 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "model/edit_history.h"
-#include "model/mapped_span.h"
 #include "model/math/colours.h"
 #include "model/math/tolerance.h"
 #include "model/modeling.h"
+#include "model/nurbs/nurbs.h"
 
 namespace ulk3d {
 
@@ -27,16 +26,17 @@ const number_form_t colour_form{
     [](float a, float b) { return a == b; },
 };
 
-std::optional<e_type_t> tabulated_kind(const modeling_t& model, std::uint32_t array, std::uint32_t member) {
-    const array_t* const records = model.array(array);
+std::optional<e_type_t> tabulated_kind(const modeling_t& model, attribute_t attribute) {
+    const attribute_place_t place = place_of(attribute);
+    const array_t* const records = model.array(place.array);
     if (records == nullptr)
         return std::nullopt;
     const element_list_t& list =
         records->element_list().size() == 0 ? control_point_elements() : records->element_list();
     const auto members = elements_of(list);
-    if (member >= members.size())
+    if (place.member >= members.size())
         return std::nullopt;
-    const e_type_t kind = members[member].type;
+    const e_type_t kind = members[place.member].type;
     if (kind == e_type_t::Position || kind == e_type_t::RGBA)
         return kind;
     std::cerr << "elements.type (" << std::to_string(static_cast<std::uint32_t>(kind)) << ") not handled."
@@ -46,36 +46,18 @@ std::optional<e_type_t> tabulated_kind(const modeling_t& model, std::uint32_t ar
 
 namespace {
 
-/// The attribute of every record of an array, mapped while this lives. Empty for an array that has no such
-/// attribute.
-template <class Float, class Array>
-class mapped_attribute_t {
-  public:
-    mapped_attribute_t(Array* array, std::uint32_t member, std::uint32_t components) {
-        if (array == nullptr || !array->has_buffer())
-            return;
-        stride = array->vertex_stride();
-        offset = word_offset_of(array->element_list(), member);
-        if (offset + components <= stride)
-            words.emplace(*array);
-    }
+/// The array when something can be mapped of it, else null.
+template <class Array>
+Array* with_buffer(Array* array) {
+    return array != nullptr && array->has_buffer() ? array : nullptr;
+}
 
-    /// Count of the records.
-    std::size_t size() const { return words ? words->size() / stride : 0; }
-    Float* operator[](std::size_t record) const { return &(*words)[record * stride + offset]; }
-
-  private:
-    std::size_t stride = 1;
-    std::size_t offset = 0;
-    std::optional<mapped_span<Float, array_t>> words;
-};
-
-/// Marks or unmarks a point as its row says; true when that changed it.
-bool mark(modeling_t& model, const number_row_t& row) {
+/// Selects or unselects a point as its row says; true when that changed it.
+bool select(modeling_t& model, const number_row_t& row) {
     return row.selected ? model.select(row.point) : model.unselect(row.point);
 }
 
-/// Stores the numbers of a row in an attribute; true, with the old values in `old`, when they differ.
+/// Stores the numbers of a row in a value of the model; true, with the old values in `old`, when they differ.
 bool store(const number_form_t& form, const number_row_t& row, float* attribute, vec3w& old) {
     std::array<float, 4> values{};
     bool is_same = true;
@@ -92,40 +74,74 @@ bool store(const number_form_t& form, const number_row_t& row, float* attribute,
 
 }  // namespace
 
-void read_rows(const modeling_t& model, std::uint32_t array, std::uint32_t member, const number_form_t& form,
+void read_rows(const modeling_t& model, attribute_t attribute, const number_form_t& form,
                std::span<number_row_t> rows) {
-    const mapped_attribute_t<const float, const array_t> attributes(model.array(array), member,
-                                                                    form.components);
+    const attribute_place_t place = place_of(attribute);
+    const mapped_member_t<const float> values(with_buffer(model.array(place.array)), place.member);
     for (number_row_t& row : rows) {
         row.selected = row.point < model.selection.size() && model.selection[row.point];
-        if (row.point >= attributes.size())
-            continue;
-        for (std::uint32_t i = 0; i < form.components; ++i)
-            row.numbers[i] = form.shown(attributes[row.point][i]);
+        const float* const value = values->at(row.point, form.components);
+        for (std::uint32_t i = 0; value != nullptr && i < form.components; ++i)
+            row.numbers[i] = form.shown(value[i]);
     }
 }
 
-table_change_t write_rows(modeling_t& model, edit_history_t& history, std::uint32_t array,
-                          std::uint32_t member, const number_form_t& form,
+table_change_t write_rows(modeling_t& model, attribute_t attribute, const number_form_t& form,
                           std::span<const number_row_t> rows) {
-    edit_t edit{{}, array, member};
-    bool marks_changed = false;
+    const attribute_place_t place = place_of(attribute);
+    table_change_t change{.edit = {{}, place.array, place.member}};
     {
-        const mapped_attribute_t<float, array_t> attributes(model.array(array), member, form.components);
+        const mapped_member_t<float> values(with_buffer(model.array(place.array)), place.member);
         for (const number_row_t& row : rows) {
-            marks_changed |= mark(model, row);
+            change.selection |= select(model, row);
             vec3w old;
-            if (row.point < attributes.size() && store(form, row, attributes[row.point], old))
-                edit.points.push_back({old, row.point});
+            float* const value = values->at(row.point, form.components);
+            if (value != nullptr && store(form, row, value, old))
+                change.edit.points.push_back({old, row.point});
         }
     }
-    const bool values_changed = !edit.points.empty();
-    if (!marks_changed && !values_changed)
-        return table_change_t::none;
-    for (const edit_point_t& point : edit.points)
-        model.elementchanged(array, point.index);
-    history.push(std::move(edit));
-    return values_changed ? table_change_t::values : table_change_t::selection;
+    for (const edit_point_t& point : change.edit.points)
+        model.elementchanged(place.array, point.index);
+    return change;
+}
+
+const number_form_t& form_of(attribute_t attribute) {
+    return attribute == attribute_t::color ? colour_form : position_form;
+}
+
+net_table_t read_net(const nurbs_t& nurbs, attribute_t attribute) {
+    net_table_t table{nurbs.count1, nurbs.count2, {}};
+    table.points.resize(nurbs.points.data.size());
+    for (std::size_t i = 0; i < table.points.size(); ++i)
+        table.points[i].point = i;
+    read_rows(nurbs, attribute, form_of(attribute), table.points);
+    return table;
+}
+
+option_table_t read_option(const nurbs_t& nurbs, std::uint32_t index) {
+    switch (index) {
+        case 0:
+            return {nurbs.knot1, nurbs.order1, nurbs.count1};
+        case 1:
+            return {nurbs.knot2, nurbs.order2, nurbs.count2};
+        case 2:
+            return {nurbs.weight, nurbs.order1, nurbs.count1};
+        default:
+            return {};
+    }
+}
+
+bool write_option(nurbs_t& nurbs, std::uint32_t index, const matrix_t<float>& values) {
+    const option_view_t table = nurbs.option(index);
+    bool changed = false;
+    for (std::size_t i = 0; i < std::min<std::size_t>(values.data.size(), table.count); ++i) {
+        float& value = table.data[i * table.stride];
+        if (value == values.data[i])
+            continue;
+        value = values.data[i];
+        changed = true;
+    }
+    return changed;
 }
 
 }  // namespace ulk3d

@@ -4,13 +4,16 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <vector>
 
-#include "render/gl/element.h"
+#include "model/attributes.h"
+#include "model/edit_history.h"
+#include "model/matrix.h"
 
 namespace ulk3d {
 
-class edit_history_t;
 class modeling_t;
+class nurbs_t;
 
 /// How a table of numbers shows one attribute of a model's records, and takes it back.
 struct number_form_t {
@@ -27,37 +30,59 @@ extern const number_form_t position_form;
 /// changed when it comes back.
 extern const number_form_t colour_form;
 
-/// The kind of member `member` of the records of a model's array, when it is one that a table can show:
-/// Position or RGBA. Any other prints "elements.type (KIND) not handled." on the standard error stream. None
-/// for an array or a member that the model does not have. An array that nothing was stored in yet has the
-/// members of a control point.
-std::optional<e_type_t> tabulated_kind(const modeling_t& model, std::uint32_t array, std::uint32_t member);
+/// The kind of an attribute of a model's points, when it is one that a table can show: Position or RGBA. Any
+/// other prints "elements.type (KIND) not handled." on the standard error stream. None for an attribute that
+/// the model does not have. An array that nothing was stored in yet has the members of a control point.
+std::optional<e_type_t> tabulated_kind(const modeling_t& model, attribute_t attribute);
 
-/// A row of the table: a point, whether it is marked, and the numbers of its attribute.
+/// A row of the table: a point, whether it is selected, and the numbers of its attribute.
 struct number_row_t {
     std::uint64_t point = 0;
     bool selected = false;
     std::array<double, 4> numbers{};
 };
 
-enum class table_change_t {
-    none,
-    selection,  ///< marks alone
-    values,     ///< values, and maybe marks
+/// A net as a table: its points row by row.
+struct net_table_t {
+    std::uint64_t columns = 0, rows = 0;
+    std::vector<number_row_t> points;
 };
 
-/// Fills the rows of the points that they name from member `member` of the records of array `array`. A point
-/// that the model does not have is unmarked, and its numbers stay. A GL context must be current.
-void read_rows(const modeling_t& model, std::uint32_t array, std::uint32_t member, const number_form_t& form,
+/// The whole net with the numbers of an attribute. A GL context must be current.
+net_table_t read_net(const nurbs_t& nurbs, attribute_t attribute);
+
+/// How a table shows the numbers of an attribute: colours in bytes, others as they are.
+const number_form_t& form_of(attribute_t attribute);
+
+/// An option table of a model, and the basis functions that a row of it has the knots of.
+struct option_table_t {
+    matrix_t<float> values;
+    std::uint64_t order = 0, count = 0;
+};
+
+/// Option table `index` of a NURBS model; an empty one where there is none.
+option_table_t read_option(const nurbs_t& nurbs, std::uint32_t index);
+/// Stores the values that differ; whether any does. Numbers that the table does not have stay.
+bool write_option(nurbs_t& nurbs, std::uint32_t index, const matrix_t<float>& values);
+
+/// What a table has changed in a model.
+struct table_change_t {
+    bool selection = false;
+    edit_t edit;  ///< the values that were replaced
+
+    bool has_values() const { return !edit.points.empty(); }
+    explicit operator bool() const { return selection || has_values(); }
+};
+
+/// Fills the rows of the points that they name from an attribute of the model. A point that the model does
+/// not have is unselected, and its numbers stay. A GL context must be current.
+void read_rows(const modeling_t& model, attribute_t attribute, const number_form_t& form,
                std::span<number_row_t> rows);
 
-/// Writes a table back: marks and unmarks points, stores the values of the attribute that differ, tells the
-/// model of each changed record after all of them were written, and then pushes one edit with the replaced
-/// values on the history. The edit is pushed without any value, too, when only marks have changed; nothing is
-/// pushed when nothing has. Rows of points that the model does not have are passed over. A GL context must be
-/// current.
-table_change_t write_rows(modeling_t& model, edit_history_t& history, std::uint32_t array,
-                          std::uint32_t member, const number_form_t& form,
-                          std::span<const number_row_t> rows);
+/// Writes a table back: selects and unselects points, stores the values of the attribute that differ, and
+/// then tells the model of each changed record. Rows of points that the model does not have are passed over.
+/// A GL context must be current.
+[[nodiscard]] table_change_t write_rows(modeling_t& model, attribute_t attribute, const number_form_t& form,
+                                        std::span<const number_row_t> rows);
 
 }  // namespace ulk3d

@@ -79,6 +79,8 @@ void nurbs_t::release_tables() {
 
 void nurbs_t::clear() {
     release_tables();
+    built_resolution.reset();
+    built_source.reset();
     resolution1 = resolution2 = default_resolution;
     ctlpts.release();
     pointarray.reset();

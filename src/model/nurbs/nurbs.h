@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "model/matrix.h"
 #include "model/modeling.h"
 #include "model/vertex.h"
@@ -49,8 +51,20 @@ class nurbs_t : public modeling_t {
     /// (model/nurbs/nurbs_normals.h).
     void updateNormals();
 
-    /// makeVertices, the numbering of the new polygons, updateVertices, then the frame pass of `glpolygon`;
-    /// nothing more when makeVertices fails.
+    /// What of a surface is no longer as its mesh was built from.
+    struct change_t {
+        bool sizes = false;   ///< the resolutions, or there is no mesh
+        bool points = false;  ///< any number of the tables
+    };
+
+    /// The one way to bring the mesh up to date, and the order in which that works: its buffers and strips
+    /// and the model's maps (makeVertices), the numbers of its polygons, its vertices (updateVertices), and
+    /// their frames, which `glpolygon` makes. A mesh of new sizes is flat until its points are rebuilt too.
+    /// False, after the line of makeVertices, when there can be no mesh.
+    [[nodiscard]] bool rebuild(const change_t& change, glpolygon_t& glpolygon);
+
+    /// Rebuilds what has changed since the last time; where nothing has, nothing is evaluated or printed. The
+    /// maps are opened each time: of models that share a picture the last one decides its filters.
     void update(glpolygon_t& glpolygon) override;
 
     /// Reads record `element` of array 0 back into `points`; other arrays and records beyond do nothing.
@@ -101,10 +115,21 @@ class nurbs_t : public modeling_t {
     shared_holder<vertex_array_t> pointarray;  ///< ctlpts at locations 0 and 1, point sizes at 2
 
   private:
+    /// What the mesh was evaluated from.
+    struct source_t {
+        std::uint64_t order1, order2;
+        matrix_t<float> knot1, knot2, weight;
+        matrix_t<control_point_t> points;
+    };
+
+    change_t changes() const;
     void release_tables();
     bool MakeCtlpts();
     bool is_uploaded(std::uint64_t point) const;
     void uploadpoints();
+
+    std::optional<dims_t> built_resolution;  ///< none while there is no mesh
+    std::optional<source_t> built_source;
 };
 
 }  // namespace ulk3d

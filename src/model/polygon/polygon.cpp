@@ -123,7 +123,7 @@ void polygon_t::clear() {
     workarray.reset();
     pointarray.reset();
     normalfeedback.release();
-    selectpolygons.clear();
+    selected_ids.clear();
     polyidvector.clear();
     selectelems.release();
     cleanelems.release();

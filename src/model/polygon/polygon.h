@@ -25,7 +25,7 @@ class polygon_t : public modeling_t {
     ~polygon_t() override = default;
 
     /// Makes the model one of `vertex_count` vertices and `element_count` indices, zero vertices and frames
-    /// and only restart marks, with all points unselected; `selectpolygons` stays. Counts of 0 are legal.
+    /// and only restart marks, with all points unselected; the selected ids stay. Counts of 0 are legal.
     ///
     /// False, after a line on the standard error stream that names the array ("vertices.allocate() failed.",
     /// and so on; none for the point sizes and the feedback buffers), when one of them can not be allocated:
@@ -45,11 +45,15 @@ class polygon_t : public modeling_t {
     /// elements only the name is taken.
     void afterload(const char* new_name);
 
-    /// Writes the triangle of a polygon id to `selectelems`, or takes it out. The caller keeps
-    /// `selectpolygons` in step. An id beyond `polyidvector` prints a line on the standard error stream; an
-    /// id that has no triangle does nothing.
+    /// Selects the polygon of an id, or unselects it: the id goes into `selectpolygons()` or out of it, its
+    /// triangle into `selectelems` or out of them. An id beyond `polyidvector` prints a line on the standard
+    /// error stream; it, and an id that has no triangle, changes the set alone.
     void selectpolygon(std::uint64_t polyid);
     void unselectpolygon(std::uint64_t polyid);
+    /// Unselects all polygons.
+    void clearpolygons();
+    /// The ids of the selected polygons.
+    const std::set<std::uint32_t>& selectpolygons() const { return selected_ids; }
 
     std::uint32_t arraycount() const override { return 2; }
     const array_t* array(std::uint32_t index) const override;  ///< 0 vertices, 1 normals, 2 work normals
@@ -86,12 +90,13 @@ class polygon_t : public modeling_t {
     shared_holder<vertex_array_t> workarray;    ///< vertices at 0 to 2, wknmls at 3 to 6
     shared_holder<vertex_array_t> pointarray;   ///< vertices at 0 to 2, then point sizes over location 2
     feedback_buffer_t normalfeedback;           ///< target of the frame pass, 9 floats per vertex
-    std::set<std::uint32_t> selectpolygons;     ///< ids of the selected polygons
     std::vector<polygon_place_t> polyidvector;  ///< by polygon id
     element_array_t selectelems;  ///< three indices per polygon id, restart marks where not selected
 
   private:
     const element_array_t& strips_to_draw();
+
+    std::set<std::uint32_t> selected_ids;
 
     /// GL knows one restart index only. When `elements` holds other indices at or above the vertex count,
     /// they are drawn through this copy, in which these are restart marks.

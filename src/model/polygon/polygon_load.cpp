@@ -81,10 +81,10 @@ void polygon_t::afterload(const char* new_name) {
 
     // Triangles that are not selected, and places that have no triangle, keep the mark.
     std::ranges::fill(selected_indices, restart_mark);
-    auto next_selected = selectpolygons.begin();
+    auto next_selected = selected_ids.begin();
     walk_strips(strips.span(), reachable, [&](const strip_triangle_t& triangle) {
         // The set and the ids both rise, so one step of the set serves each selected triangle.
-        if (next_selected != selectpolygons.end() && *next_selected == triangle.id) {
+        if (next_selected != selected_ids.end() && *next_selected == triangle.id) {
             write_triangle(selected_indices, triangle.id, {triangle.a, triangle.b, triangle.c});
             ++next_selected;
         }
@@ -94,6 +94,7 @@ void polygon_t::afterload(const char* new_name) {
 }
 
 void polygon_t::selectpolygon(std::uint64_t polyid) {
+    selected_ids.insert(static_cast<std::uint32_t>(polyid));
     if (is_beyond(polyid, polyidvector.size()) || polyidvector[polyid].position == restart_mark)
         return;
     const const_index_span strips(elements);
@@ -102,10 +103,19 @@ void polygon_t::selectpolygon(std::uint64_t polyid) {
 }
 
 void polygon_t::unselectpolygon(std::uint64_t polyid) {
+    selected_ids.erase(static_cast<std::uint32_t>(polyid));
     if (is_beyond(polyid, polyidvector.size()))
         return;
     const index_span selected(selectelems);
     write_triangle(selected.span(), polyid, no_triangle);
+}
+
+void polygon_t::clearpolygons() {
+    selected_ids.clear();
+    if (!selectelems.has_buffer())
+        return;
+    const index_span selected(selectelems);
+    std::ranges::fill(selected.span(), restart_mark);
 }
 
 }  // namespace ulk3d

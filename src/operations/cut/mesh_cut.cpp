@@ -24,13 +24,13 @@ const polygon_t* polygon_at(std::uint64_t place, const model_list_t& models) {
     if (place >= models.size())
         return nullptr;
     const model_entry_t& entry = **std::next(models.begin(), static_cast<std::ptrdiff_t>(place));
-    return entry.kind == kind_polygon && has_mesh(entry.polygon) ? &entry.polygon : nullptr;
+    return entry.kind == model_kind_t::polygon && has_mesh(entry.polygon) ? &entry.polygon : nullptr;
 }
 
 std::vector<victim_t> read_victims(const polygon_t& cutter, const model_list_t& models) {
     std::vector<victim_t> victims;
     for (const auto& entry : models)
-        if (entry->kind == kind_polygon && &entry->polygon != &cutter && has_mesh(entry->polygon))
+        if (entry->kind == model_kind_t::polygon && &entry->polygon != &cutter && has_mesh(entry->polygon))
             victims.push_back({entry.get(), read_strip_mesh(entry->polygon)});
     return victims;
 }

@@ -63,15 +63,32 @@ void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, 
     take_names(nurbs, entry.texture, settings.names);
     nurbs.resolution1 = settings.resolution1;
     nurbs.resolution2 = settings.resolution2;
-    // What fails tells so itself, and the rest follows: tables that do not fit are empty ones, a mesh that
-    // can not be made keeps its old shape under the new names.
+    // Each step reports its own failure, and the rest follows: tables that do not fit are empty ones, a mesh
+    // that can not be made keeps its old shape under the new names.
     allocate_tables(nurbs, settings);
     const std::string name = nurbs.name;
     nurbs.afterload(name.c_str());
-    nurbs.makeVertices();
+    entry.polygon.name = name;
+    static_cast<void>(nurbs.rebuild({.sizes = true}, glpolygon));
+    // Opening ends at the first map that can not be loaded and passes over it the next time: three times, the
+    // last one by the update, reach all three maps.
     entry.texture.open(name.c_str());
-    entry.polygon.afterload(name.c_str());
     nurbs.update(glpolygon);
+}
+
+environment_settings_t environment_settings(const environment_t& environment) {
+    return {environment.cubetex, environment.reflectalpha, environment.refractalpha,
+            environment.refractfactor};
+}
+
+void set_environment_settings(environment_t& environment, const environment_settings_t& settings,
+                              const char* base_file) {
+    environment.cubetex = settings.cubetex;
+    environment.reflectalpha = settings.reflectalpha;
+    environment.refractalpha = settings.refractalpha;
+    environment.refractfactor = settings.refractfactor;
+    // Reports its own failure; the numbers hold all the same.
+    static_cast<void>(environment.initex(base_file));
 }
 
 }  // namespace ulk3d

@@ -47,4 +47,17 @@ nurbs_settings_t nurbs_settings(const model_entry_t& entry);
 /// weights and control points are zero then. A surface that does not fit into memory is an empty one.
 void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon);
 
+/// What a user sets of the environment.
+struct environment_settings_t {
+    std::string cubetex;
+    float reflectalpha = 0, refractalpha = 0, refractfactor = 0;
+};
+
+environment_settings_t environment_settings(const environment_t& environment);
+
+/// Gives the environment new settings and loads its map, whether or not anything differs. `base_file` is the
+/// path beside which the map lies, or null.
+void set_environment_settings(environment_t& environment, const environment_settings_t& settings,
+                              const char* base_file);
+
 }  // namespace ulk3d

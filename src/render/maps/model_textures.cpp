@@ -45,11 +45,16 @@ void upload(texture_entry_t& entry, GLint min_filter, GLint mag_filter, bool mip
     // Without pixels there is no texture: the surface is drawn as if it had no such map.
     if (entry.image.empty())
         return;
-    entry.parameters = {.min_filter = min_filter,
-                        .mag_filter = mag_filter,
-                        .wrap_s = GL_REPEAT,
-                        .wrap_t = GL_REPEAT,
-                        .aniso = aniso};
+    const libgr::tex_parameters_2d_t parameters{.min_filter = min_filter,
+                                                .mag_filter = mag_filter,
+                                                .wrap_s = GL_REPEAT,
+                                                .wrap_t = GL_REPEAT,
+                                                .aniso = aniso};
+    // A picture in the store never changes: one that GL has with these settings stays as it is.
+    const bool has_texture = entry.object.texture_id() != 0;
+    if (has_texture && entry.parameters == parameters && entry.content.has_mipmap() == mipmap)
+        return;
+    entry.parameters = parameters;
     entry.content.set_border(false);
     entry.content.set_mipmap(mipmap);
     entry.content.set_parameters(&entry.parameters);

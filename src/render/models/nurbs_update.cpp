@@ -1,16 +1,59 @@
+#include <algorithm>
+#include <cstring>
+
 #include "model/nurbs/nurbs.h"
 #include "model/polygon/polygon.h"
+#include "model/texture.h"
 #include "render/models/glpolygon.h"
 
-/// The one operation of a NURBS model that needs a GL program: the frames of its mesh are made on the GPU.
+/// How a NURBS model keeps its mesh in step with its tables. It stands here, above the model, as the frames
+/// of the mesh are made by a GL program.
 namespace ulk3d {
 
+namespace {
+
+/// To the last bit: a number that is none is then the same as itself.
+template <typename T>
+bool is_same(const matrix_t<T>& a, const matrix_t<T>& b) {
+    return a.rows == b.rows && a.columns == b.columns && a.data.size() == b.data.size() &&
+           (a.data.empty() || std::memcmp(a.data.data(), b.data.data(), a.data.size() * sizeof(T)) == 0);
+}
+
+}  // namespace
+
+nurbs_t::change_t nurbs_t::changes() const {
+    const bool is_built =
+        built_resolution && built_resolution->columns == resolution1 && built_resolution->rows == resolution2;
+    const bool is_evaluated = built_source && built_source->order1 == order1 &&
+                              built_source->order2 == order2 && is_same(built_source->knot1, knot1) &&
+                              is_same(built_source->knot2, knot2) && is_same(built_source->weight, weight) &&
+                              is_same(built_source->points, points);
+    return {.sizes = !is_built, .points = !is_evaluated};
+}
+
+bool nurbs_t::rebuild(const change_t& change, glpolygon_t& glpolygon) {
+    if (change.sizes) {
+        built_resolution.reset();
+        built_source.reset();
+        if (!makeVertices())
+            return false;
+        polygon->afterload(nullptr);
+        built_resolution = {resolution2, resolution1};
+    }
+    if (change.points) {
+        updateVertices();
+        glpolygon.update_frames(*polygon);
+        built_source = {order1, order2, knot1, knot2, weight, points};
+    }
+    return true;
+}
+
 void nurbs_t::update(glpolygon_t& glpolygon) {
-    if (!makeVertices())
-        return;
-    polygon->afterload(nullptr);
-    updateVertices();
-    glpolygon.update_frames(*polygon);
+    const change_t change = changes();
+    if (!change.sizes)
+        texture->open(name.c_str());
+    // Reports its own failure; the mesh then keeps its old shape.
+    static_cast<void>(rebuild(change, glpolygon));
 }
 
 }  // namespace ulk3d

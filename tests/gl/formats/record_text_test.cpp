@@ -56,7 +56,6 @@ TEST_F(ModelText, StripsAreAnIndexOnEachLine) {
 
 TEST_F(ModelText, StoredStripsLeaveTheNumbersOfThePolygonsAndTheirMarks) {
     ASSERT_EQ(polygon.polyidvector.size(), 5U);
-    polygon.selectpolygons.insert(0);
     polygon.selectpolygon(0);
     store_index_text(polygon.elements, "2\n1\n0\n");
     EXPECT_EQ(selectelems_of(polygon)[0], 0U);

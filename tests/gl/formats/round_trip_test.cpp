@@ -90,7 +90,7 @@ void expect_kept(const col3a& loaded, const col3a& saved) {
 }
 
 std::unique_ptr<model_entry_t> random_polygon(random_values& random) {
-    auto entry = std::make_unique<model_entry_t>(kind_polygon);
+    auto entry = std::make_unique<model_entry_t>(model_kind_t::polygon);
     entry->texture = random.texture();
     const std::uint32_t vertex_count = 1 + random.below(30);
     const std::uint32_t element_count = random.below(40);
@@ -109,7 +109,7 @@ std::unique_ptr<model_entry_t> random_polygon(random_values& random) {
 }
 
 std::unique_ptr<model_entry_t> random_nurbs(random_values& random) {
-    auto entry = std::make_unique<model_entry_t>(kind_nurbs);
+    auto entry = std::make_unique<model_entry_t>(model_kind_t::nurbs);
     entry->texture = random.texture();
     nurbs_t& nurbs = entry->nurbs;
     nurbs.allocate(1 + random.below(4), 1 + random.below(5), 1 + random.below(4), 1 + random.below(5));

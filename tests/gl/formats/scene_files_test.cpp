@@ -95,11 +95,11 @@ TEST_F(LoadScene, ModelsComeInFileOrder) {
     EXPECT_EQ(loading.messages, "");
     ASSERT_EQ(loading.scene.models.size(), 3U);
     auto model = loading.scene.models.begin();
-    EXPECT_EQ((*model)->kind, kind_polygon);
+    EXPECT_EQ((*model)->kind, model_kind_t::polygon);
     EXPECT_EQ((*model)->polygon.name, path);
-    EXPECT_EQ((*++model)->kind, kind_nurbs);
+    EXPECT_EQ((*++model)->kind, model_kind_t::nurbs);
     EXPECT_EQ((*model)->nurbs.name, path);
-    EXPECT_EQ((*++model)->kind, kind_polygon);
+    EXPECT_EQ((*++model)->kind, model_kind_t::polygon);
 }
 
 TEST_F(LoadScene, AddsToTheModelsThatAreThere) {
@@ -108,7 +108,7 @@ TEST_F(LoadScene, AddsToTheModelsThatAreThere) {
     std::ostringstream log;
     EXPECT_TRUE(load_scene(loading.scene, file(patch_block()).c_str(), surface_programs(), log));
     ASSERT_EQ(loading.scene.models.size(), 2U);
-    EXPECT_EQ(loading.scene.models.back()->kind, kind_nurbs);
+    EXPECT_EQ(loading.scene.models.back()->kind, model_kind_t::nurbs);
 }
 
 TEST_F(LoadScene, TheLastLineNeedsNoLineFeed) {
@@ -270,7 +270,7 @@ TEST_F(SaveModel, ANurbsModelTakesItTwice) {
 }
 
 TEST_F(SaveModel, OfAnotherKindIsAnEmptyFile) {
-    model_entry_t entry(2);
+    model_entry_t entry(static_cast<model_kind_t>(2));
     const std::string path = folder.path("saved.ulk");
     EXPECT_TRUE(save_model(entry, path.c_str()));
     EXPECT_EQ(read_file(path), "");

@@ -102,7 +102,7 @@ TEST_F(CutCommand, WhileItRunsTheListOfModelsStays) {
         EXPECT_TRUE(editor.cut_is_running());
         std::ostringstream messages;
         EXPECT_FALSE(editor.file_open(third.c_str(), messages));
-        editor.add_model(kind_polygon);
+        editor.add_model(model_kind_t::polygon);
         editor.delete_current();
         editor.select_model(2);
         editor.polygonize_current();
@@ -112,7 +112,7 @@ TEST_F(CutCommand, WhileItRunsTheListOfModelsStays) {
     EXPECT_GT(calls, 0);
     EXPECT_FALSE(editor.cut_is_running());
     ASSERT_EQ(editor.models().size(), 3U);
-    EXPECT_EQ(entry(2).kind, kind_nurbs);
+    EXPECT_EQ(entry(2).kind, model_kind_t::nurbs);
     EXPECT_GT(entry(1).polygon.vertex_count(), 4U);
 }
 
@@ -120,10 +120,10 @@ TEST_F(CutCommand, WhileItRunsNothingIsMarkedOrMoved) {
     open_cutter_and_square();
     mark(0, {0});
     press_and_drag_marked_points();
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 1};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 1};
     editor.set_fold_angle(90);
-    entry(0).polygon.selectpolygons = {0};
+    select_polygons(entry(0).polygon, {0});
     const std::vector<pos3> cutter_before = points_of(0);
     const pixel_place_t corner = place_of(view_t::front, points_of(1)[3]);
     editor.cut_current([&](double) {
@@ -161,7 +161,7 @@ TEST_F(CutCommand, WhileItRunsTheCameraAndTheFrameWork) {
 
 TEST_F(CutCommand, MarksOfPolygonsAreNumberedAnew) {
     open_cutter_and_square();
-    entry(1).polygon.selectpolygons = {0};
+    select_polygons(entry(1).polygon, {0});
     cut();
     EXPECT_EQ(selectelems_of(entry(1).polygon).size(), 3 * entry(1).polygon.polyidvector.size());
 }

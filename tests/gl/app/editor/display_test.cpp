@@ -142,7 +142,6 @@ TEST_F(Display, SelectedPolygonsShowOnPolygonModelsOnly) {
     const rgba_picture_t plain = frame(200, 160);
     polygon_t& polygon = editor.current_model()->polygon;
     for (std::uint32_t id = 0; id < 2048; ++id) {
-        polygon.selectpolygons.insert(id);
         polygon.selectpolygon(id);
     }
     EXPECT_EQ(frame(200, 160), plain);

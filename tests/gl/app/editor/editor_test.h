@@ -156,7 +156,7 @@ class editor_test : public gl_test {
     ulk3d::model_entry_t& entry(std::size_t index) {
         return **std::next(editor.models().begin(), static_cast<std::ptrdiff_t>(index));
     }
-    ulk3d::modeling_t& model(std::size_t index) { return *ulk3d::modeling_of(entry(index)); }
+    ulk3d::modeling_t& model(std::size_t index) { return entry(index).modeling(); }
 
     std::vector<ulk3d::pos3> points_of(std::size_t index) {
         const ulk3d::array_t& array = *model(index).array(0);

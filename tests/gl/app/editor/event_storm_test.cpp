@@ -106,7 +106,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
             case 3:
                 return editor.set_fold_angle(pick(-360, 360));
             case 4:
-                editor.crosshair_on = pick(0, 3) == 0;
+                editor.view().crosshair_on = pick(0, 3) == 0;
                 return;
             default:
                 editor.fold();
@@ -123,7 +123,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
                 return;
             case 2:
                 if (editor.models().size() < most_models)
-                    editor.add_model(static_cast<std::uint32_t>(pick(0, 1)));
+                    editor.add_model(static_cast<model_kind_t>(pick(0, 1)));
                 return;
             case 3:
                 return editor.delete_current();
@@ -181,7 +181,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
             return;
         const std::vector<std::uint32_t> triangles = selectelems_of(polygon);
         for (std::uint32_t id = 0; id * 3 + 2 < triangles.size(); ++id)
-            ASSERT_EQ(triangles[id * 3] != ulk_test::mark, polygon.selectpolygons.contains(id)) << id;
+            ASSERT_EQ(triangles[id * 3] != ulk_test::mark, polygon.selectpolygons().contains(id)) << id;
     }
 
     std::mt19937 random{GetParam()};

@@ -103,7 +103,7 @@ TEST_F(FitView, ANurbsModelCountsByItsControlPoints) {
 
 TEST_F(FitView, AModelWithoutPointsAddsNothing) {
     load(triangle_block(2, 3));
-    scene.models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    scene.models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     camera_t alone = camera;
     reset_view(camera, scene.models);
     scene.models.pop_back();
@@ -113,15 +113,15 @@ TEST_F(FitView, AModelWithoutPointsAddsNothing) {
 }
 
 TEST_F(FitView, ModelsWithoutPointsArePassedOverInSilence) {
-    scene.models.push_back(std::make_unique<model_entry_t>(kind_polygon));
-    scene.models.push_back(std::make_unique<model_entry_t>(kind_nurbs));
+    scene.models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
+    scene.models.push_back(std::make_unique<model_entry_t>(model_kind_t::nurbs));
     const captured_stream errors(std::cerr);
     reset_view(camera, scene.models);
     EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(FitView, OnlyModelsWithoutPointsAreSeenAsAnEmptyScene) {
-    scene.models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    scene.models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     reset_view(camera, scene.models);
     EXPECT_EQ(camera.trackball.translation, (dir3{0, 0, -7}));
     EXPECT_EQ(camera.fit.matrix, mtx_identity);

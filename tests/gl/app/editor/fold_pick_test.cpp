@@ -22,20 +22,20 @@ class FoldPick : public editor_test {
     }
 
     void expect_picks(const fold_pick_t& first, const fold_pick_t& second) const {
-        EXPECT_EQ(editor.fold_picks[0].model, first.model);
-        EXPECT_EQ(editor.fold_picks[0].vertex, first.vertex);
-        EXPECT_EQ(editor.fold_picks[1].model, second.model);
-        EXPECT_EQ(editor.fold_picks[1].vertex, second.vertex);
+        EXPECT_EQ(editor.scene().fold_picks[0].model, first.model);
+        EXPECT_EQ(editor.scene().fold_picks[0].vertex, first.vertex);
+        EXPECT_EQ(editor.scene().fold_picks[1].model, second.model);
+        EXPECT_EQ(editor.scene().fold_picks[1].vertex, second.vertex);
     }
 
     /// How many pixels of the perspective view are lit by the fold line alone.
     int line_pixels() {
-        const fold_pick_t kept[2] = {editor.fold_picks[0], editor.fold_picks[1]};
+        const fold_pick_t kept[2] = {editor.scene().fold_picks[0], editor.scene().fold_picks[1]};
         const rgba_picture_t with = frame();
-        editor.fold_picks[0] = {};
+        editor.scene().fold_picks[0] = {};
         const rgba_picture_t without = frame();
-        editor.fold_picks[0] = kept[0];
-        editor.fold_picks[1] = kept[1];
+        editor.scene().fold_picks[0] = kept[0];
+        editor.scene().fold_picks[1] = kept[1];
         int lit = 0;
         const viewport_t at = area(view_t::perspective);
         for (int y = 0; y < with.height; ++y) {
@@ -147,9 +147,9 @@ TEST_F(FoldPick, ShiftMeansNothing) {
 TEST_F(FoldPick, ALineJoinsTheTwoEndsInThePerspectiveView) {
     open(square_block(1, 0));
     EXPECT_EQ(line_pixels(), 0);
-    editor.fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[0] = {0, 0};
     EXPECT_EQ(line_pixels(), 0);
-    editor.fold_picks[1] = {0, 3};
+    editor.scene().fold_picks[1] = {0, 3};
     const int lit = line_pixels();
     const seen_t from = seen(view_t::perspective, {-1, -1, 0}), to = seen(view_t::perspective, {1, 1, 0});
     const double longest = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
@@ -165,8 +165,8 @@ TEST_F(FoldPick, TheLineIsWhiteAndLiesOverTheSurfaces) {
         for (vertex_t& vertex : vertices.span())
             vertex.color = {0, 0, 1, 1};
     }
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 1};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 1};
     EXPECT_GT(line_pixels(), 10);
     const pixel_place_t at = place_of(view_t::perspective, {-0.25F, 0.2F, 0});
     const rgba_picture_t picture = frame();
@@ -178,8 +178,8 @@ TEST_F(FoldPick, TheLineIsWhiteAndLiesOverTheSurfaces) {
 
 TEST_F(FoldPick, TheLineGoesWithTheControlPoints) {
     open(square_block());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
     editor.set_control_points(false);
     EXPECT_EQ(line_pixels(), 0);
     editor.set_control_points(true);
@@ -188,8 +188,8 @@ TEST_F(FoldPick, TheLineGoesWithTheControlPoints) {
 
 TEST_F(FoldPick, TheLineFollowsItsPoints) {
     open(square_block());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
     const rgba_picture_t before = frame();
     array_span<vertex_t>(entry(0).polygon.vertices)[3].position = {1, -1, 0};
     EXPECT_NE(frame(), before);
@@ -198,24 +198,24 @@ TEST_F(FoldPick, TheLineFollowsItsPoints) {
 
 TEST_F(FoldPick, TheEndsMayLieInTwoModelsOfBothKinds) {
     open(patch_block() + square_block());
-    editor.fold_picks[0] = {0, 3};
-    editor.fold_picks[1] = {1, 0};
+    editor.scene().fold_picks[0] = {0, 3};
+    editor.scene().fold_picks[1] = {1, 0};
     EXPECT_GT(line_pixels(), 10);
 }
 
 TEST_F(FoldPick, EndsThatDoNotExistHaveNoLine) {
     open(square_block() + patch_block());
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::nurbs);
     for (const fold_pick_t& stale :
          {fold_pick_t{0, 4}, fold_pick_t{1, 4}, fold_pick_t{2, 0}, fold_pick_t{3, 0}, fold_pick_t{4, 0},
           fold_pick_t{0, no_index}, fold_pick_t{no_index, 0}, fold_pick_t{0, no_index / 9},
           fold_pick_t{0, no_index / 9 + 1}, fold_pick_t{no_index - 1, 0}}) {
-        editor.fold_picks[0] = {0, 0};
-        editor.fold_picks[1] = stale;
+        editor.scene().fold_picks[0] = {0, 0};
+        editor.scene().fold_picks[1] = stale;
         EXPECT_EQ(line_pixels(), 0) << stale.model << ", " << stale.vertex;
         EXPECT_FALSE(editor.fold());
-        std::swap(editor.fold_picks[0], editor.fold_picks[1]);
+        std::swap(editor.scene().fold_picks[0], editor.scene().fold_picks[1]);
         EXPECT_EQ(line_pixels(), 0) << stale.model << ", " << stale.vertex;
         EXPECT_FALSE(editor.fold());
     }
@@ -223,8 +223,8 @@ TEST_F(FoldPick, EndsThatDoNotExistHaveNoLine) {
 
 TEST_F(FoldPick, EndsOfADeletedModelHaveNoLine) {
     open(square_block() + square_block());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {1, 3};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {1, 3};
     EXPECT_GT(line_pixels(), 10);
     editor.delete_current();
     expect_picks({}, {0, 3});
@@ -236,8 +236,8 @@ TEST_F(FoldPick, EndsOfADeletedModelHaveNoLine) {
 
 TEST_F(FoldPick, APolygonizedModelHasTheVerticesOfItsSurface) {
     open(patch_block());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 33 * 33 - 1};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 33 * 33 - 1};
     EXPECT_EQ(line_pixels(), 0);
     editor.polygonize_current();
     EXPECT_GT(line_pixels(), 10);
@@ -245,17 +245,17 @@ TEST_F(FoldPick, APolygonizedModelHasTheVerticesOfItsSurface) {
 
 TEST_F(FoldPick, AnAxisWithoutLengthDoesNotFold) {
     open(polygon_block({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}}, {0, 1, 2}));
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
     EXPECT_FALSE(editor.fold());
-    editor.fold_picks[1] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 0};
     EXPECT_FALSE(editor.fold());
 }
 
 TEST_F(FoldPick, LeavesBlendingAndSmoothingOff) {
     open(square_block());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
     frame();
     EXPECT_FALSE(glIsEnabled(GL_BLEND));
     EXPECT_FALSE(glIsEnabled(GL_LINE_SMOOTH));
@@ -268,7 +268,7 @@ TEST_F(FoldPick, TheBandStandsFivePixelsWideAtTheCursorInThePerspectiveView) {
     open(square_block());
     click(left_button, widget(view_t::perspective, 60, 110));
     const rgba_picture_t without = frame();
-    editor.crosshair_on = true;
+    editor.view().crosshair_on = true;
     const rgba_picture_t with = frame();
     const auto is_green = [&](int x, int y) {
         const pixel_place_t at = widget(view_t::perspective, x, y);

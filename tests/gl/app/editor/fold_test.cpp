@@ -92,7 +92,7 @@ TEST_F(Fold, TurnsTheMarkedPolygonAboutThePickedAxis) {
 
 TEST_F(Fold, ExchangedEndsTurnTheOtherWay) {
     open_marked_square();
-    std::swap(editor.fold_picks[0], editor.fold_picks[1]);
+    std::swap(editor.scene().fold_picks[0], editor.scene().fold_picks[1]);
     EXPECT_TRUE(editor.fold());
     expect_position(3, {0, 0, std::sqrt(2.0F)});
 }
@@ -141,7 +141,7 @@ TEST_F(Fold, MarksNameTheSameTrianglesByTheirNewVertices) {
     open_marked_square();
     EXPECT_EQ(selectelems_of(polygon()), (indices_t{restart_mark, restart_mark, restart_mark, 2, 1, 3}));
     EXPECT_TRUE(editor.fold());
-    EXPECT_EQ(polygon().selectpolygons, std::set<std::uint32_t>{1});
+    EXPECT_EQ(polygon().selectpolygons(), std::set<std::uint32_t>{1});
     indices_t selected(15, restart_mark);
     selected[3] = 5;
     selected[4] = 4;
@@ -174,7 +174,7 @@ TEST_F(Fold, TheHistoryIsGone) {
     EXPECT_TRUE(undo());
     mark_polygon({0.5F, 0.5F, 0});
     pick_axis({1, -1, 0}, {-1, 1, 0});
-    editor.fold_picks[0].model = editor.fold_picks[1].model = 0;
+    editor.scene().fold_picks[0].model = editor.scene().fold_picks[1].model = 0;
     EXPECT_TRUE(editor.fold());
     const mesh_t folded = mesh();
     EXPECT_FALSE(undo());
@@ -224,9 +224,9 @@ TEST_F(Fold, AFoldedModelIsSavedAndReadAgain) {
 TEST_F(Fold, TheEndsOfTheAxisMayLieInTwoModels) {
     // The first end is a vertex of the square, the second a control point of a surface.
     open(square_block() + patch_block());
-    entry(0).polygon.selectpolygons = {1};
-    editor.fold_picks[0] = {0, 0};  // (-1, -1, 0)
-    editor.fold_picks[1] = {1, 3};  // (1, 1, 0)
+    select_polygons(entry(0).polygon, {1});
+    editor.scene().fold_picks[0] = {0, 0};  // (-1, -1, 0)
+    editor.scene().fold_picks[1] = {1, 3};  // (1, 1, 0)
     editor.set_fold_angle(180);
     EXPECT_TRUE(editor.fold());
     // The triangle (2, 1, 3): half a turn about the diagonal exchanges x and y.
@@ -239,12 +239,12 @@ TEST_F(Fold, TheEndsOfTheAxisMayLieInTwoModels) {
 TEST_F(Fold, AllModelsWithMarksFoldAndOthersStay) {
     open(square_block() + square_block(0.5F) + square_block(0.5F, 0.25F) + patch_block());
     for (const std::size_t index : {0U, 2U})
-        entry(index).polygon.selectpolygons = {1};
-    entry(3).polygon.selectpolygons = {1};  // of the drawn form of a surface
+        select_polygons(entry(index).polygon, {1});
+    select_polygons(entry(3).polygon, {1});  // of the drawn form of a surface
     const mesh_t without_marks = mesh(1), drawn_form = mesh(3);
     const std::vector<pos3> control_points = points_of(3);
-    editor.fold_picks[0] = {0, 1};
-    editor.fold_picks[1] = {0, 2};
+    editor.scene().fold_picks[0] = {0, 1};
+    editor.scene().fold_picks[1] = {0, 2};
     editor.set_fold_angle(90);
     EXPECT_TRUE(editor.fold());
     expect_position(3, {0, 0, -std::sqrt(2.0F)}, 0);
@@ -258,9 +258,9 @@ TEST_F(Fold, APolygonizedSurfaceFolds) {
     open(patch_block());
     editor.polygonize_current();
     const std::size_t count = points_of(0).size();
-    entry(0).polygon.selectpolygons = {0};
-    editor.fold_picks[0] = {0, 1};
-    editor.fold_picks[1] = {0, count - 1};
+    select_polygons(entry(0).polygon, {0});
+    editor.scene().fold_picks[0] = {0, 1};
+    editor.scene().fold_picks[1] = {0, count - 1};
     editor.set_fold_angle(45);
     EXPECT_TRUE(editor.fold());
     EXPECT_EQ(points_of(0).size(), count + 3);
@@ -268,10 +268,10 @@ TEST_F(Fold, APolygonizedSurfaceFolds) {
 
 TEST_F(Fold, IdsWithoutATriangleAreIgnored) {
     open_marked_square();
-    entry(0).polygon.selectpolygons = {1, 2, 99, restart_mark};
+    select_polygons(entry(0).polygon, {1, 2, 99, restart_mark});
     EXPECT_TRUE(editor.fold());
     EXPECT_EQ(elements_of(polygon()), (indices_t{0, 1, 2, restart_mark, 5, 4, 3}));
-    entry(0).polygon.selectpolygons = {7};
+    select_polygons(entry(0).polygon, {7});
     const mesh_t once = mesh();
     EXPECT_TRUE(editor.fold());
     EXPECT_EQ(mesh().vertices, once.vertices);
@@ -317,7 +317,7 @@ TEST_F(FailingFold, WithoutAnAxis) {
 TEST_F(FailingFold, WithOneEndOfTheAxisOnly) {
     for (const std::size_t missing : {0U, 1U}) {
         open_moved_square();
-        editor.fold_picks[missing] = {};
+        editor.scene().fold_picks[missing] = {};
         expect_nothing_happens();
         editor.delete_current();
     }
@@ -325,61 +325,61 @@ TEST_F(FailingFold, WithOneEndOfTheAxisOnly) {
 
 TEST_F(FailingFold, WithAnEndThatDoesNotExist) {
     open_moved_square();
-    const fold_pick_t good = editor.fold_picks[0];
+    const fold_pick_t good = editor.scene().fold_picks[0];
     for (const fold_pick_t& stale :
          {fold_pick_t{0, 4}, fold_pick_t{1, 0}, fold_pick_t{0, no_index}, fold_pick_t{no_index, 0},
           fold_pick_t{0, no_index / 9}, fold_pick_t{no_index - 1, 0}}) {
         for (const std::size_t end : {0U, 1U}) {
-            const fold_pick_t kept = editor.fold_picks[end];
-            editor.fold_picks[end] = stale;
+            const fold_pick_t kept = editor.scene().fold_picks[end];
+            editor.scene().fold_picks[end] = stale;
             const mesh_t before = mesh();
             EXPECT_FALSE(editor.fold()) << stale.model << ", " << stale.vertex;
             EXPECT_EQ(mesh(), before);
-            editor.fold_picks[end] = kept;
+            editor.scene().fold_picks[end] = kept;
         }
     }
-    EXPECT_EQ(editor.fold_picks[0].vertex, good.vertex);
+    EXPECT_EQ(editor.scene().fold_picks[0].vertex, good.vertex);
     EXPECT_TRUE(editor.fold());
 }
 
 TEST_F(FailingFold, WithBothEndsAtOnePlace) {
     // Two vertices, and the last two of three differ by less than the tolerance.
     open(polygon_block({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}, {0, 0.00001F, -0.00001F}}, {0, 1, 2}));
-    entry(0).polygon.selectpolygons = {0};
+    select_polygons(entry(0).polygon, {0});
     editor.set_fold_angle(90);
     move_a_point();
     EXPECT_TRUE(undo());
     EXPECT_TRUE(redo());
     array_span<vertex_t>(entry(0).polygon.vertices)[0].position = {0, 0, 0};
     for (const std::uint64_t other : {3U, 4U, 0U}) {
-        editor.fold_picks[0] = {0, 0};
-        editor.fold_picks[1] = {0, other};
+        editor.scene().fold_picks[0] = {0, 0};
+        editor.scene().fold_picks[1] = {0, other};
         const mesh_t before = mesh();
         EXPECT_FALSE(editor.fold()) << other;
         EXPECT_EQ(mesh(), before) << other;
     }
     EXPECT_TRUE(undo()) << "the history is gone";
     array_span<vertex_t>(entry(0).polygon.vertices)[4].position = {0, 0.00003F, 0};
-    editor.fold_picks[0] = {0, 3};
-    editor.fold_picks[1] = {0, 4};
+    editor.scene().fold_picks[0] = {0, 3};
+    editor.scene().fold_picks[1] = {0, 4};
     EXPECT_TRUE(editor.fold()) << "a short axis is an axis";
 }
 
 TEST_F(FailingFold, WithSurfacesOnly) {
     open(patch_block());
     move_a_point();
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
-    entry(0).polygon.selectpolygons = {0};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
+    select_polygons(entry(0).polygon, {0});
     expect_nothing_happens();
 }
 
 TEST_F(FailingFold, OfAModelThatWasNeverFilled) {
     open(square_block());
     move_a_point();
-    editor.add_model(kind_polygon);
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 3};
+    editor.add_model(model_kind_t::polygon);
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 3};
     const captured_stream errors(std::cerr);
     EXPECT_FALSE(editor.fold());
     EXPECT_EQ(errors.text(), "");
@@ -387,8 +387,8 @@ TEST_F(FailingFold, OfAModelThatWasNeverFilled) {
 
 TEST_F(FailingFold, InAnEmptyScene) {
     EXPECT_FALSE(editor.fold());
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 1};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 1};
     EXPECT_FALSE(editor.fold());
 }
 

@@ -204,7 +204,7 @@ TEST_F(Keys, OtherKeysDoNothing) {
 TEST_F(Keys, TheDumpTellsTheVerticesBehindTheElements) {
     open(polygon_block({{0, 0, 0.5F}, {1, 0, 0}, {0, 1, 0}}, {2, -1, 7, 0, 1}) +
          polygon_block({{0, 0, 0}, {1, 0, 0}}, {}));
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
     const captured_stream output(std::cout);
     const captured_stream errors(std::cerr);
     EXPECT_FALSE(editor.key_command('i'));

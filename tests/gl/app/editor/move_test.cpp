@@ -19,7 +19,7 @@ class Move : public editor_test {
     /// A model that was not opened, so that the orthographic views have an identity fit: a pixel is an
     /// eightieth of a unit.
     void add_points(const std::vector<pos3>& points) {
-        editor.add_model(kind_polygon);
+        editor.add_model(model_kind_t::polygon);
         build_polygon(editor.current_model()->polygon, vertices_at(points), {0, 0, 0});
     }
 

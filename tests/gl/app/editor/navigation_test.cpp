@@ -226,8 +226,8 @@ TEST_F(Navigation, TheCameraTakesNoNoticeOfTheOperation) {
         editor.set_mode(mode);
         drag(left_button, place_of(view_t::perspective, {-1, -1, 0}), widget(view_t::perspective, 3, 3));
         EXPECT_EQ(marked(0).size(), 0U);
-        EXPECT_EQ(editor.fold_picks[1].model, no_index);
-        EXPECT_TRUE(entry(0).polygon.selectpolygons.empty());
+        EXPECT_EQ(editor.scene().fold_picks[1].model, no_index);
+        EXPECT_TRUE(entry(0).polygon.selectpolygons().empty());
     }
 }
 

@@ -14,7 +14,7 @@ class NoteEdit : public editor_test {
         model_entry_t& current = *editor.current_model();
         edit_t edit{{}, 0, 0};
         {
-            array_t& array = *modeling_of(current)->array(0);
+            array_t& array = *current.modeling().array(0);
             const array_span<float> words(array);
             float* const record = &words[index * array.vertex_stride()];
             edit.points.push_back({{record[0], record[1], record[2], 0}, index});
@@ -22,8 +22,7 @@ class NoteEdit : public editor_test {
             record[1] = to.y;
             record[2] = to.z;
         }
-        current.history.push(std::move(edit));
-        editor.note_edit();
+        editor.note_edit(std::move(edit));
     }
 };
 
@@ -51,7 +50,7 @@ TEST_F(NoteEdit, IsAStepOfTheCurrentModelAlone) {
 }
 
 TEST_F(NoteEdit, WithoutAModelIsNoStep) {
-    editor.note_edit();
+    editor.note_edit({});
     EXPECT_FALSE(undo());
 }
 

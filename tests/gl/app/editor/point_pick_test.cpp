@@ -241,8 +241,8 @@ TEST_F(PointPick, UnmarkingReachesTheModelsBehindToo) {
 TEST_F(PointPick, PointsThatALaterModelDoesNotHaveArePassedOver) {
     open(points_block({{-1, -1, 0}, {1, 1, 0}, {1, -1, 0}, {-1, 1, 0}, {0, 0, 0}, here}) +
          points_block({{-1, -1, 0}, {1, 1, 0}, {1, -1, 0}}));
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::nurbs);
     const captured_stream errors(std::cerr);
     EXPECT_TRUE(click(left_button, place_of(view_t::front, here)));
     EXPECT_TRUE(click(right_button, place_of(view_t::front, here)));

@@ -33,7 +33,7 @@ class PolygonPick : public editor_test {
         return told_at(place_of(view_t::perspective, p), expected);
     }
 
-    std::set<std::uint32_t>& marks(std::size_t index) { return entry(index).polygon.selectpolygons; }
+    const std::set<std::uint32_t>& marks(std::size_t index) { return entry(index).polygon.selectpolygons(); }
 };
 
 /// The first lines alone.
@@ -162,7 +162,7 @@ TEST_F(PolygonPick, WindowsAreThreePixelsForMarkingAndFiveForUnmarking) {
         told_at({-0.5F, -0.5F, 0});
         EXPECT_EQ(click(right_button, widget(view_t::perspective, x, y)), x + 2.5 >= edge.x) << dx;
         EXPECT_EQ(marks(0).size(), x + 2.5 >= edge.x ? 0U : 1U) << dx;
-        marks(0).clear();
+        entry(0).polygon.clearpolygons();
     }
 }
 
@@ -244,8 +244,8 @@ TEST_F(PolygonPick, TheRightDoubleClickClearsTheMarksOfAllModels) {
 }
 
 TEST_F(PolygonPick, ClearingPassesOverModelsWithoutPolygons) {
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::nurbs);
     const captured_stream errors(std::cerr);
     EXPECT_TRUE(editor.double_click(right_button, 0, 0));
     EXPECT_EQ(errors.text(), "");

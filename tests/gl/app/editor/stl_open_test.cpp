@@ -44,7 +44,7 @@ TEST_F(StlOpen, AddsAPolygonModelAndMakesItCurrent) {
     ASSERT_TRUE(open(stl_file({flat_triangle(), flat_triangle(1)})));
     ASSERT_EQ(editor.models().size(), 2U);
     EXPECT_EQ(editor.current_index(), 1U);
-    EXPECT_EQ(editor.current_model()->kind, kind_polygon);
+    EXPECT_EQ(editor.current_model()->kind, model_kind_t::polygon);
     EXPECT_EQ(editor.current_model()->polygon.name, folder.path("model.stl"));
     EXPECT_EQ(messages.str(), "");
 }

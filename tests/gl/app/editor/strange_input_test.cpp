@@ -115,8 +115,8 @@ TEST_F(StrangeInput, CoordinatesThatAreNoNumbers) {
     EXPECT_TRUE(editor.key_command(0xff0d));
     try_everything(middles());
     editor.polygonize_current();
-    editor.fold_picks[0] = {0, 0};
-    editor.fold_picks[1] = {0, 1};
+    editor.scene().fold_picks[0] = {0, 0};
+    editor.scene().fold_picks[1] = {0, 1};
     try_everything(middles());
 }
 
@@ -134,9 +134,9 @@ TEST_F(StrangeInput, AFileOfHugeNumbersOpensAndIsShown) {
 TEST_F(StrangeInput, AnEmptySceneAndModelsWithoutPoints) {
     try_everything(middles());
     const captured_stream errors(std::cerr);
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
     try_everything(middles());
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::nurbs);
     try_everything(middles());
     editor.polygonize_current();
     try_everything(middles());
@@ -149,7 +149,7 @@ TEST_F(StrangeInput, ModelsOfUnlikeSizesInOnePick) {
     for (int i = 0; i < 500; ++i)
         many.push_back({0.1F, 0.1F, static_cast<float>(i) * 0.001F});
     open(polygon_block(many, {0, 1, 2}) + square_block() + triangle_block() + patch_block());
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::nurbs);
     EXPECT_TRUE(click(left_button, place_of(view_t::front, {0.1F, 0.1F, 0})));
     EXPECT_EQ(marked(0).size(), 500U);
     EXPECT_EQ(marked(1).size(), 4U);
@@ -158,7 +158,7 @@ TEST_F(StrangeInput, ModelsOfUnlikeSizesInOnePick) {
     EXPECT_EQ(marked(4).size(), 0U);
     editor.set_mode(operation_mode_t::folding);
     EXPECT_TRUE(click(left_button, place_of(view_t::front, {0.1F, 0.1F, 0})));
-    EXPECT_EQ(editor.fold_picks[1].model, 4U) << "the last model, which has no such point";
+    EXPECT_EQ(editor.scene().fold_picks[1].model, 4U) << "the last model, which has no such point";
     EXPECT_FALSE(editor.fold());
     frame();
     try_everything(middles());
@@ -168,8 +168,8 @@ TEST_F(StrangeInput, ModelsThatShrankSinceTheirMarksAndSteps) {
     open(scattered_block());
     mark(0, {0, 6});
     drag_with(modifier_shift, left_button, widget(view_t::front, 40, 30), widget(view_t::front, 60, 50));
-    editor.fold_picks[0] = {0, 6};
-    editor.fold_picks[1] = {0, 0};
+    editor.scene().fold_picks[0] = {0, 6};
+    editor.scene().fold_picks[1] = {0, 0};
     ASSERT_TRUE(entry(0).polygon.extend(3, 3));
     EXPECT_TRUE(undo());
     EXPECT_TRUE(redo());
@@ -180,9 +180,9 @@ TEST_F(StrangeInput, ModelsThatShrankSinceTheirMarksAndSteps) {
 
 TEST_F(StrangeInput, KindsThatDoNotExist) {
     open(scattered_block() + scattered_block());
-    entry(1).kind = 9;
-    editor.fold_picks[0] = {0, 1};
-    editor.fold_picks[1] = {1, 1};
+    entry(1).kind = static_cast<model_kind_t>(9);
+    editor.scene().fold_picks[0] = {0, 1};
+    editor.scene().fold_picks[1] = {1, 1};
     EXPECT_TRUE(click(left_button, place_of(view_t::front, scattered_points()[4])));
     EXPECT_EQ(marked(0).size(), 1U);
     EXPECT_FALSE(editor.fold());

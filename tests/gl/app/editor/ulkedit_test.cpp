@@ -75,7 +75,7 @@ TEST_F(Ulkedit, OpeningAddsToTheSceneAndMakesTheFirstNewModelCurrent) {
     ASSERT_TRUE(open(patch_block() + triangle_block()));
     EXPECT_EQ(editor.models().size(), 3U);
     EXPECT_EQ(editor.current_index(), 1U);
-    EXPECT_EQ(editor.current_model()->kind, kind_nurbs);
+    EXPECT_EQ(editor.current_model()->kind, model_kind_t::nurbs);
     EXPECT_EQ(messages.str(), "");
 }
 
@@ -126,15 +126,15 @@ TEST_F(Ulkedit, AFileOfAnEnvironmentAloneAddsNoModel) {
 }
 
 TEST_F(Ulkedit, AddedModelsBecomeCurrent) {
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
     EXPECT_EQ(editor.current_index(), 0U);
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::nurbs);
     EXPECT_EQ(editor.current_index(), 1U);
-    EXPECT_EQ(editor.current_model()->kind, kind_nurbs);
+    EXPECT_EQ(editor.current_model()->kind, model_kind_t::nurbs);
 }
 
 TEST_F(Ulkedit, SelectingBeyondTheSceneSelectsNothing) {
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
     editor.select_model(7);
     EXPECT_EQ(editor.current_model(), nullptr);
     editor.select_model(0);
@@ -142,9 +142,9 @@ TEST_F(Ulkedit, SelectingBeyondTheSceneSelectsNothing) {
 }
 
 TEST_F(Ulkedit, DeletingAMiddleModelMakesTheNextOneCurrent) {
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_nurbs);
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::nurbs);
+    editor.add_model(model_kind_t::polygon);
     editor.select_model(1);
     editor.delete_current();
     EXPECT_EQ(editor.models().size(), 2U);
@@ -153,15 +153,15 @@ TEST_F(Ulkedit, DeletingAMiddleModelMakesTheNextOneCurrent) {
 }
 
 TEST_F(Ulkedit, DeletingTheLastOfSeveralMovesTheIndexDown) {
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_nurbs);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::nurbs);
     editor.delete_current();
     EXPECT_EQ(editor.current_index(), 0U);
     EXPECT_EQ(editor.current_model(), editor.models().front().get());
 }
 
 TEST_F(Ulkedit, DeletingTheOnlyModelLeavesIndexAndCountAtZero) {
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
     editor.delete_current();
     EXPECT_TRUE(editor.models().empty());
     EXPECT_EQ(editor.current_index(), 0U);
@@ -176,30 +176,30 @@ TEST_F(Ulkedit, DeletingInAnEmptySceneDoesNothing) {
 
 TEST_F(Ulkedit, FoldPicksFollowADeletion) {
     for (int i = 0; i < 3; ++i)
-        editor.add_model(kind_polygon);
-    editor.fold_picks[0] = {1, 5};
-    editor.fold_picks[1] = {2, 6};
+        editor.add_model(model_kind_t::polygon);
+    editor.scene().fold_picks[0] = {1, 5};
+    editor.scene().fold_picks[1] = {2, 6};
     editor.select_model(1);
     editor.delete_current();
-    EXPECT_EQ(editor.fold_picks[0].model, no_index);
-    EXPECT_EQ(editor.fold_picks[0].vertex, no_index);
-    EXPECT_EQ(editor.fold_picks[1].model, 1U);
-    EXPECT_EQ(editor.fold_picks[1].vertex, 6U);
+    EXPECT_EQ(editor.scene().fold_picks[0].model, no_index);
+    EXPECT_EQ(editor.scene().fold_picks[0].vertex, no_index);
+    EXPECT_EQ(editor.scene().fold_picks[1].model, 1U);
+    EXPECT_EQ(editor.scene().fold_picks[1].vertex, 6U);
 }
 
 TEST_F(Ulkedit, FoldPicksThatAreNotChosenStaySo) {
-    editor.add_model(kind_polygon);
-    editor.add_model(kind_polygon);
+    editor.add_model(model_kind_t::polygon);
+    editor.add_model(model_kind_t::polygon);
     editor.select_model(0);
     editor.delete_current();
-    EXPECT_EQ(editor.fold_picks[0].model, no_index);
-    EXPECT_EQ(editor.fold_picks[1].model, no_index);
+    EXPECT_EQ(editor.scene().fold_picks[0].model, no_index);
+    EXPECT_EQ(editor.scene().fold_picks[1].model, no_index);
 }
 
 TEST_F(Ulkedit, PolygonizingChangesTheKindAlone) {
     ASSERT_TRUE(open(patch_block()));
     editor.polygonize_current();
-    EXPECT_EQ(editor.current_model()->kind, kind_polygon);
+    EXPECT_EQ(editor.current_model()->kind, model_kind_t::polygon);
     EXPECT_EQ(editor.current_model()->nurbs.count1, 2U);
     EXPECT_EQ(editor.current_model()->polygon.vertex_count(), 33U * 33U);
     editor.delete_current();

@@ -17,7 +17,7 @@ using namespace ulk3d;
 namespace {
 
 template <typename Read>
-block_reading_t read_block(std::uint32_t kind, const std::string& text, Read&& read) {
+block_reading_t read_block(model_kind_t kind, const std::string& text, Read&& read) {
     block_reading_t reading;
     reading.entry = std::make_unique<model_entry_t>(kind);
     text_lines input(text);
@@ -60,17 +60,19 @@ glpolygon_t& surface_programs() {
 }
 
 block_reading_t read_polygon(const std::string& text) {
-    return read_block(kind_polygon, text, [](auto& entry, auto& counter, auto& line, auto& input, auto& log) {
-        return read_polygon_surface("folder/scene.ulk", entry.texture, entry.polygon, counter, line, input,
-                                    log);
-    });
+    return read_block(model_kind_t::polygon, text,
+                      [](auto& entry, auto& counter, auto& line, auto& input, auto& log) {
+                          return read_polygon_surface("folder/scene.ulk", entry.texture, entry.polygon,
+                                                      counter, line, input, log);
+                      });
 }
 
 block_reading_t read_nurbs(const std::string& text) {
-    return read_block(kind_nurbs, text, [](auto& entry, auto& counter, auto& line, auto& input, auto& log) {
-        return read_nurbs_surface("folder/scene.ulk", entry.nurbs, entry.texture, entry.polygon,
-                                  surface_programs(), counter, line, input, log);
-    });
+    return read_block(
+        model_kind_t::nurbs, text, [](auto& entry, auto& counter, auto& line, auto& input, auto& log) {
+            return read_nurbs_surface("folder/scene.ulk", entry.nurbs, entry.texture, entry.polygon,
+                                      surface_programs(), counter, line, input, log);
+        });
 }
 
 std::string written_polygon(const model_entry_t& entry) {

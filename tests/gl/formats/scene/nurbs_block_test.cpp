@@ -290,7 +290,7 @@ TEST_F(NurbsBlock, AResolutionThatCanNotBeBuiltFails) {
 
 TEST_F(NurbsBlock, IsNotWrittenWhenANumberIsZero) {
     for (const char* numbers : {"0,2,2,2", "2,0,2,2", "2,2,0,2", "2,2,2,0"}) {
-        const model_entry_t entry(kind_nurbs);
+        const model_entry_t entry(model_kind_t::nurbs);
         const auto count = [numbers](int place) { return static_cast<std::uint64_t>(numbers[place] - '0'); };
         auto& nurbs = const_cast<model_entry_t&>(entry).nurbs;
         nurbs.allocate(count(0), count(2), count(4), count(6));

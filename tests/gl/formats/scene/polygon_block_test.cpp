@@ -350,7 +350,7 @@ TEST_F(PolygonBlock, CountsThatTheFileReachesAreTakenToTheLastByte) {
 }
 
 TEST_F(PolygonBlock, OfNoVertexIsNotWritten) {
-    const model_entry_t empty(kind_polygon);
+    const model_entry_t empty(model_kind_t::polygon);
     EXPECT_EQ(written_polygon(empty), "");
     EXPECT_EQ(written_polygon(
                   *read_polygon("begin polygon_surface,0,3\nelement 0\nelement 1\nelement 2\nend\n").entry),

@@ -85,12 +85,12 @@ TEST_F(StlReader, TakesThePlacesOfTheBytesFromTheFormat) {
 
 TEST_F(StlReader, AppendsOnePolygonModelNamedByThePath) {
     stl_reading_t reading;
-    reading.scene.models.push_back(std::make_unique<model_entry_t>(kind_nurbs));
+    reading.scene.models.push_back(std::make_unique<model_entry_t>(model_kind_t::nurbs));
     reading.scene.environment.cubetex = "sky.png";
     const std::string path = folder.write("model.stl", stl_file({flat_triangle(), flat_triangle(1)}));
     ASSERT_TRUE(load_stl(path.c_str(), reading.scene));
     ASSERT_EQ(reading.scene.models.size(), 2U);
-    EXPECT_EQ(reading.model().kind, kind_polygon);
+    EXPECT_EQ(reading.model().kind, model_kind_t::polygon);
     EXPECT_EQ(reading.polygon().name, path);
     EXPECT_EQ(reading.model().texture.texture, "");
     EXPECT_EQ(reading.scene.environment.cubetex, "sky.png");

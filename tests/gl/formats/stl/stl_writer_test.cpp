@@ -34,7 +34,7 @@ namespace {
 const std::vector<pos3> places = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {2, 0, 1}, {9, 9, 9}};
 
 std::unique_ptr<model_entry_t> model_of(const std::vector<std::uint32_t>& elements) {
-    auto entry = std::make_unique<model_entry_t>(kind_polygon);
+    auto entry = std::make_unique<model_entry_t>(model_kind_t::polygon);
     build_polygon(entry->polygon, vertices_at(places), elements);
     entry->polygon.name = "kept";
     return entry;
@@ -142,7 +142,7 @@ TEST_F(StlWriter, ADegenerateTriangleHasAZeroNormal) {
 }
 
 TEST_F(StlWriter, NotANumberIsWrittenAsItIs) {
-    model_entry_t entry(kind_polygon);
+    model_entry_t entry(model_kind_t::polygon);
     build_polygon(entry.polygon, vertices_at({{NAN, 0, 0}, {INFINITY, 0, 0}, {0, -INFINITY, 0}}), {0, 1, 2});
     const auto triangles = stl_triangles(save(entry));
     ASSERT_EQ(triangles.size(), 1U);
@@ -153,9 +153,9 @@ TEST_F(StlWriter, NotANumberIsWrittenAsItIs) {
 }
 
 TEST_F(StlWriter, AModelWithoutElementsIsAFileOf84Bytes) {
-    model_entry_t vertices_only(kind_polygon);
+    model_entry_t vertices_only(model_kind_t::polygon);
     ASSERT_TRUE(vertices_only.polygon.allocate(3, 0));
-    model_entry_t nothing(kind_polygon);
+    model_entry_t nothing(model_kind_t::polygon);
     ASSERT_TRUE(nothing.polygon.allocate(0, 0));
     for (const model_entry_t* entry : {&vertices_only, &nothing}) {
         const captured_stream errors(std::cerr);
@@ -168,7 +168,7 @@ TEST_F(StlWriter, AModelWithoutElementsIsAFileOf84Bytes) {
 
 TEST_F(StlWriter, AModelWithoutBuffersIsOneToo) {
     const captured_stream errors(std::cerr);
-    EXPECT_EQ(save(model_entry_t(kind_nurbs)).size(), 84U);
+    EXPECT_EQ(save(model_entry_t(model_kind_t::nurbs)).size(), 84U);
     EXPECT_EQ(errors.text(), "array buffer is not allocated.\nelement object is not allocated.\n");
 }
 
@@ -226,7 +226,7 @@ TEST_F(StlWriter, ManyTrianglesPassThroughTheBuffer) {
             {static_cast<float>(i), static_cast<float>(i % 2), std::sin(static_cast<float>(i))});
         strip.push_back(i);
     }
-    model_entry_t entry(kind_polygon);
+    model_entry_t entry(model_kind_t::polygon);
     build_polygon(entry.polygon, vertices_at(corners), strip);
     const counted_mappings mappings;
     const auto triangles = stl_triangles(save(entry));
@@ -316,7 +316,7 @@ TEST_F(StlWriter, TheAsciiFormLineByLine) {
 
 TEST_F(StlWriter, TheAsciiFormRoundsToSixDigitsBehindThePoint) {
     model_list_t models;
-    models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     build_polygon(
         models.back()->polygon,
         vertices_at({{-0.0F, 1.0F / 3, 1234567.5F}, {-1e-10F, 1e30F, 0}, {NAN, INFINITY, -INFINITY}}),
@@ -337,7 +337,7 @@ TEST_F(StlWriter, TheAsciiFormOfNothingIsTwoLines) {
 
 TEST_F(StlWriter, DoesNotDependOnTheLocale) {
     model_list_t models;
-    models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     build_polygon(models.back()->polygon, vertices_at({{0.5F, 1234567, 0}, {0, 0, 0.25F}, {3, 1e-5F, 1}}),
                   {0, 1, 2});
     const std::string binary_path = folder.path("file.stl"), ascii_path = folder.path("file.txt");

@@ -20,7 +20,18 @@ using namespace ulk_test;
 
 using changes_t = points_model_t::changes_t;
 
-constexpr std::uint32_t positions = 0, colours = 1;
+constexpr attribute_t positions = attribute_t::position, colours = attribute_t::color;
+
+enum class changed_t { none, selection, values };
+
+/// Puts the edit of a change on a history; what has changed.
+changed_t take(edit_history_t& history, table_change_t change) {
+    if (!change)
+        return changed_t::none;
+    const bool has_values = change.has_values();
+    history.push(std::move(change.edit));
+    return has_values ? changed_t::values : changed_t::selection;
+}
 
 /// A net of four points, point i at (i, 10 i, 100 i) in the colour (i, 2 i, 3 i, 255) of bytes.
 struct NetEdit : gl_test {
@@ -41,18 +52,16 @@ struct NetEdit : gl_test {
         before = model.words(0);
     }
 
-    std::vector<number_row_t> table(std::uint32_t member) const {
+    std::vector<number_row_t> table(attribute_t attribute) const {
         std::vector<number_row_t> rows(4);
         for (std::size_t i = 0; i < 4; ++i)
             rows[i].point = i;
-        read_rows(model, 0, member, form(member), rows);
+        read_rows(model, attribute, form_of(attribute), rows);
         return rows;
     }
-    table_change_t write(std::uint32_t member, const std::vector<number_row_t>& rows) {
-        return write_rows(model, history, 0, member, form(member), rows);
-    }
-    static const number_form_t& form(std::uint32_t member) {
-        return member == positions ? position_form : colour_form;
+    /// What was changed; the edit goes on the history, as the editor puts it there.
+    changed_t write(attribute_t attribute, const std::vector<number_row_t>& rows) {
+        return take(history, write_rows(model, attribute, form_of(attribute), rows));
     }
     const edit_t& last() const { return history.undo_edits().back(); }
 
@@ -74,8 +83,8 @@ TEST_F(NetEdit, ATableHoldsColoursInBytes) {
 }
 
 TEST_F(NetEdit, AnUnchangedTableWritesNothingAndPushesNothing) {
-    for (const std::uint32_t member : {positions, colours}) {
-        EXPECT_EQ(write(member, table(member)), table_change_t::none);
+    for (const attribute_t attribute : {positions, colours}) {
+        EXPECT_EQ(write(attribute, table(attribute)), changed_t::none);
         EXPECT_EQ(model.words(0), before);
         EXPECT_TRUE(history.undo_edits().empty());
         EXPECT_TRUE(model.changes.empty());
@@ -86,7 +95,7 @@ TEST_F(NetEdit, ChangedPositionsAreOneEditWithTheOldOnes) {
     auto rows = table(positions);
     rows[1].numbers[2] = 7;
     rows[3].numbers[0] = -0.5;
-    EXPECT_EQ(write(positions, rows), table_change_t::values);
+    EXPECT_EQ(write(positions, rows), changed_t::values);
 
     std::vector<float> expected = before;
     expected[1 * 7 + 2] = 7;
@@ -116,21 +125,21 @@ TEST_F(NetEdit, UndoBringsPositionsBack) {
 TEST_F(NetEdit, PositionsWithinTheToleranceAreNoChange) {
     auto rows = table(positions);
     rows[1].numbers[0] = 1.00001;
-    EXPECT_EQ(write(positions, rows), table_change_t::none);
+    EXPECT_EQ(write(positions, rows), changed_t::none);
     EXPECT_EQ(model.words(0), before);
 }
 
 TEST_F(NetEdit, OneChangedNumberStoresAllOfThePoint) {
     auto rows = table(positions);
     rows[1].numbers = {1.00001, 20, 100, 0};
-    EXPECT_EQ(write(positions, rows), table_change_t::values);
+    EXPECT_EQ(write(positions, rows), changed_t::values);
     EXPECT_EQ(model.words(0)[7], 1.00001F);
 }
 
 TEST_F(NetEdit, ChangedColoursAreOneEditWithAllOldChannels) {
     auto rows = table(colours);
     rows[2].numbers[3] = 128;
-    EXPECT_EQ(write(colours, rows), table_change_t::values);
+    EXPECT_EQ(write(colours, rows), changed_t::values);
     EXPECT_EQ(model.words(0)[2 * 7 + 6], 128 * 0.003921569F);
     ASSERT_EQ(history.undo_edits().size(), 1U);
     EXPECT_EQ(last().member, 1U);
@@ -148,7 +157,7 @@ TEST_F(NetEdit, AChannelThatIsNoWholeByteIsAChangeWhenItComesBack) {
     }
     const auto rows = table(colours);
     EXPECT_EQ(rows[0].numbers[0], 128);
-    EXPECT_EQ(write(colours, rows), table_change_t::values);
+    EXPECT_EQ(write(colours, rows), changed_t::values);
     EXPECT_EQ(model.words(0)[3], 128 * 0.003921569F);
     ASSERT_EQ(last().points.size(), 1U);
     EXPECT_EQ(last().points[0].value.x, 0.5F);
@@ -159,7 +168,7 @@ TEST_F(NetEdit, ChangedMarksAlonePushAnEmptyEdit) {
     auto rows = table(positions);
     rows[0].selected = false;
     rows[3].selected = true;
-    EXPECT_EQ(write(positions, rows), table_change_t::selection);
+    EXPECT_EQ(write(positions, rows), changed_t::selection);
     EXPECT_EQ(model.selection, (std::vector<bool>{false, false, false, true}));
     const array_span<const float> sizes(model.pointsizes);
     EXPECT_EQ(sizes[0], 3);
@@ -174,7 +183,7 @@ TEST_F(NetEdit, MarksAndValuesAreOneEdit) {
     auto rows = table(positions);
     rows[0].selected = true;
     rows[1].numbers[0] = 5;
-    EXPECT_EQ(write(positions, rows), table_change_t::values);
+    EXPECT_EQ(write(positions, rows), changed_t::values);
     EXPECT_TRUE(model.selection[0]);
     EXPECT_EQ(history.undo_edits().size(), 1U);
 }
@@ -192,10 +201,10 @@ TEST_F(NetEdit, PointsThatTheModelDoesNotHaveArePassedOver) {
     std::vector<number_row_t> rows(2);
     rows[0] = {4, true, {1, 2, 3, 4}};
     rows[1] = {~std::uint64_t{0}, true, {1, 2, 3, 4}};
-    EXPECT_EQ(write(positions, rows), table_change_t::none);
+    EXPECT_EQ(write(positions, rows), changed_t::none);
     EXPECT_EQ(model.words(0), before);
     rows[0].numbers = {};
-    read_rows(model, 0, positions, position_form, rows);
+    read_rows(model, positions, position_form, rows);
     EXPECT_FALSE(rows[0].selected);
     EXPECT_EQ(rows[0].numbers, (std::array<double, 4>{}));
 }
@@ -208,59 +217,58 @@ TEST_F(NetEdit, AModelThatHasShrunkTakesWhatItHas) {
     }
     ASSERT_TRUE(model.array(0)->extend(2));
     model.selection.resize(2);
-    EXPECT_EQ(write(positions, rows), table_change_t::values);
+    EXPECT_EQ(write(positions, rows), changed_t::values);
     EXPECT_EQ(last().points.size(), 2U);
 }
 
 TEST_F(NetEdit, AMemberOrArrayThatIsNotThereIsNeitherReadNorWritten) {
     std::vector<number_row_t> rows(1);
     rows[0].numbers = {1, 2, 3, 4};
-    read_rows(model, 0, 2, colour_form, rows);
-    read_rows(model, 7, 0, position_form, rows);
+    read_rows(model, attribute_t::texcoord, colour_form, rows);
+    read_rows(model, attribute_t::normal, position_form, rows);
     EXPECT_EQ(rows[0].numbers, (std::array<double, 4>{1, 2, 3, 4}));
-    EXPECT_EQ(write_rows(model, history, 0, 2, position_form, rows), table_change_t::none);
-    EXPECT_EQ(write_rows(model, history, 7, 0, position_form, rows), table_change_t::none);
+    EXPECT_EQ(write(attribute_t::texcoord, rows), changed_t::none);
+    EXPECT_EQ(write(attribute_t::normal, rows), changed_t::none);
     EXPECT_EQ(model.words(0), before);
 }
 
 TEST_F(NetEdit, AnEmptyModelHasNothingToWrite) {
     points_model_t empty;
-    EXPECT_EQ(write_rows(empty, history, 0, 0, position_form, {}), table_change_t::none);
+    EXPECT_FALSE(write_rows(empty, positions, position_form, {}));
     EXPECT_TRUE(history.undo_edits().empty());
 }
 
 TEST_F(NetEdit, ANurbsModelPullsTheValuesIntoItsHostTable) {
-    model_entry_t entry(kind_nurbs);
+    model_entry_t entry(model_kind_t::nurbs);
     ASSERT_TRUE(entry.nurbs.allocate(2, 2, 2, 2));
     ASSERT_TRUE(entry.nurbs.afterload("net"));
     std::vector<number_row_t> rows(1);
     rows[0] = {3, false, {1, 2, 3, 0}};
-    EXPECT_EQ(write_rows(entry.nurbs, entry.history, 0, 0, position_form, rows), table_change_t::values);
+    EXPECT_TRUE(write_rows(entry.nurbs, positions, position_form, rows).has_values());
     EXPECT_EQ(entry.nurbs.points.data[3].position, (pos3{1, 2, 3}));
 }
 
 TEST_F(NetEdit, KindsOfAControlPointsMembersAreTabulated) {
     const captured_stream errors(std::cerr);
-    EXPECT_EQ(tabulated_kind(model, 0, 0), e_type_t::Position);
-    EXPECT_EQ(tabulated_kind(model, 0, 1), e_type_t::RGBA);
-    EXPECT_EQ(tabulated_kind(model, 0, 2), std::nullopt);
-    EXPECT_EQ(tabulated_kind(model, 1, 0), std::nullopt);
+    EXPECT_EQ(tabulated_kind(model, attribute_t::position), e_type_t::Position);
+    EXPECT_EQ(tabulated_kind(model, attribute_t::color), e_type_t::RGBA);
+    EXPECT_EQ(tabulated_kind(model, attribute_t::texcoord), std::nullopt);
+    EXPECT_EQ(tabulated_kind(model, attribute_t::tangent), std::nullopt);
     EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(NetEdit, AModelThatNothingWasStoredInHasTheMembersOfAControlPoint) {
-    const model_entry_t entry(kind_nurbs);
-    EXPECT_EQ(tabulated_kind(entry.nurbs, 0, 0), e_type_t::Position);
-    EXPECT_EQ(tabulated_kind(entry.nurbs, 0, 1), e_type_t::RGBA);
+    const model_entry_t entry(model_kind_t::nurbs);
+    EXPECT_EQ(tabulated_kind(entry.nurbs, attribute_t::position), e_type_t::Position);
+    EXPECT_EQ(tabulated_kind(entry.nurbs, attribute_t::color), e_type_t::RGBA);
 }
 
 TEST_F(NetEdit, OtherKindsAreTold) {
-    ASSERT_TRUE(model.add(make_element_list({e_type_t::Normal, e_type_t::TexCoord2}), std::vector<float>(5)));
-    ASSERT_TRUE(model.add(size_elements(), std::vector<float>(1)));
+    ASSERT_TRUE(model.add(make_element_list({e_type_t::Normal, e_type_t::TexCoord2, e_type_t::PointSize}),
+                          std::vector<float>(6)));
     const captured_stream errors(std::cerr);
-    EXPECT_EQ(tabulated_kind(model, 1, 0), std::nullopt);
-    EXPECT_EQ(tabulated_kind(model, 1, 1), std::nullopt);
-    EXPECT_EQ(tabulated_kind(model, 2, 0), std::nullopt);
+    for (const attribute_t attribute : {attribute_t::tangent, attribute_t::binormal, attribute_t::normal})
+        EXPECT_EQ(tabulated_kind(model, attribute), std::nullopt);
     EXPECT_EQ(errors.text(),
               "elements.type (1) not handled.\n"
               "elements.type (4) not handled.\n"

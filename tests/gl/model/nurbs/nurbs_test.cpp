@@ -9,6 +9,7 @@
 #include "render/gl/mapping.h"
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
+#include "support/counted_mappings.h"
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
@@ -22,7 +23,7 @@ using ulk_test::captured_stream;
 
 /// An entry whose net is a random one of 5 by 4 points, loaded.
 struct NurbsModel : ulk_test::gl_test {
-    NurbsModel() : entry(kind_nurbs), nurbs(entry.nurbs), polygon(entry.polygon) {}
+    NurbsModel() : entry(model_kind_t::nurbs), nurbs(entry.nurbs), polygon(entry.polygon) {}
 
     void SetUp() override {
         gl_test::SetUp();
@@ -95,7 +96,7 @@ TEST_F(NurbsModel, AfterloadMarksItsSteps) {
 
 TEST_F(NurbsModel, AfterloadWithoutMemoryIsReported) {
     for (const int failing_store : {1, 2}) {
-        model_entry_t fresh(kind_nurbs);
+        model_entry_t fresh(model_kind_t::nurbs);
         ASSERT_TRUE(fresh.nurbs.allocate(3, 2, 3, 2));
         captured_stream errors(std::cerr);
         const ulk_test::failing_stores failing(failing_store);
@@ -254,7 +255,7 @@ TEST_F(NurbsModel, UpdateNumbersThePolygons) {
     set_resolution(5, 2);
     nurbs.update(glpolygon);
     set_resolution(3, 3);
-    polygon.selectpolygons = {1};
+    ulk_test::select_polygons(polygon, {1});
     nurbs.update(glpolygon);
 
     // Two strips: 3 0 4 1 5 2 mark 6 3 7 4 8 5 mark.
@@ -271,6 +272,68 @@ TEST_F(NurbsModel, UpdateNumbersThePolygons) {
     };
     EXPECT_EQ(triangle(1), (std::vector<std::uint32_t>{4, 0, 1}));
     EXPECT_EQ(triangle(4), (std::vector<std::uint32_t>{6, 3, 7}));
+}
+
+/// After each drag all models of a scene are updated; most of them have not changed.
+TEST_F(NurbsModel, UpdateOfAnUnchangedSurfaceDoesAndPrintsNothing) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    std::ranges::fill(nurbs.weight.data, 0.0F);  // each sample between the edges prints a line
+    set_resolution(4, 4);
+    {
+        const captured_stream errors(std::cerr);
+        nurbs.update(glpolygon);
+        EXPECT_NE(errors.text(), "");
+    }
+    const captured_stream errors(std::cerr);
+    const ulk_test::counted_mappings mappings;
+    nurbs.update(glpolygon);
+    EXPECT_EQ(errors.text(), "");
+    EXPECT_EQ(mappings.count(), 0);
+}
+
+TEST_F(NurbsModel, UpdateFollowsEachNumberThatASurfaceIsMadeOf) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    set_resolution(4, 4);
+    nurbs.update(glpolygon);
+    const auto expect_update = [&](const char* what) {
+        const ulk_test::counted_mappings mappings;
+        nurbs.update(glpolygon);
+        EXPECT_GT(mappings.count(), 0) << what;
+    };
+    nurbs.points.data[7].position.z += 1;
+    expect_update("a position");
+    nurbs.points.data[7].color.r += 1;
+    expect_update("a colour");
+    nurbs.weight.data[3] += 1;
+    expect_update("a weight");
+    nurbs.knot1.data[3] += 0.01F;
+    expect_update("a knot of a row");
+    nurbs.knot2.data[3] += 0.01F;
+    expect_update("a knot of a column");
+    set_resolution(4, 5);
+    expect_update("a resolution");
+    EXPECT_EQ(polygon.vertex_count(), 20U);
+    load(ulk_test::random_net(5, 3, 4, 2, false));
+    expect_update("another net");
+}
+
+/// An update that has nothing to do leaves a mesh that is as good as one that is made anew.
+TEST_F(NurbsModel, UpdateInPlaceGivesTheMeshThatAWholeOneGives) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    set_resolution(6, 5);
+    nurbs.update(glpolygon);
+    nurbs.points.data[7].position = {3, 2, 1};
+    nurbs.update(glpolygon);
+    const auto vertices = ulk_test::vertices_of(polygon);
+    const auto frames = ulk_test::frames_of(polygon);
+    const auto elements = ulk_test::elements_of(polygon);
+    ASSERT_TRUE(nurbs.rebuild({.sizes = true, .points = true}, glpolygon));
+    EXPECT_EQ(ulk_test::vertices_of(polygon), vertices);
+    EXPECT_EQ(ulk_test::frames_of(polygon), frames);
+    EXPECT_EQ(ulk_test::elements_of(polygon), elements);
 }
 
 TEST_F(NurbsModel, UpdateStopsWhenThePolygonCanNotBeMade) {

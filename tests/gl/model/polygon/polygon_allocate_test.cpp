@@ -316,7 +316,7 @@ TEST_F(PolygonAllocate, ReusesItsBuffers) {
 
 TEST_F(PolygonAllocate, ClearReturnsToTheEmptyState) {
     polygon_t polygon;
-    polygon.selectpolygons = {0};
+    select_polygons(polygon, {0});
     build_polygon(polygon, vertices_at({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), {0, 1, 2});
     polygon.name = "a.ulk";
     polygon.clear();
@@ -334,7 +334,7 @@ TEST_F(PolygonAllocate, ClearReturnsToTheEmptyState) {
     EXPECT_EQ(polygon.normalfeedback.buffer_id(), 0U);
     EXPECT_EQ(polygon.selectionfeedback.buffer_id(), 0U);
     EXPECT_TRUE(polygon.selection.empty());
-    EXPECT_TRUE(polygon.selectpolygons.empty());
+    EXPECT_TRUE(polygon.selectpolygons().empty());
     EXPECT_TRUE(polygon.polyidvector.empty());
 }
 

@@ -145,7 +145,7 @@ TEST_F(PolygonExtend, GrowsFromNothing) {
 }
 
 TEST_F(PolygonExtend, NewTailOfSelectelemsIsMarked) {
-    polygon.selectpolygons = {1};
+    select_polygons(polygon, {1});
     polygon.selectpolygon(1);
     ASSERT_TRUE(polygon.extend(4, 5));
     index_span(polygon.elements)[4] = mark;
@@ -156,7 +156,7 @@ TEST_F(PolygonExtend, NewTailOfSelectelemsIsMarked) {
 
 TEST_F(PolygonExtend, SelectedIdsFollowTheNewNumbers) {
     // Ids move when strips are split: the same id then is another triangle.
-    polygon.selectpolygons = {1};
+    select_polygons(polygon, {1});
     polygon.selectpolygon(1);
     ASSERT_TRUE(polygon.extend(4, 7));
     {
@@ -183,7 +183,7 @@ TEST_F(PolygonExtend, KeepsTheName) {
 
 TEST_F(PolygonExtend, SameCountsKeepEverything) {
     ASSERT_TRUE(polygon.select(2));
-    polygon.selectpolygons = {0};
+    select_polygons(polygon, {0});
     polygon.selectpolygon(0);
     const auto vertices = vertices_of(polygon);
     const auto selected = selectelems_of(polygon);

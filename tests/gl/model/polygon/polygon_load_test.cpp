@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "model/mapped_span.h"
@@ -223,7 +224,7 @@ TEST_F(PolygonLoad, VertexOfNoTriangleKeepsItsFrame) {
 
 TEST_F(PolygonLoad, WritesTheSelectedTrianglesOnly) {
     polygon_t polygon;
-    polygon.selectpolygons = {1, 2};
+    select_polygons(polygon, {1, 2});
     build_polygon(polygon, eight_vertices(), {0, 1, 2, 3, mark, 4, 5, 6, mark, 5, 6, 7});
     std::vector<std::uint32_t> expected(30, mark);
     std::ranges::copy(std::vector<std::uint32_t>{2, 1, 3, 4, 5, 6}, expected.begin() + 3);
@@ -232,7 +233,7 @@ TEST_F(PolygonLoad, WritesTheSelectedTrianglesOnly) {
 
 TEST_F(PolygonLoad, SelectedIdsWithoutATriangleAreLeftOut) {
     polygon_t polygon;
-    polygon.selectpolygons = {0, 7, 4000000000U};
+    select_polygons(polygon, {0, 7, 4000000000U});
     build_polygon(polygon, eight_vertices(), {0, 1, 2, mark});
     EXPECT_EQ(selectelems_of(polygon), (std::vector<std::uint32_t>{0, 1, 2, mark, mark, mark}));
 }
@@ -241,6 +242,8 @@ TEST_F(PolygonLoad, TakesOutTrianglesThatAreNoLongerSelected) {
     polygon_t polygon;
     build_polygon(polygon, eight_vertices(), {0, 1, 2});
     polygon.selectpolygon(0);
+    polygon.unselectpolygon(0);
+    std::ranges::fill(index_span(polygon.selectelems).span(), 1U);
     polygon.afterload(nullptr);
     EXPECT_EQ(selectelems_of(polygon), (std::vector<std::uint32_t>{mark, mark, mark}));
 }
@@ -248,8 +251,7 @@ TEST_F(PolygonLoad, TakesOutTrianglesThatAreNoLongerSelected) {
 TEST_F(PolygonLoad, TakesOutTrianglesThatNoLongerExist) {
     polygon_t polygon;
     build_polygon(polygon, eight_vertices(), {0, 1, 2, 3, 4});
-    polygon.selectpolygons = {2};
-    polygon.selectpolygon(2);
+    select_polygons(polygon, {2});
     ASSERT_EQ(selectelems_of(polygon)[6], 2U);
     index_span(polygon.elements)[4] = mark;
     polygon.afterload(nullptr);

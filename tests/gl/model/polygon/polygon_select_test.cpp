@@ -50,7 +50,7 @@ TEST_F(PolygonSelect, AgreesWithTheLoad) {
     for (const std::uint32_t id : {0U, 1U, 2U})
         polygon.selectpolygon(id);
     const auto one_by_one = selectelems_of(polygon);
-    polygon.selectpolygons = {0, 1, 2};
+    select_polygons(polygon, {0, 1, 2});
     polygon.afterload(nullptr);
     EXPECT_EQ(selectelems_of(polygon), one_by_one);
 }
@@ -63,9 +63,21 @@ TEST_F(PolygonSelect, UnselectTakesTheTriangleOut) {
     EXPECT_EQ(selected(1), none);
 }
 
-TEST_F(PolygonSelect, LeavesTheSetToTheCaller) {
+TEST_F(PolygonSelect, KeepsTheIdsInStep) {
     polygon.selectpolygon(0);
-    EXPECT_TRUE(polygon.selectpolygons.empty());
+    polygon.selectpolygon(2);
+    EXPECT_EQ(polygon.selectpolygons(), (std::set<std::uint32_t>{0, 2}));
+    polygon.unselectpolygon(0);
+    EXPECT_EQ(polygon.selectpolygons(), (std::set<std::uint32_t>{2}));
+}
+
+TEST_F(PolygonSelect, ClearTakesAllOut) {
+    polygon.selectpolygon(0);
+    polygon.selectpolygon(2);
+    polygon.clearpolygons();
+    EXPECT_TRUE(polygon.selectpolygons().empty());
+    EXPECT_EQ(selected(0), none);
+    EXPECT_EQ(selected(2), none);
 }
 
 TEST_F(PolygonSelect, IdBeyondTheTableIsTold) {

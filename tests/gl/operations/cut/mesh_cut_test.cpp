@@ -17,7 +17,7 @@ using namespace ulk3d;
 using namespace ulk_test;
 
 struct MeshCut : gl_test {
-    model_entry_t& add(const strip_mesh_t& mesh, std::uint32_t kind = kind_polygon) {
+    model_entry_t& add(const strip_mesh_t& mesh, model_kind_t kind = model_kind_t::polygon) {
         models.push_back(std::make_unique<model_entry_t>(kind));
         build_polygon(models.back()->polygon, mesh.vertices, mesh.elements, mesh.frames);
         return *models.back();
@@ -61,13 +61,13 @@ TEST_F(MeshCut, CutterStaysAsItIs) {
 
 TEST_F(MeshCut, ModelsOfOtherKindsTakeNoPart) {
     add(cutter_box);
-    const model_entry_t& nurbs = add(victim_sphere, kind_nurbs);
+    const model_entry_t& nurbs = add(victim_sphere, model_kind_t::nurbs);
     cut();
     EXPECT_EQ(content(nurbs), victim_sphere);
 }
 
 TEST_F(MeshCut, CurrentModelOfAnotherKindDoesNothing) {
-    add(cutter_box, kind_nurbs);
+    add(cutter_box, model_kind_t::nurbs);
     const model_entry_t& victim = add(victim_sphere);
     cut();
     EXPECT_EQ(content(victim), victim_sphere);
@@ -87,7 +87,7 @@ TEST_F(MeshCut, CutterWithoutVerticesOrElementsDoesNothing) {
     const model_entry_t& victim = add(victim_sphere);
     add({});
     add({cutter_box.vertices, cutter_box.frames, {}});
-    models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     const captured_stream messages(std::cerr);
     for (const std::uint64_t current : {1U, 2U, 3U})
         cut(current);
@@ -99,7 +99,7 @@ TEST_F(MeshCut, VictimsWithoutVerticesOrElementsAreLeftAlone) {
     add(cutter_box);
     add({});
     add({cutter_box.vertices, cutter_box.frames, {}});
-    models.push_back(std::make_unique<model_entry_t>(kind_polygon));
+    models.push_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     const captured_stream messages(std::cerr);
     cut();
     EXPECT_EQ(messages.text(), "");

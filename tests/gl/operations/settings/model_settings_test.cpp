@@ -23,7 +23,7 @@ class PolygonSettings : public gl_test {
         entry.polygon.name = "old.ulk";
     }
 
-    model_entry_t entry{kind_polygon};
+    model_entry_t entry{model_kind_t::polygon};
 };
 
 TEST_F(PolygonSettings, SayWhatTheModelIs) {
@@ -52,7 +52,7 @@ TEST_F(PolygonSettings, CountsOfZeroMakeAnEmptyModelWithItsName) {
 
 TEST_F(PolygonSettings, TwoElementsOrLessGiveNoPolygons) {
     for (const std::uint32_t count : {0U, 1U, 2U}) {
-        model_entry_t fresh(kind_polygon);
+        model_entry_t fresh(model_kind_t::polygon);
         set_polygon_settings(fresh, {new_names, 3, count});
         EXPECT_TRUE(fresh.polygon.polyidvector.empty()) << count;
     }
@@ -116,7 +116,7 @@ class NurbsSettings : public gl_test {
         set_nurbs_settings(entry, {new_names, count, count, order, order, 9, 5}, glpolygon);
     }
 
-    model_entry_t entry{kind_nurbs};
+    model_entry_t entry{model_kind_t::nurbs};
     glpolygon_t glpolygon;
     /// Knots and weights of new tables are zero: the evaluator tells so for every sample between the edges.
     captured_stream messages{std::cerr};

@@ -73,7 +73,7 @@ TEST_F(StripMesh, ReadingAModelOfNothingPrintsNothing) {
 
 TEST_F(StripMesh, WrittenUnchangedLeavesAllAsItWas) {
     polygon.selection[1] = true;
-    polygon.selectpolygons = {1};
+    select_polygons(polygon, {1});
     polygon.selectpolygon(1);
     const indices_t selected = selectelems_of(polygon);
     const strip_mesh_t mesh = read_strip_mesh(polygon);

@@ -396,6 +396,23 @@ TEST_F(ModelTextures, SignedEntryIsRenewedAtEachOpen) {
     EXPECT_EQ(entry_of(handle).image.begin()[0], 99);
 }
 
+TEST_F(ModelTextures, OfModelsThatShareABumpMapTheLastOneDecidesItsFilters) {
+    write_picture(folder, "rgb.png", coloured_heights(image_format::rgb));
+    texture_t sharp;
+    texture.bumpmap = sharp.bumpmap = "rgb.png";
+    sharp.nearlinear = sharp.maglinear = sharp.mipmap = false;
+    const auto min_filter_after = [&](texture_t& last) {
+        EXPECT_TRUE(open(last));
+        GLint filter = 0;
+        glBindTexture(GL_TEXTURE_2D, entry_of(last.bump_handle).object.texture_id());
+        glGetTexParameteriv(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, &filter);
+        return filter;
+    };
+    EXPECT_EQ(min_filter_after(texture), GL_LINEAR_MIPMAP_LINEAR);
+    EXPECT_EQ(min_filter_after(sharp), GL_NEAREST);
+    EXPECT_EQ(min_filter_after(texture), GL_LINEAR_MIPMAP_LINEAR);
+}
+
 TEST_F(ModelTextures, SignedBumpMapIsUsedAsItIs) {
     const std::uint32_t handle = model_textures.insert(folder.path("signed.png"), {});
     entry_of(handle).image = coloured_heights(image_format::rgb);

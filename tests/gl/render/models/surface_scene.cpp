@@ -93,7 +93,6 @@ void surface_test::build() {
 }
 
 void surface_test::select_triangle(std::uint32_t polyid) {
-    polygon.selectpolygons.insert(polyid);
     polygon.selectpolygon(polyid);
 }
 

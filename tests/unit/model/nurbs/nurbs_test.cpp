@@ -129,7 +129,7 @@ TEST(NurbsTables, BoundsWithoutAnArrayAreTheOrigin) {
 }
 
 TEST(NurbsTables, ModelOfAnEntryWritesIntoTheEntry) {
-    const ulk3d::model_entry_t entry(ulk3d::kind_nurbs);
+    const ulk3d::model_entry_t entry(ulk3d::model_kind_t::nurbs);
     EXPECT_EQ(entry.nurbs.texture, &entry.texture);
     EXPECT_EQ(entry.nurbs.polygon, &entry.polygon);
 }

@@ -1,10 +1,11 @@
-// The frame of ulkedit_t: grids, surfaces, points and the fold line, each in its views.
+// The frame of scene_view_t: grids, surfaces, points and the fold line, each in its views.
 
 #include <GL/glew.h>
 
 #include <array>
 
-#include "app/editor/ulkedit.h"
+#include "app/editor/edited_scene.h"
+#include "app/editor/scene_view.h"
 #include "gltextures/gr_check_error.h"
 
 namespace ulk3d {
@@ -19,15 +20,15 @@ void set_viewport(const viewport_t& area) {
 
 }  // namespace
 
-void ulkedit_t::display() {
+void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor) {
     grCheckError("ulkedit_t::display(0)");
     glViewport(0, 0, areas.width, areas.height);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 
     if (grid_on)
         draw_grids();
-    for (const auto& entry : scene_models) {
-        draw_surface(*entry);
+    for (const auto& entry : scene.models()) {
+        draw_surface(scene.environment, *entry);
         draw_points(*entry);
     }
 
@@ -35,13 +36,14 @@ void ulkedit_t::display() {
     set_viewport(areas.perspective());
     grCheckError("ulkedit_t::display(12)");
     if (control_points_on)
-        draw_fold_line();
+        if (const auto ends = scene.fold_positions())
+            draw_fold_line(ends->first, ends->second);
     if (crosshair_on)
-        draw_crosshair();
+        draw_crosshair(cursor);
     grCheckError("ulkedit_t::display(end)");
 }
 
-void ulkedit_t::draw_grids() {
+void scene_view_t::draw_grids() {
     const mtx3w& projection_matrix = cameras.ortho.matrix;
     set_viewport(areas.front());
     axis_grids.draw_xy(projection_matrix, cameras.front.matrix);
@@ -51,7 +53,7 @@ void ulkedit_t::draw_grids() {
     axis_grids.draw_xz(projection_matrix, cameras.top.matrix);
 }
 
-void ulkedit_t::draw_surface(model_entry_t& entry) {
+void scene_view_t::draw_surface(const environment_t& environment, model_entry_t& entry) {
     set_viewport(areas.perspective());
     grCheckError("ulkedit_t::display(1)");
     // Depth counts between surfaces only, so that points, grids and lines lie over everything.
@@ -63,22 +65,20 @@ void ulkedit_t::draw_surface(model_entry_t& entry) {
                                       .LightPosition = LightPosition,
                                       .Shininess = Shininess};
     constexpr bool skybox = false;
-    if (entry.kind == kind_polygon)
-        glpolygon.drawselect(scene_environment, skybox, entry.texture, entry.polygon, surface_view);
-    glpolygon.drawsolid(scene_environment, skybox, entry.texture, entry.polygon, surface_view);
+    if (entry.kind == model_kind_t::polygon)
+        glpolygon.drawselect(environment, skybox, entry.texture, entry.polygon, surface_view);
+    glpolygon.drawsolid(environment, skybox, entry.texture, entry.polygon, surface_view);
     grCheckError("ulkedit_t::display(7)");
     glDisable(GL_DEPTH_TEST);
 }
 
-void ulkedit_t::draw_points(model_entry_t& entry) {
-    modeling_t* const model = modeling_of(entry);
-    if (model == nullptr)
-        return;
+void scene_view_t::draw_points(model_entry_t& entry) {
+    modeling_t& model = entry.modeling();
     if (control_points_on)
-        glnurbs.draw_points(*model, cameras.perspective.matrix, cameras.view.matrix);
+        glnurbs.draw_points(model, cameras.perspective.matrix, cameras.view.matrix);
 
     struct point_view_t {
-        const char* mark;
+        const char* label;
         viewport_t area;
         const mtx3w& view;
     };
@@ -86,28 +86,25 @@ void ulkedit_t::draw_points(model_entry_t& entry) {
                                         {"ulkedit_t::display(9)", areas.side(), cameras.side.matrix},
                                         {"ulkedit_t::display(10)", areas.top(), cameras.top.matrix}};
     for (const point_view_t& point_view : point_views) {
-        grCheckError(point_view.mark);
+        grCheckError(point_view.label);
         set_viewport(point_view.area);
-        glnurbs.draw_points(*model, cameras.ortho.matrix, point_view.view);
+        glnurbs.draw_points(model, cameras.ortho.matrix, point_view.view);
     }
 }
 
-void ulkedit_t::draw_fold_line() {
-    const auto ends = fold_positions();
-    if (!ends)
-        return;
+void scene_view_t::draw_fold_line(const pos3& from, const pos3& to) {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glLineWidth(1.0F);
     glEnable(GL_LINE_SMOOTH);
     grCheckError("ulkedit_t::display(13)");
-    line_overlay.line(ends->first, ends->second, cameras.perspective.matrix, cameras.view.matrix);
+    line_overlay.line(from, to, cameras.perspective.matrix, cameras.view.matrix);
     draw_loaded_lines();
     glDisable(GL_LINE_SMOOTH);
     glDisable(GL_BLEND);
 }
 
-void ulkedit_t::draw_crosshair() {
+void scene_view_t::draw_crosshair(const view_cursor_t& cursor) {
     constexpr float half_band = 2.5F;
     const half_view_t half = half_view(areas);
     const auto x = static_cast<float>(cursor.x), y = static_cast<float>(cursor.y);
@@ -121,23 +118,10 @@ void ulkedit_t::draw_crosshair() {
     draw_loaded_lines();
 }
 
-void ulkedit_t::draw_loaded_lines() {
+void scene_view_t::draw_loaded_lines() {
     grCheckError("ulkedit_t::display(14)");
     line_overlay.draw();
     grCheckError("ulkedit_t::display(15)");
-}
-
-void ulkedit_t::set_grid(bool on) {
-    grid_on = on;
-    update_ortho_views();
-}
-
-void ulkedit_t::update_ortho_views() {
-    cameras.update_ortho_views();
-    // A grid that can not be made has said so, and stays as it was.
-    if (grid_on)
-        static_cast<void>(
-            axis_grids.rebuild(cameras.front.inverse, cameras.side.inverse, cameras.top.inverse));
 }
 
 }  // namespace ulk3d

@@ -1,0 +1,154 @@
+#include "app/editor/edited_scene.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+
+#include "formats/scene_files.h"
+#include "model/math/vectors.h"
+#include "operations/cut/mesh_cut.h"
+#include "operations/fold/fold_polygons.h"
+
+namespace ulk3d {
+
+namespace {
+
+/// A fold pick after the model at `removed` has gone.
+void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
+    if (pick.model == no_index)
+        return;
+    if (pick.model == removed)
+        pick = {};
+    else if (pick.model > removed)
+        --pick.model;
+}
+
+}  // namespace
+
+edited_scene_t::edited_scene_t() : current(model_list.end()) {}
+
+model_entry_t* edited_scene_t::current_model() {
+    return current == model_list.end() ? nullptr : current->get();
+}
+
+const model_entry_t* edited_scene_t::current_model() const {
+    return current == model_list.end() ? nullptr : current->get();
+}
+
+void edited_scene_t::select_model(std::uint64_t index) {
+    index_of_current = model_list.empty() ? 0 : index;
+    const auto places = std::min<std::uint64_t>(index_of_current, model_list.size());
+    current = std::next(model_list.begin(), static_cast<std::ptrdiff_t>(places));
+}
+
+bool edited_scene_t::save_models_to(const char* path) {
+    return save_models(model_list, path);
+}
+
+bool edited_scene_t::save_current_to(const char* path) {
+    model_entry_t* const entry = current_model();
+    return entry != nullptr && save_model(*entry, path);
+}
+
+bool edited_scene_t::append(const std::function<bool(scene_t&)>& load) {
+    return change_gate.pass([&] {
+        scene_t loaded;
+        if (!load(loaded))
+            return false;
+        const std::uint64_t first_new = model_list.size();
+        model_list.splice(model_list.end(), loaded.models);
+        if (!loaded.environment.cubetex.empty())
+            environment = loaded.environment;
+        select_model(first_new);
+        steps.forget();
+        return true;
+    });
+}
+
+void edited_scene_t::add_model(model_kind_t kind) {
+    change_gate.pass([&] {
+        model_list.push_back(std::make_unique<model_entry_t>(kind));
+        select_model(model_list.size() - 1);
+    });
+}
+
+void edited_scene_t::delete_current() {
+    change_gate.pass([&] {
+        if (current == model_list.end())
+            return;
+        for (fold_pick_t& pick : fold_picks)
+            follow_removal(pick, index_of_current);
+        steps.forget();
+        model_list.erase(current);
+        // Of an empty list the last index is all ones here, which the selection turns into 0.
+        select_model(std::min<std::uint64_t>(index_of_current, model_list.size() - 1));
+    });
+}
+
+void edited_scene_t::polygonize_current() {
+    change_gate.pass([&] {
+        if (model_entry_t* const entry = current_model())
+            entry->kind = model_kind_t::polygon;
+    });
+}
+
+bool edited_scene_t::fold(float angle) {
+    return change_gate.pass([&] {
+        const auto axis = fold_positions();
+        if (!axis || f_eq(axis->first, axis->second))
+            return false;
+        bool folded = false;
+        for (const auto& entry : model_list) {
+            polygon_t& polygon = entry->polygon;
+            // A model without a selection would stay as it is: that counts as no fold, so that the user hears
+            // of it.
+            if (entry->kind != model_kind_t::polygon || polygon.selectpolygons().empty())
+                continue;
+            if (!fold_polygons(polygon.selectpolygons(), axis->first, axis->second, angle, polygon.vertices,
+                               polygon.normals, polygon.elements))
+                continue;
+            folded = true;
+            // Reports its own failure; the mesh has changed all the same.
+            static_cast<void>(
+                polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count()));
+        }
+        if (folded)
+            steps.forget();
+        return folded;
+    });
+}
+
+void edited_scene_t::cut_current(const sigc::slot<void, double>& receiver) {
+    change_gate.pass([&] {
+        const model_entry_t* const cutter = current_model();
+        if (cutter == nullptr || cutter->kind != model_kind_t::polygon)
+            return;
+        progress_signal_t progress;
+        progress.connect(receiver);
+        mesh_cut(progress, index_of_current, model_list);
+        steps.forget();
+    });
+}
+
+bool edited_scene_t::dent(const dir3& way) {
+    bool dented = false;
+    for (const auto& entry : model_list) {
+        if (entry->kind != model_kind_t::nurbs)
+            continue;
+        nurbs_t& nurbs = entry->nurbs;
+        const auto lowest = std::ranges::find(nurbs.selection, true);
+        if (lowest == nurbs.selection.end() || nurbs.count1 == 0)
+            continue;
+        const auto point = static_cast<std::uint64_t>(lowest - nurbs.selection.begin());
+        nurbs.dent(point % nurbs.count1, point / nurbs.count1, way);
+        dented = true;
+    }
+    return dented;
+}
+
+void edited_scene_t::update_models(glpolygon_t& glpolygon) {
+    for (const auto& entry : model_list)
+        entry->modeling().update(glpolygon);
+}
+
+}  // namespace ulk3d

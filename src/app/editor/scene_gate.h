@@ -1,0 +1,39 @@
+#pragma once
+
+#include <utility>
+
+namespace ulk3d {
+
+/// Lets one change of the models in at a time.
+///
+/// A long change, such as a cut, runs the event loop so that the window lives on. What the user asks for
+/// meanwhile would change the models under its hands: it comes to this gate, finds it closed, and does
+/// nothing. Every change of the list of models, of their kinds and of what they hold goes through it.
+class scene_gate_t {
+  public:
+    bool is_open() const { return !busy; }
+
+    /// Runs `change` with the gate closed behind it and returns its result. Where the gate is closed already
+    /// nothing runs; the result is then that of an empty `Result`, such as false.
+    template <class Change>
+    auto pass(Change&& change) {
+        using result_t = decltype(change());
+        if (busy)
+            return result_t();
+        const closed_t closed(busy);
+        return std::forward<Change>(change)();
+    }
+
+  private:
+    struct closed_t {
+        explicit closed_t(bool& gate) : busy(gate) { busy = true; }
+        ~closed_t() { busy = false; }
+        closed_t(const closed_t&) = delete;
+        closed_t& operator=(const closed_t&) = delete;
+        bool& busy;
+    };
+
+    bool busy = false;
+};
+
+}  // namespace ulk3d
