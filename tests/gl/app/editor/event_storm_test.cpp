@@ -115,7 +115,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
 
     void change_scene() {
         constexpr std::size_t most_models = 6;
-        switch (pick(0, 7)) {
+        switch (pick(0, 11)) {
             case 0:
             case 1:
                 if (editor.models().size() < most_models)
@@ -131,6 +131,13 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
                 return editor.polygonize_current();
             case 5:
                 return resize_somehow();
+            case 6:
+                return save_something();
+            case 7:
+            case 8:
+                return cut_something();
+            case 9:
+                return edit_in_a_dialog();
             default:
                 return editor.select_model(static_cast<std::uint64_t>(pick(0, 7)));
         }
@@ -139,13 +146,48 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     void open_something() {
         constexpr const char* samples[] = {"cube.ulk", "patch.ulk", "paper.ulk", "cube.ulk"};
         std::ostringstream messages;
+        const bool opens = !editor.cut_is_running();
         const int kind = pick(0, 5);
         if (kind < 4)
-            EXPECT_TRUE(editor.file_open(sample(samples[kind]).c_str(), messages)) << messages.str();
-        else if (kind == 4)
+            EXPECT_EQ(editor.file_open(sample(samples[kind]).c_str(), messages), opens) << messages.str();
+        else if (kind == 4 && opens)
             open(scattered_block() + patch_block());
         else
             EXPECT_FALSE(editor.file_open(folder.path("missing.ulk").c_str(), messages));
+    }
+
+    void save_something() {
+        const std::string path = folder.path(pick(0, 1) == 0 ? "saved.ulk" : "saved.stl");
+        if (pick(0, 1) == 0)
+            EXPECT_TRUE(editor.save_models_to(path.c_str()));
+        else
+            EXPECT_EQ(editor.save_current_to(path.c_str()), editor.current_model() != nullptr);
+    }
+
+    /// Cuts, and while the cut runs goes on with what a user may do meanwhile.
+    void cut_something() {
+        constexpr std::uint64_t most_indices = 3000;  // cuts of cuts grow, and with them their time
+        std::uint64_t indices = 0;
+        for (const auto& each : editor.models())
+            indices += each->polygon.element_count();
+        if (indices > most_indices)
+            return;
+        editor.cut_current([this](double) {
+            EXPECT_TRUE(editor.cut_is_running());
+            if (pick(0, 99) == 0)
+                step();
+        });
+    }
+
+    /// Dialogs are modal: none is open while a cut is running.
+    void edit_in_a_dialog() {
+        if (editor.current_model() == nullptr || editor.cut_is_running())
+            return;
+        const auto count = static_cast<int>(points_of(editor.current_index()).size());
+        if (count > 0)
+            edit_point(
+                static_cast<std::uint64_t>(pick(0, count - 1)),
+                {0.1F * static_cast<float>(pick(-9, 9)), 0.2F, 0.1F * static_cast<float>(pick(-9, 9))});
     }
 
     void resize_somehow() {
@@ -175,13 +217,16 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
 
-    /// The triangles to be drawn as marked are those of the marked ids.
+    /// The triangles to be drawn as marked are those of the marked ids. After a cut an id may stand for none.
     static void expect_marked_triangles(const polygon_t& polygon) {
         if (!polygon.selectelems.has_buffer())
             return;
         const std::vector<std::uint32_t> triangles = selectelems_of(polygon);
-        for (std::uint32_t id = 0; id * 3 + 2 < triangles.size(); ++id)
-            ASSERT_EQ(triangles[id * 3] != ulk_test::mark, polygon.selectpolygons.contains(id)) << id;
+        for (std::uint32_t id = 0; id * 3 + 2 < triangles.size(); ++id) {
+            if (polygon.polyidvector[id].position == restart_mark)
+                continue;
+            ASSERT_EQ(triangles[id * 3] != restart_mark, polygon.selectpolygons.contains(id)) << id;
+        }
     }
 
     std::mt19937 random{GetParam()};
