@@ -172,10 +172,15 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
             indices += each->polygon.element_count();
         if (indices > most_indices)
             return;
-        editor.cut_current([this](double) {
+        const std::size_t models = editor.models().size();
+        editor.cut_current([&](double) {
             EXPECT_TRUE(editor.cut_is_running());
-            if (pick(0, 99) == 0)
+            const int kind = pick(0, 29);
+            if (kind < 2)
                 step();
+            else if (kind == 2)
+                change_scene();
+            EXPECT_EQ(editor.models().size(), models);
         });
     }
 
