@@ -29,9 +29,13 @@ bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
     return true;
 }
 
-model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
-    model_entry_t* const entry = current_model();
+const model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) const {
+    const model_entry_t* const entry = current_model();
     return entry != nullptr && entry->kind == kind ? entry : nullptr;
+}
+
+model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
+    return const_cast<model_entry_t*>(std::as_const(*this).current_of_kind(kind));
 }
 
 void ulkedit_t::set_polygon(const polygon_settings_t& settings) {
@@ -57,7 +61,7 @@ void ulkedit_t::set_environment(const environment_settings_t& settings) {
     });
 }
 
-net_table_t ulkedit_t::net_table(attribute_t attribute) {
+net_table_t ulkedit_t::net_table(attribute_t attribute) const {
     const model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
     return entry == nullptr ? net_table_t() : read_net(entry->nurbs, attribute);
 }
@@ -77,7 +81,7 @@ void ulkedit_t::set_net_table(attribute_t attribute, std::span<const number_row_
     });
 }
 
-option_table_t ulkedit_t::option_table(std::uint32_t index) {
+option_table_t ulkedit_t::option_table(std::uint32_t index) const {
     const model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
     return entry == nullptr ? option_table_t() : read_option(entry->nurbs, index);
 }
@@ -90,7 +94,7 @@ void ulkedit_t::set_option_table(std::uint32_t index, const matrix_t<float>& val
     });
 }
 
-std::string ulkedit_t::vertex_text(attribute_t attribute) {
+std::string ulkedit_t::vertex_text(attribute_t attribute) const {
     const model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
     const attribute_place_t place = place_of(attribute);
     return entry == nullptr ? std::string() : member_text(*entry->polygon.array(place.array), place.member);
@@ -104,7 +108,7 @@ void ulkedit_t::set_vertex_text(attribute_t attribute, std::string text) {
     });
 }
 
-std::string ulkedit_t::element_text() {
+std::string ulkedit_t::element_text() const {
     const model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
     return entry == nullptr ? std::string() : index_text(entry->polygon.elements);
 }

@@ -58,13 +58,13 @@ class ulkedit_t {
     void set_polygon(const polygon_settings_t& settings);
     void set_nurbs(const nurbs_settings_t& settings);
     void set_environment(const environment_settings_t& settings);
-    net_table_t net_table(attribute_t attribute);
+    net_table_t net_table(attribute_t attribute) const;
     void set_net_table(attribute_t attribute, std::span<const number_row_t> points);
-    option_table_t option_table(std::uint32_t index);
+    option_table_t option_table(std::uint32_t index) const;
     void set_option_table(std::uint32_t index, const matrix_t<float>& values);
-    std::string vertex_text(attribute_t attribute);
+    std::string vertex_text(attribute_t attribute) const;
     void set_vertex_text(attribute_t attribute, std::string text);
-    std::string element_text();
+    std::string element_text() const;
     void set_element_text(std::string text);
 
     /// Makes an edit of the current model that was made elsewhere a step of undo.
@@ -114,7 +114,9 @@ class ulkedit_t {
     const view_layout_t& layout() const { return seen.areas; }
 
   private:
+    /// The current model when it is of a kind, else null.
     model_entry_t* current_of_kind(model_kind_t kind);
+    const model_entry_t* current_of_kind(model_kind_t kind) const;
 
     std::string program_dir;  ///< with its trailing separator, empty for none
     float fold_angle = 0.0F;

@@ -180,6 +180,22 @@ class editor_test : public gl_test {
             ASSERT_TRUE(model(index).select(point));
     }
 
+    /// Moves a point of the current model like a dialog: by hand, with the old value on the history.
+    void edit_point(std::uint64_t index, const ulk3d::pos3& to) {
+        ulk3d::model_entry_t& current = *editor.current_model();
+        ulk3d::edit_t edit{{}, 0, 0};
+        {
+            ulk3d::array_t& array = *current.modeling().array(0);
+            const ulk3d::array_span<float> words(array);
+            float* const record = &words[index * array.vertex_stride()];
+            edit.points.push_back({{record[0], record[1], record[2], 0}, index});
+            record[0] = to.x;
+            record[1] = to.y;
+            record[2] = to.z;
+        }
+        editor.note_edit(std::move(edit));
+    }
+
     temporary_folder_t folder;
     std::optional<render_target_t> target;
     ulk3d::ulkedit_t editor{"ulkedit"};

@@ -115,7 +115,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
 
     void change_scene() {
         constexpr std::size_t most_models = 6;
-        switch (pick(0, 7)) {
+        switch (pick(0, 11)) {
             case 0:
             case 1:
                 if (editor.models().size() < most_models)
@@ -131,6 +131,13 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
                 return editor.polygonize_current();
             case 5:
                 return resize_somehow();
+            case 6:
+                return save_something();
+            case 7:
+            case 8:
+                return cut_something();
+            case 9:
+                return edit_in_a_dialog();
             default:
                 return editor.select_model(static_cast<std::uint64_t>(pick(0, 7)));
         }
@@ -139,13 +146,102 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     void open_something() {
         constexpr const char* samples[] = {"cube.ulk", "patch.ulk", "paper.ulk", "cube.ulk"};
         std::ostringstream messages;
+        const bool opens = !editor.cut_is_running();
         const int kind = pick(0, 5);
         if (kind < 4)
-            EXPECT_TRUE(editor.file_open(sample(samples[kind]).c_str(), messages)) << messages.str();
-        else if (kind == 4)
+            EXPECT_EQ(editor.file_open(sample(samples[kind]).c_str(), messages), opens) << messages.str();
+        else if (kind == 4 && opens)
             open(scattered_block() + patch_block());
         else
             EXPECT_FALSE(editor.file_open(folder.path("missing.ulk").c_str(), messages));
+    }
+
+    void save_something() {
+        const std::string path = folder.path(pick(0, 1) == 0 ? "saved.ulk" : "saved.stl");
+        if (pick(0, 1) == 0)
+            EXPECT_TRUE(editor.save_models_to(path.c_str()));
+        else
+            EXPECT_EQ(editor.save_current_to(path.c_str()), editor.current_model() != nullptr);
+    }
+
+    /// Cuts, and while the cut runs goes on with what a user may do meanwhile.
+    void cut_something() {
+        constexpr std::uint64_t most_indices = 3000;  // cuts of cuts grow, and with them their time
+        std::uint64_t indices = 0;
+        for (const auto& each : editor.models())
+            indices += each->polygon.element_count();
+        if (indices > most_indices)
+            return;
+        const std::size_t models = editor.models().size();
+        editor.cut_current([&](double) {
+            EXPECT_TRUE(editor.cut_is_running());
+            const int kind = pick(0, 29);
+            if (kind < 2)
+                step();
+            else if (kind == 2)
+                change_scene();
+            EXPECT_EQ(editor.models().size(), models);
+        });
+    }
+
+    /// Dialogs are modal: none is open while a cut is running.
+    void edit_in_a_dialog() {
+        if (editor.current_model() == nullptr || editor.cut_is_running())
+            return;
+        const auto count = static_cast<int>(points_of(editor.current_index()).size());
+        switch (pick(0, 7)) {
+            case 0:
+                return editor.set_polygon(settings_of_a_mesh());
+            case 1:
+                return editor.set_nurbs(settings_of_a_net());
+            case 2:
+                return editor.set_environment({"", 0.1F * static_cast<float>(pick(0, 10)), 0.5F, 1.5F});
+            case 3:
+                return edit_net_table();
+            case 4:
+                return edit_option_table();
+            case 5:
+                return editor.set_vertex_text(attribute_t::position, "0.5,0.25,0\n1,-1,0\n");
+            case 6:
+                return editor.set_element_text("0\n1\n2\n-1\n");
+            default:
+                if (count > 0)
+                    edit_point(static_cast<std::uint64_t>(pick(0, count - 1)),
+                               {0.1F * static_cast<float>(pick(-9, 9)), 0.2F,
+                                0.1F * static_cast<float>(pick(-9, 9))});
+        }
+    }
+
+    polygon_settings_t settings_of_a_mesh() {
+        polygon_settings_t settings = polygon_settings(*editor.current_model());
+        settings.vertex_count += static_cast<std::uint32_t>(pick(0, 3));
+        settings.element_count += static_cast<std::uint32_t>(pick(0, 3));
+        return settings;
+    }
+
+    nurbs_settings_t settings_of_a_net() {
+        nurbs_settings_t settings = nurbs_settings(*editor.current_model());
+        settings.count1 = static_cast<std::uint32_t>(pick(0, 5));
+        settings.resolution2 = static_cast<std::uint32_t>(pick(0, 5));
+        return settings;
+    }
+
+    void edit_net_table() {
+        const attribute_t attribute = pick(0, 1) == 0 ? attribute_t::position : attribute_t::color;
+        net_table_t table = editor.net_table(attribute);
+        for (number_row_t& row : table.points) {
+            row.selected = pick(0, 1) == 0;
+            row.numbers[0] = pick(0, 3);
+        }
+        editor.set_net_table(attribute, table.points);
+    }
+
+    void edit_option_table() {
+        const auto index = static_cast<std::uint32_t>(pick(0, 3));
+        option_table_t table = editor.option_table(index);
+        for (float& value : table.values.data)
+            value += 0.1F * static_cast<float>(pick(0, 2));
+        editor.set_option_table(index, table.values);
     }
 
     void resize_somehow() {
@@ -175,13 +271,16 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
 
-    /// The triangles to be drawn as marked are those of the marked ids.
+    /// The triangles to be drawn as marked are those of the marked ids. After a cut an id may stand for none.
     static void expect_marked_triangles(const polygon_t& polygon) {
         if (!polygon.selectelems.has_buffer())
             return;
         const std::vector<std::uint32_t> triangles = selectelems_of(polygon);
-        for (std::uint32_t id = 0; id * 3 + 2 < triangles.size(); ++id)
-            ASSERT_EQ(triangles[id * 3] != ulk_test::mark, polygon.selectpolygons().contains(id)) << id;
+        for (std::uint32_t id = 0; id * 3 + 2 < triangles.size(); ++id) {
+            if (polygon.polyidvector[id].position == restart_mark)
+                continue;
+            ASSERT_EQ(triangles[id * 3] != restart_mark, polygon.selectpolygons().contains(id)) << id;
+        }
     }
 
     std::mt19937 random{GetParam()};

@@ -7,24 +7,7 @@ namespace {
 using namespace ulk3d;
 using namespace ulk_test;
 
-class NoteEdit : public editor_test {
-  protected:
-    /// Moves a point of the current model like a dialog: by hand, with the old value on the history.
-    void edit_point(std::uint64_t index, const pos3& to) {
-        model_entry_t& current = *editor.current_model();
-        edit_t edit{{}, 0, 0};
-        {
-            array_t& array = *current.modeling().array(0);
-            const array_span<float> words(array);
-            float* const record = &words[index * array.vertex_stride()];
-            edit.points.push_back({{record[0], record[1], record[2], 0}, index});
-            record[0] = to.x;
-            record[1] = to.y;
-            record[2] = to.z;
-        }
-        editor.note_edit(std::move(edit));
-    }
-};
+class NoteEdit : public editor_test {};
 
 TEST_F(NoteEdit, MakesAPushedEditAStepOfUndo) {
     open(scattered_block());
