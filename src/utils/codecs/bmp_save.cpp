@@ -8,6 +8,7 @@
 #include "utils/codecs/file_rows.h"
 #include "utils/files/picture_files.h"
 #include "utils/memory/byteorder.h"
+#include "utils/pictures/image_transforms.h"
 
 namespace libutils {
 namespace {
@@ -102,6 +103,13 @@ bool save(const bmp_save_t& bmp, const char* path) {
     put_info_header(file, bmp.info_header);
     put_bytes(file, pixels.data(), pixels.size());
     return finish_picture(file);
+}
+
+// Grey images too could be stored, but only what has its channels exchanged gets so far.
+bool save_bmp(const image2d& image, const char* path) {
+    image2d bgr;
+    bmp_save_t bmp;
+    return rgb2bgr(bgr, image) && convert(bmp, bgr) && save(bmp, path);
 }
 
 }  // namespace libutils

@@ -47,4 +47,8 @@ struct jpeg_t : image_window_t {
 /// the file.
 [[nodiscard]] bool save(const jpeg_t& jpeg, const char* path);
 
+/// The whole way from a path to an image, and back with quality 95 and a baseline file.
+[[nodiscard]] bool load_jpeg(image2d& image, const char* path);
+[[nodiscard]] bool save_jpeg(const image2d& image, const char* path);
+
 }  // namespace libutils

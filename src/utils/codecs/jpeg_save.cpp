@@ -140,4 +140,11 @@ bool save(const jpeg_t& jpeg, const char* path) {
     return finish_picture(file);
 }
 
+bool save_jpeg(const image2d& image, const char* path) {
+    constexpr int quality = 95;
+    jpeg_t jpeg;
+    jpeg.filename = path;
+    return compress(jpeg, image, quality, true) && save(jpeg, path);
+}
+
 }  // namespace libutils

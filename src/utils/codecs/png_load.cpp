@@ -165,4 +165,8 @@ int read_png_image(image2d& image, const char* path) {
     return png_code::done;
 }
 
+bool load_png(image2d& image, const char* path) {
+    return read_png_image(image, path) == png_code::done;
+}
+
 }  // namespace libutils

@@ -108,4 +108,8 @@ int write_png_image(const char* path, const image2d& image, const char* title) {
     return written && closed ? png_code::done : report_png_failure();
 }
 
+bool save_png(const image2d& image, const char* path) {
+    return write_png_image(path, image) == png_code::done;
+}
+
 }  // namespace libutils

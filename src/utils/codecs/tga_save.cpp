@@ -100,4 +100,9 @@ bool save(const tga_t& tga, const char* path) {
     return finish_picture(file);
 }
 
+bool save_tga(const image2d& image, const char* path) {
+    tga_t tga;
+    return convert(tga, image) && save(tga, path);
+}
+
 }  // namespace libutils
