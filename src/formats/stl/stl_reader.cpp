@@ -15,6 +15,8 @@
 
 namespace ulk3d {
 
+using libutils::file_descriptor;
+
 namespace {
 
 /// A strip of one triangle and its mark.
@@ -123,7 +125,7 @@ bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangl
 
 bool load_stl(const char* path, scene_t& scene) {
     std::uint64_t file_size = 0;
-    const file_descriptor file = open_plain_file(path, file_size);
+    const file_descriptor file = libutils::open_plain_file(path, file_size);
     if (!file.is_open())
         return false;
     const std::uint64_t triangle_count = count_triangles(file, file_size);

@@ -3,8 +3,6 @@
 #include <png.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <vector>
 
 #include "utils/pictures/image2d.h"
@@ -21,11 +19,6 @@ inline constexpr int no_info = -3;
 inline constexpr int failed = -4;
 inline constexpr int other_version = -5;
 }  // namespace png_code
-
-struct close_file_t {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using open_file_t = std::unique_ptr<std::FILE, close_file_t>;
 
 /// True when both versions are the same text. If not, three lines on the standard error stream tell them.
 [[nodiscard]] bool same_png_version(const char* header, const char* source);

@@ -43,7 +43,7 @@ std::string written(const texture_t& texture) {
     const std::string path = folder.path("keys");
     text_output output(path.c_str());
     EXPECT_TRUE(write_texture_keys(texture, output));
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     return ulk_test::read_file(path);
 }
 
