@@ -58,7 +58,8 @@ bool write_nurbs_surface(const nurbs_t& nurbs, text_output& output);
 /// Writes nothing for a model without vertices. The result is false in all cases and tells nothing.
 bool write_polygon_surface(const texture_t& texture, const polygon_t& polygon, text_output& output);
 
-/// The texture keys of a surface block. The settings of a map are written only beside its path. Always true.
+/// The keys that both kinds of surface block share (shared_keys.h). The settings of a map are written only
+/// beside its path. Always true.
 bool write_texture_keys(const texture_t& texture, text_output& output);
 
 }  // namespace ulk3d
