@@ -107,7 +107,8 @@ class key_finder {
 /// Hands the value of a line to its key, or says on `log` that there is none. False when the array that the
 /// key fills is full, which is asked first.
 template <typename Block>
-bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line, line_log& log) {
+[[nodiscard]] bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line,
+                                 line_log& log) {
     fill_t* const fill = fill_of(block, key);
     if (fill != nullptr && fill->count >= fill->capacity) {
         log.over_run(fill->full, fill->count);
@@ -147,7 +148,7 @@ block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Bloc
 
 /// Says on `log` which arrays are not full, in the order given. True when all are.
 template <typename... Fills>
-bool all_filled(line_log& log, const Fills&... fills) {
+[[nodiscard]] bool all_filled(line_log& log, const Fills&... fills) {
     const auto is_full = [&log](const fill_t& fill) {
         if (fill.count < fill.capacity)
             log.shortage(fill.name, fill.count, fill.capacity, fill.too_few);

@@ -1,5 +1,4 @@
 #include <array>
-#include <new>
 
 #include "formats/scene/block_lines.h"
 #include "formats/scene/block_size.h"
@@ -10,6 +9,7 @@
 #include "model/nurbs/nurbs.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "model/try_allocate.h"
 #include "render/models/glpolygon.h"
 
 namespace ulk3d {
@@ -99,11 +99,8 @@ bool allocate(nurbs_t& nurbs, const opening_t& opening, std::uint64_t rest_of_fi
     if (opening.order1 > highest_order || opening.order2 > highest_order ||
         !is_within_reach(size_of(opening), rest_of_file))
         return false;
-    try {
-        return nurbs.allocate(opening.count1, opening.order1, opening.count2, opening.order2);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return try_allocate(
+        [&] { return nurbs.allocate(opening.count1, opening.order1, opening.count2, opening.order2); });
 }
 
 /// Builds the drawn surface from the tables.

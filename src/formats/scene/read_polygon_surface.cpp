@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <new>
 
 #include "formats/scene/block_lines.h"
 #include "formats/scene/block_size.h"
@@ -11,6 +10,7 @@
 #include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "model/try_allocate.h"
 
 namespace ulk3d {
 
@@ -115,13 +115,8 @@ static_assert(is_prefix_free(polygon_keys));
 /// file or do not fit into memory.
 bool allocate(polygon_t& polygon, std::uint64_t vertices, std::uint64_t elements,
               std::uint64_t rest_of_file) {
-    if (!is_within_reach(size_of(vertices, elements), rest_of_file))
-        return false;
-    try {
-        return polygon.allocate(vertices, elements);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return is_within_reach(size_of(vertices, elements), rest_of_file) &&
+           try_allocate([&] { return polygon.allocate(vertices, elements); });
 }
 
 /// Reads the lines of the block into the mapped arrays; true when all arrays are full.

@@ -48,7 +48,7 @@ struct texture_t;
                                         std::uint64_t& line_counter, text_line_t& line, text_lines& input,
                                         std::ostream& log);
 
-/// True when a block was written; without a cube map there is none.
+/// True when a block was written; without a cube map there is none. Only save_scene calls this.
 bool write_environment(const environment_t& environment, text_output& output);
 
 /// True when a block was written; a surface with a count or an order of zero has none. The tessellation is

@@ -78,7 +78,7 @@ bool text_lines::refill() {
     unread -= std::min<std::uint64_t>(unread, got);
     if (got == 0) {
         unread = 0;
-        file.close();
+        file = {};
     }
     return got > 0;
 }

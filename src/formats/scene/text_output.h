@@ -27,7 +27,8 @@ class text_output {
             flush();
     }
 
-    /// Hands the buffered bytes to the system. False after this or an earlier failure.
+    /// Hands the buffered bytes to the system. False after this or an earlier failure, which `complete` tells
+    /// of as well.
     bool flush();
 
     /// Flushes and closes. True when all bytes have reached the file.

@@ -4,13 +4,13 @@
 #include <array>
 #include <cstring>
 #include <memory>
-#include <new>
 #include <span>
 
 #include "formats/scene/point_fields.h"
 #include "formats/stl/stl_layout.h"
 #include "model/mapped_span.h"
 #include "model/math/vectors.h"
+#include "model/try_allocate.h"
 #include "utils/files/file_descriptor.h"
 
 namespace ulk3d {
@@ -50,11 +50,8 @@ std::uint64_t count_triangles(const file_descriptor& file, std::uint64_t file_si
 }
 
 bool allocate(polygon_t& polygon, std::uint64_t triangle_count) {
-    try {
-        return polygon.allocate(3 * triangle_count, elements_per_triangle * triangle_count);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return try_allocate(
+        [&] { return polygon.allocate(3 * triangle_count, elements_per_triangle * triangle_count); });
 }
 
 /// The frame of a triangle by its winding, not by what the file says.

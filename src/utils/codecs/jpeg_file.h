@@ -28,7 +28,8 @@ struct jpeg_t : image_window_t {
 
 /// Decodes a grey or a colour picture, the latter to RGB, and takes the markers, 4096 at most, into the
 /// record. `pad_x` and `pad_y` add zeroed columns to the right and zeroed rows on top, up to a multiple of
-/// their value; 0 adds none.
+/// their value; 0 adds none; nothing
+/// but tests sets them.
 ///
 /// An error before the pixels gives "<file name>: jpeg decompress fail, stop." and false. One among them, as
 /// the end of a file that was cut, gives "<file name>: jpeg decompress fail, but continue." and true: the

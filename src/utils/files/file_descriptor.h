@@ -10,7 +10,8 @@ class file_descriptor {
   public:
     file_descriptor() = default;
     explicit file_descriptor(int open_descriptor) : descriptor(open_descriptor) {}
-    ~file_descriptor() { close(); }
+    /// Loses what a close would tell.
+    ~file_descriptor() { static_cast<void>(close()); }
     file_descriptor(file_descriptor&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
     file_descriptor& operator=(file_descriptor&& other) noexcept {
         std::swap(descriptor, other.descriptor);
@@ -23,7 +24,7 @@ class file_descriptor {
     void release() { descriptor = -1; }
 
     /// False when the system reports that bytes written before were lost. True when nothing is open.
-    bool close();
+    [[nodiscard]] bool close();
 
   private:
     int descriptor = -1;
@@ -31,9 +32,9 @@ class file_descriptor {
 
 /// Opens a plain file for reading and tells its size in bytes. Not open for a path that does not exist, can
 /// not be read or is no plain file (a directory, a FIFO, a device). Never waits.
-file_descriptor open_plain_file(const char* path, std::uint64_t& size);
+[[nodiscard]] file_descriptor open_plain_file(const char* path, std::uint64_t& size);
 
 /// Reads up to `size` bytes. 0 at the end of the file and after an error.
-std::size_t read_some(const file_descriptor& file, char* target, std::size_t size);
+[[nodiscard]] std::size_t read_some(const file_descriptor& file, char* target, std::size_t size);
 
 }  // namespace libutils
