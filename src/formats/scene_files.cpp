@@ -124,7 +124,7 @@ bool save_model(model_entry_t& entry, const char* path) {
         return save_stl_model(path, entry);
     text_output output(path);
     write_model(entry, path, output);
-    return output.close();
+    return output.complete();
 }
 
 bool save_models(model_list_t& models, const char* path) {
@@ -138,7 +138,7 @@ bool save_models(model_list_t& models, const char* path) {
         if (!output.flush())
             return false;
     }
-    return output.close();
+    return output.complete();
 }
 
 bool save_scene(scene_t& scene, const char* path) {
@@ -152,7 +152,7 @@ bool save_scene(scene_t& scene, const char* path) {
         if (!output.flush())
             return false;
     }
-    return output.close();
+    return output.complete();
 }
 
 }  // namespace ulk3d

@@ -5,7 +5,9 @@
 
 namespace ulk3d {
 
-/// The texture set of one model: what the scene file says, and the GL textures that it became.
+/// What models of both kinds share: the texture set, as the scene file says it, and the GL textures that it
+/// became. A field that both kinds have belongs here, where a NURBS model that becomes a polygon model keeps
+/// it, and its key into formats/scene/shared_keys.cpp.
 struct texture_t {
     std::string texture;         ///< colour map file, relative to the scene file's directory
     std::string bumpmap;         ///< bump map file, likewise

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "gltextures/textures/texture_stores.h"
+#include "utils/codecs/file_forms.h"
 #include "utils/pictures/image_files.h"
 #include "utils/text/paths.h"
 
@@ -21,8 +22,8 @@ std::string problem_of(const std::string& path) {
         return "no such file";
     if (!std::filesystem::is_regular_file(status))
         return "not a file";
-    if (!libutils::is_picture_path(path.c_str()))
-        return "not named .jpg, .bmp, .png or .tga";
+    if (libutils::find_file_form(path.c_str()) == nullptr)
+        return "not named " + libutils::file_form_list();
     if (!std::ifstream(path, std::ios::binary).is_open())
         return "can not be opened";
     return "not a picture that can be read";

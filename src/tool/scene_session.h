@@ -17,7 +17,7 @@ class scene_session_t {
     scene_session_t();
 
     /// Loads a file into `scene`; messages are lines of `log`.
-    bool load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
+    [[nodiscard]] bool load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
 
   private:
     /// Built before everything that needs it.

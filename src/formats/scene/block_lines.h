@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
+#include "formats/scene/key_names.h"
 #include "formats/scene/key_value.h"
 #include "formats/scene/line_log.h"
 #include "formats/scene/text_lines.h"
@@ -42,6 +44,25 @@ constexpr bool is_prefix_free(const std::array<block_key_t<Block>, N>& keys) {
         }
     }
     return true;
+}
+
+/// The keys of two tables in one.
+template <typename Block, std::size_t N, std::size_t M>
+constexpr std::array<block_key_t<Block>, N + M> joined(const std::array<block_key_t<Block>, N>& first,
+                                                       const std::array<block_key_t<Block>, M>& second) {
+    const auto at = [&](std::size_t i) { return i < N ? first[i] : second[i - N]; };
+    return [&]<std::size_t... i>(std::index_sequence<i...>) {
+        return std::array<block_key_t<Block>, N + M>{at(i)...};
+    }
+    (std::make_index_sequence<N + M>());
+}
+
+template <typename Block, std::size_t N>
+key_names_t names_of(const std::array<block_key_t<Block>, N>& keys) {
+    key_names_t names;
+    for (const auto& key : keys)
+        names.push_back(key.name.name());
+    return names;
 }
 
 /// The array that a key fills, null for none. Blocks without arrays say so by `has_arrays`.
@@ -86,7 +107,8 @@ class key_finder {
 /// Hands the value of a line to its key, or says on `log` that there is none. False when the array that the
 /// key fills is full, which is asked first.
 template <typename Block>
-bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line, line_log& log) {
+[[nodiscard]] bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line,
+                                 line_log& log) {
     fill_t* const fill = fill_of(block, key);
     if (fill != nullptr && fill->count >= fill->capacity) {
         log.over_run(fill->full, fill->count);
@@ -126,7 +148,7 @@ block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Bloc
 
 /// Says on `log` which arrays are not full, in the order given. True when all are.
 template <typename... Fills>
-bool all_filled(line_log& log, const Fills&... fills) {
+[[nodiscard]] bool all_filled(line_log& log, const Fills&... fills) {
     const auto is_full = [&log](const fill_t& fill) {
         if (fill.count < fill.capacity)
             log.shortage(fill.name, fill.count, fill.capacity, fill.too_few);

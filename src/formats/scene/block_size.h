@@ -15,7 +15,7 @@ struct block_size_t {
 
 /// True when the rest of a file can fill what a block claims. Arrays of a mebibyte are granted unseen, so
 /// that a small block that lacks some lines hears which ones.
-inline bool is_within_reach(const block_size_t& size, std::uint64_t rest_of_file) {
+[[nodiscard]] inline bool is_within_reach(const block_size_t& size, std::uint64_t rest_of_file) {
     constexpr std::uint64_t granted = std::uint64_t{1} << 20;
     // A last line may lack its line feed.
     return size.arrays <= granted || size.lines <= saturating_sum(rest_of_file, 1);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "formats/scene/field_scanner.h"
+#include "formats/scene/text_output.h"
 #include "model/math/colours.h"
 
 namespace ulk3d {
@@ -33,6 +34,10 @@ col3a read_float_color(field_scanner fields) {
 
 pos3 read_position(field_scanner fields) {
     return {fields.expr(), fields.expr(), fields.expr()};
+}
+
+void write_position(const pos3& position, text_output& output) {
+    output.line("position ", position.x, ',', position.y, ',', position.z);
 }
 
 pos3 read_circle(field_scanner fields) {

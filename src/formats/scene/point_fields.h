@@ -5,6 +5,7 @@
 namespace ulk3d {
 
 class field_scanner;
+class text_output;
 
 /// The colour that a point takes before any colour line was read.
 inline constexpr col3a default_color{0.5F, 0.5F, 0.5F, 1.0F};
@@ -17,6 +18,9 @@ col3a read_float_color(field_scanner fields);
 
 /// x, y, z.
 pos3 read_position(field_scanner fields);
+
+/// The line that `read_position` reads back.
+void write_position(const pos3& position, text_output& output);
 
 /// Radius, angle in degrees, z: see circle_point.
 pos3 read_circle(field_scanner fields);

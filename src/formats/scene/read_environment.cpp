@@ -37,6 +37,10 @@ static_assert(is_prefix_free(environment_keys));
 
 }  // namespace
 
+key_names_t environment_key_names() {
+    return names_of(environment_keys);
+}
+
 bool read_environment(const char* path, environment_t& environment, std::uint64_t& line_counter,
                       text_line_t& line, text_lines& input, std::ostream& log) {
     if (!line.starts_with("begin environment")) {

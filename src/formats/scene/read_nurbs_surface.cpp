@@ -1,16 +1,16 @@
 #include <array>
 #include <cassert>
-#include <new>
 
 #include "formats/scene/block_lines.h"
 #include "formats/scene/block_size.h"
 #include "formats/scene/field_scanner.h"
-#include "formats/scene/point_fields.h"
+#include "formats/scene/point_keys.h"
 #include "formats/scene/scene_text.h"
-#include "formats/scene/texture_keys.h"
+#include "formats/scene/shared_keys.h"
 #include "model/nurbs/nurbs.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "model/try_allocate.h"
 #include "render/models/glpolygon.h"
 
 namespace ulk3d {
@@ -62,8 +62,10 @@ struct nurbs_block {
         points.capacity = nurbs.points.data.size();
     }
 
+    void put_point(const pos3& position) const { nurbs.points.data[points.count] = {position, color}; }
+
     bool read_other(const text_line_t& line, line_log& log) {
-        return read_texture_key(line, surface_block_t::nurbs, texture, log);
+        return read_shared_key(line, surface_block_t::nurbs, texture, log);
     }
 };
 
@@ -73,19 +75,9 @@ void read_resolution(nurbs_block& block, std::string_view value) {
     block.nurbs.resolution2 = fields.uint();
 }
 
-template <col3a (*read)(field_scanner)>
-void read_color(nurbs_block& block, std::string_view value) {
-    block.color = read(field_scanner(value.data()));
-}
-
 template <matrix_t<float> nurbs_t::*table, fill_t nurbs_block::*fill>
 void read_entry(nurbs_block& block, std::string_view value) {
     (block.nurbs.*table).data[(block.*fill).count] = field_scanner(value.data()).dbl();
-}
-
-template <pos3 (*read)(field_scanner)>
-void read_point(nurbs_block& block, std::string_view value) {
-    block.nurbs.points.data[block.points.count] = {read(field_scanner(value.data())), block.color};
 }
 
 constexpr auto read_knot1 = read_entry<&nurbs_t::knot1, &nurbs_block::knots1>;
@@ -93,17 +85,13 @@ constexpr auto read_knot2 = read_entry<&nurbs_t::knot2, &nurbs_block::knots2>;
 constexpr auto read_weight = read_entry<&nurbs_t::weight, &nurbs_block::weights>;
 
 using key = block_key_t<nurbs_block>;
-constexpr std::array nurbs_keys = {
+constexpr std::array own_keys = {
     key{"resolution", ": resolution parm is not set. ", read_resolution},
-    key{"color", ": color parm is not set. ", read_color<read_byte_color>},
-    key{"fcolor", ": fcolor parm is not set. ", read_color<read_float_color>},
     key{"knot1", ": knot1 parm is not set. ", read_knot1, &nurbs_block::knots1},
     key{"knot2", ": knot2 parm is not set. ", read_knot2, &nurbs_block::knots2},
     key{"weight", ": weight parm is not set. ", read_weight, &nurbs_block::weights},
-    key{"position", ": position parm is not set. ", read_point<read_position>, &nurbs_block::points},
-    key{"circle", ": circle parm is not set. ", read_point<read_circle>, &nurbs_block::points},
-    key{"sphere", ": sphere parm is not set. ", read_point<read_sphere>, &nurbs_block::points},
 };
+constexpr auto nurbs_keys = joined(own_keys, point_keys<nurbs_block>);
 static_assert(is_prefix_free(nurbs_keys));
 
 /// Makes the tables for the numbers of the opening line; false when they are out of all proportion to the
@@ -112,11 +100,8 @@ bool allocate(nurbs_t& nurbs, const opening_t& opening, std::uint64_t rest_of_fi
     if (opening.order1 > highest_order || opening.order2 > highest_order ||
         !is_within_reach(size_of(opening), rest_of_file))
         return false;
-    try {
-        return nurbs.allocate(opening.count1, opening.order1, opening.count2, opening.order2);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return try_allocate(
+        [&] { return nurbs.allocate(opening.count1, opening.order1, opening.count2, opening.order2); });
 }
 
 /// Builds the drawn surface from the tables.
@@ -126,6 +111,10 @@ bool build_surface(const char* path, nurbs_t& nurbs, glpolygon_t& glpolygon) {
 }
 
 }  // namespace
+
+key_names_t nurbs_key_names() {
+    return names_of(nurbs_keys);
+}
 
 bool read_nurbs_surface(const char* path, nurbs_t& nurbs, texture_t& texture,
                         [[maybe_unused]] polygon_t& polygon, glpolygon_t& glpolygon,

@@ -1,16 +1,16 @@
 #include <algorithm>
 #include <array>
-#include <new>
 
 #include "formats/scene/block_lines.h"
 #include "formats/scene/block_size.h"
 #include "formats/scene/field_scanner.h"
-#include "formats/scene/point_fields.h"
+#include "formats/scene/point_keys.h"
 #include "formats/scene/scene_text.h"
-#include "formats/scene/texture_keys.h"
+#include "formats/scene/shared_keys.h"
 #include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "model/try_allocate.h"
 
 namespace ulk3d {
 
@@ -44,7 +44,7 @@ struct polygon_block {
     const mapped_arrays& arrays;
     col3a color = default_color;
     txc2 texcoord;
-    fill_t vertices{.full = "polygon vertex", .name = "vertex", .too_few = "too few vertex."};
+    fill_t points{.full = "polygon vertex", .name = "vertex", .too_few = "too few vertex."};
     fill_t elements{.full = "polygon element", .name = "element", .too_few = "too few element."};
     fill_t tangents{.full = "polygon tangent", .name = "tangent", .too_few = "too few tangent."};
     fill_t binormals{.full = "polygon binormal", .name = "binormal", .too_few = "too few binormal."};
@@ -52,18 +52,22 @@ struct polygon_block {
 
     polygon_block(texture_t& surface_texture, const mapped_arrays& mapped)
         : texture(surface_texture), arrays(mapped) {
-        vertices.capacity = arrays.vertices.size();
+        points.capacity = arrays.vertices.size();
         elements.capacity = arrays.elements.size();
         tangents.capacity = binormals.capacity = normals.capacity = arrays.frames.size();
     }
 
+    void put_point(const pos3& position) const {
+        arrays.vertices[points.count] = {position, color, texcoord};
+    }
+
     bool read_other(const text_line_t& line, line_log& log) {
-        return read_texture_key(line, surface_block_t::polygon, texture, log);
+        return read_shared_key(line, surface_block_t::polygon, texture, log);
     }
 
     /// New arrays have undefined contents; what the file has not filled becomes zero.
     void zero_unfilled() const {
-        std::ranges::fill(arrays.vertices.span().subspan(vertices.count), vertex_t{});
+        std::ranges::fill(arrays.vertices.span().subspan(points.count), vertex_t{});
         std::ranges::fill(arrays.elements.span().subspan(elements.count), 0U);
         for (frame_t& frame : arrays.frames.span().subspan(tangents.count))
             frame.tangent = {};
@@ -77,20 +81,9 @@ struct polygon_block {
 /// The mesh has no resolution; files that carry one are fine.
 void ignore_value(polygon_block&, std::string_view) {}
 
-template <col3a (*read)(field_scanner)>
-void read_color(polygon_block& block, std::string_view value) {
-    block.color = read(field_scanner(value.data()));
-}
-
 void read_texcoord(polygon_block& block, std::string_view value) {
     field_scanner fields(value.data());
     block.texcoord = {fields.expr(), fields.expr()};
-}
-
-template <pos3 (*read)(field_scanner)>
-void read_vertex(polygon_block& block, std::string_view value) {
-    block.arrays.vertices[block.vertices.count] = {read(field_scanner(value.data())), block.color,
-                                                   block.texcoord};
 }
 
 void read_element(polygon_block& block, std::string_view value) {
@@ -107,32 +100,23 @@ constexpr auto read_binormal = read_frame<&frame_t::binormal, &polygon_block::bi
 constexpr auto read_normal = read_frame<&frame_t::normal, &polygon_block::normals>;
 
 using key = block_key_t<polygon_block>;
-constexpr std::array polygon_keys = {
+constexpr std::array own_keys = {
     key{"resolution", {}, ignore_value},
-    key{"color", ": color parm is not set. ", read_color<read_byte_color>},
-    key{"fcolor", ": fcolor parm is not set. ", read_color<read_float_color>},
     key{"texcoord", ": texcoord parm is not set. ", read_texcoord},
-    key{"position", ": position parm is not set. ", read_vertex<read_position>, &polygon_block::vertices},
-    key{"circle", ": circle parm is not set. ", read_vertex<read_circle>, &polygon_block::vertices},
-    key{"sphere", ": sphere parm is not set. ", read_vertex<read_sphere>, &polygon_block::vertices},
     key{"element", ": element parm is not set. ", read_element, &polygon_block::elements},
     key{"tangent", ": tangent parm is not set. ", read_tangent, &polygon_block::tangents},
     key{"binormal", ": binormal parm is not set. ", read_binormal, &polygon_block::binormals},
     key{"normal", ": normal parm is not set. ", read_normal, &polygon_block::normals},
 };
+constexpr auto polygon_keys = joined(own_keys, point_keys<polygon_block>);
 static_assert(is_prefix_free(polygon_keys));
 
 /// Makes the arrays for the numbers of the opening line; false when they are out of all proportion to the
 /// file or do not fit into memory.
 bool allocate(polygon_t& polygon, std::uint64_t vertices, std::uint64_t elements,
               std::uint64_t rest_of_file) {
-    if (!is_within_reach(size_of(vertices, elements), rest_of_file))
-        return false;
-    try {
-        return polygon.allocate(vertices, elements);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return is_within_reach(size_of(vertices, elements), rest_of_file) &&
+           try_allocate([&] { return polygon.allocate(vertices, elements); });
 }
 
 /// Reads the lines of the block into the mapped arrays; true when all arrays are full.
@@ -142,13 +126,17 @@ bool fill_arrays(const mapped_arrays& arrays, texture_t& texture, text_line_t& l
     const block_end_t end = read_block_lines(polygon_keys, block, line, input, messages);
     const bool complete =
         end == block_end_t::end_line &&
-        all_filled(messages, block.vertices, block.elements, block.tangents, block.binormals, block.normals);
+        all_filled(messages, block.points, block.elements, block.tangents, block.binormals, block.normals);
     if (!complete)
         block.zero_unfilled();
     return complete;
 }
 
 }  // namespace
+
+key_names_t polygon_key_names() {
+    return names_of(polygon_keys);
+}
 
 bool read_polygon_surface(const char* path, texture_t& texture, polygon_t& polygon,
                           std::uint64_t& line_counter, text_line_t& line, text_lines& input,

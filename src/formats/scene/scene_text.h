@@ -48,7 +48,7 @@ struct texture_t;
                                         std::uint64_t& line_counter, text_line_t& line, text_lines& input,
                                         std::ostream& log);
 
-/// True when a block was written; without a cube map there is none.
+/// True when a block was written; without a cube map there is none. Only save_scene calls this.
 bool write_environment(const environment_t& environment, text_output& output);
 
 /// True when a block was written; a surface with a count or an order of zero has none. The tessellation is
@@ -58,7 +58,8 @@ bool write_nurbs_surface(const nurbs_t& nurbs, text_output& output);
 /// Writes nothing for a model without vertices. The result is false in all cases and tells nothing.
 bool write_polygon_surface(const texture_t& texture, const polygon_t& polygon, text_output& output);
 
-/// The texture keys of a surface block. The settings of a map are written only beside its path. Always true.
+/// The keys that both kinds of surface block share (shared_keys.h). The settings of a map are written only
+/// beside its path. Always true.
 bool write_texture_keys(const texture_t& texture, text_output& output);
 
 }  // namespace ulk3d

@@ -19,7 +19,7 @@ text_lines::text_lines(std::string_view text)
 }
 
 // One byte more than the file lets the read that finds its end go without a larger window.
-text_lines::text_lines(file_descriptor&& source, std::uint64_t size)
+text_lines::text_lines(libutils::file_descriptor&& source, std::uint64_t size)
     : file(std::move(source)),
       unread(size),
       capacity(static_cast<std::size_t>(std::min<std::uint64_t>(size, first_window - 1)) + 1),
@@ -29,7 +29,7 @@ text_lines::text_lines(file_descriptor&& source, std::uint64_t size)
 
 text_lines text_lines::open(const char* path) {
     std::uint64_t size = 0;
-    file_descriptor file = open_plain_file(path, size);
+    libutils::file_descriptor file = libutils::open_plain_file(path, size);
     return text_lines(std::move(file), size);
 }
 
@@ -78,7 +78,7 @@ bool text_lines::refill() {
     unread -= std::min<std::uint64_t>(unread, got);
     if (got == 0) {
         unread = 0;
-        file.close();
+        file = {};
     }
     return got > 0;
 }

@@ -87,10 +87,10 @@ class text_lines {
     std::uint64_t remaining() const { return limit - cursor + unread; }
 
   private:
-    explicit text_lines(file_descriptor&& source, std::uint64_t size);
+    explicit text_lines(libutils::file_descriptor&& source, std::uint64_t size);
     bool refill();
 
-    file_descriptor file;
+    libutils::file_descriptor file;
     std::uint64_t unread = 0;        ///< bytes of the file that are not in the window yet
     std::unique_ptr<char[]> window;  ///< `capacity` bytes and one for a terminator
     std::size_t capacity = 0;

@@ -3,17 +3,14 @@
 namespace ulk3d {
 
 bool text_output::flush() {
-    if (!broken)
-        broken = !write_all(file, buffer.data(), buffer.size());
+    file.write(buffer.data(), buffer.size());
     buffer.clear();
-    return !broken;
+    return !file.failed();
 }
 
-bool text_output::close() {
+bool text_output::complete() {
     flush();
-    if (!file.close())
-        broken = true;
-    return !broken;
+    return file.complete();
 }
 
 }  // namespace ulk3d

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "utils/files/file_descriptor.h"
+#include "utils/files/output_file.h"
 #include "utils/text/numbers.h"
 
 namespace ulk3d {
@@ -15,8 +15,8 @@ namespace ulk3d {
 /// After a failure nothing more is written and `failed` stays true.
 class text_output {
   public:
-    /// Opens the path and truncates what is there; fails at once when that can not be done.
-    explicit text_output(const char* path) : file(create_file(path)), broken(!file.is_open()) {}
+    /// Opens as output_file does; a FIFO needs a reader.
+    explicit text_output(const char* path) : file(path, libutils::fifo_t::needs_reader) {}
 
     /// Writes one line made of texts, characters and numbers.
     template <typename... Pieces>
@@ -27,15 +27,16 @@ class text_output {
             flush();
     }
 
-    /// Hands the buffered bytes to the system. False after this or an earlier failure.
+    /// Hands the buffered bytes to the system. False after this or an earlier failure, which `complete` tells
+    /// of as well.
     bool flush();
 
     /// Flushes and closes. True when all bytes have reached the file.
-    [[nodiscard]] bool close();
+    [[nodiscard]] bool complete();
 
     /// Marks the output as failed: what was to be written is not at hand.
-    void fail() { broken = true; }
-    bool failed() const { return broken; }
+    void fail() { file.fail(); }
+    bool failed() const { return file.failed(); }
 
   private:
     static constexpr std::size_t full = std::size_t{64} * 1024;
@@ -48,9 +49,8 @@ class text_output {
         libutils::append_number(buffer, number);
     }
 
-    file_descriptor file;
+    libutils::output_file file;
     std::string buffer;
-    bool broken;
 };
 
 }  // namespace ulk3d

@@ -1,6 +1,7 @@
 #include <span>
 
 #include "formats/scene/color_writer.h"
+#include "formats/scene/point_fields.h"
 #include "formats/scene/scene_text.h"
 #include "model/nurbs/nurbs.h"
 
@@ -16,7 +17,7 @@ void write_values(std::string_view key, std::span<const float> values, text_outp
 void write_points(std::span<const control_point_t> points, color_writer& colors, text_output& output) {
     for (const control_point_t& point : points) {
         colors.write(point.color, output);
-        output.line("position ", point.position.x, ',', point.position.y, ',', point.position.z);
+        write_position(point.position, output);
     }
 }
 

@@ -1,6 +1,7 @@
 #include <span>
 
 #include "formats/scene/color_writer.h"
+#include "formats/scene/point_fields.h"
 #include "formats/scene/scene_text.h"
 #include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
@@ -14,7 +15,7 @@ void write_vertices(std::span<const vertex_t> vertices, text_output& output) {
     for (const vertex_t& vertex : vertices) {
         colors.write(vertex.color, output);
         output.line("texcoord ", vertex.texcoord.s, ',', vertex.texcoord.t);
-        output.line("position ", vertex.position.x, ',', vertex.position.y, ',', vertex.position.z);
+        write_position(vertex.position, output);
     }
 }
 

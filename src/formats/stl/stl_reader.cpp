@@ -4,16 +4,18 @@
 #include <array>
 #include <cstring>
 #include <memory>
-#include <new>
 #include <span>
 
 #include "formats/scene/point_fields.h"
 #include "formats/stl/stl_layout.h"
 #include "model/mapped_span.h"
 #include "model/math/vectors.h"
+#include "model/try_allocate.h"
 #include "utils/files/file_descriptor.h"
 
 namespace ulk3d {
+
+using libutils::file_descriptor;
 
 namespace {
 
@@ -48,11 +50,8 @@ std::uint64_t count_triangles(const file_descriptor& file, std::uint64_t file_si
 }
 
 bool allocate(polygon_t& polygon, std::uint64_t triangle_count) {
-    try {
-        return polygon.allocate(3 * triangle_count, elements_per_triangle * triangle_count);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return try_allocate(
+        [&] { return polygon.allocate(3 * triangle_count, elements_per_triangle * triangle_count); });
 }
 
 /// The frame of a triangle by its winding, not by what the file says.
@@ -123,7 +122,7 @@ bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangl
 
 bool load_stl(const char* path, scene_t& scene) {
     std::uint64_t file_size = 0;
-    const file_descriptor file = open_plain_file(path, file_size);
+    const file_descriptor file = libutils::open_plain_file(path, file_size);
     if (!file.is_open())
         return false;
     const std::uint64_t triangle_count = count_triangles(file, file_size);

@@ -14,6 +14,8 @@
 
 namespace ulk3d {
 
+using libutils::byte_output;
+
 namespace {
 
 /// The unit normal of a triangle; the zero vector where there is none.
@@ -50,14 +52,14 @@ void write_header(const char* path, byte_output& output) {
 /// place that was left for it.
 template <typename WriteAll>
 bool save_binary(const char* path, WriteAll&& write_all) {
-    byte_output output(path);
+    byte_output output(path, libutils::fifo_t::needs_reader);
     if (!output.is_open())
         return false;
     write_header(path, output);
     std::memset(output.append(sizeof(stl::count_t)), 0, sizeof(stl::count_t));
     const stl::count_t count = write_all(output);
     output.overwrite(stl::header_size, &count, sizeof count);
-    return output.close();
+    return output.complete();
 }
 
 std::string numbers(float x, float y, float z) {
@@ -118,7 +120,7 @@ bool save_stl_ascii(const char* path, const model_list_t& models) {
     }
     // The name is not repeated, the blank before it stays.
     output.line("endsolid ");
-    return output.close();
+    return output.complete();
 }
 
 }  // namespace ulk3d

@@ -4,9 +4,11 @@
 
 #include "model/scene.h"
 
-namespace ulk3d {
-
+namespace libutils {
 class byte_output;
+}
+
+namespace ulk3d {
 
 /// Writes meshes as STL files: the strips unrolled into single triangles, each with the unit normal of its
 /// winding. A NURBS model is written as the mesh that is drawn for it. The models keep their names. A GL
@@ -19,11 +21,11 @@ class byte_output;
 [[nodiscard]] bool save_stl_model(const char* path, const model_entry_t& entry);
 [[nodiscard]] bool save_stl_models(const char* path, const model_list_t& models);
 
-/// The ASCII form of a list.
+/// The ASCII form of a list. No command reaches this: they write the binary form.
 [[nodiscard]] bool save_stl_ascii(const char* path, const model_list_t& models);
 
 /// Writes the records of one mesh's triangles; their number.
-std::uint32_t write_stl_triangles(byte_output& output, const polygon_t& polygon);
+std::uint32_t write_stl_triangles(libutils::byte_output& output, const polygon_t& polygon);
 
 /// (b - a) cross (c - b): towards the side from which a, b, c run counter-clockwise, of any length.
 dir3 triangle_normal(const pos3& a, const pos3& b, const pos3& c);

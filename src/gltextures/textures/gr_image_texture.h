@@ -25,7 +25,7 @@ GLenum internal_format_of(const pixel_source_t& image);
 template <class Parameters, class Size = std::uint32_t>
 class grImageTexture : public grTexturableImageGL {
   public:
-    /// Asks for a compressed internal format.
+    /// Asks for a compressed internal format. No command reaches this.
     void set_compressed(bool value) { compressed = value; }
     /// Asks for mipmaps to be built.
     void set_mipmap(bool value) { mipmap = value; }
@@ -54,7 +54,7 @@ class grImageTexture : public grTexturableImageGL {
 /// Colour of the texels around an image.
 class grBorderColor {
   public:
-    /// Four floats, RGBA, not owned; null for none.
+    /// Four floats, RGBA, not owned; null for none. No command reaches this.
     void set_border_color(const GLfloat* value) { border_color = value; }
 
   protected:

@@ -40,14 +40,15 @@ class grTextureObject : public grTexturableObject {
     /// content uploaded. The binding stays.
     void Set(grTexturableImageGL* content);
 
-    /// True when GL has the texture at hand. A core context has no such question: there, when GL knows it.
-    bool IsResident() const;
+    /// True when GL has the texture at hand. A core context has no such question: there, when GL knows it. No
+    /// command reaches this.
+    [[nodiscard]] bool IsResident() const;
 
-    /// Drops the name; the last one deletes it.
+    /// Drops the name; the last one deletes it. No command reaches this: textures stay.
     void Release();
 
     /// Gives a level to an image unit of the shaders, `access` as glBindImageTexture, and takes it from it.
-    /// Nothing happens where GL has no image units.
+    /// Nothing happens where GL has no image units. No command reaches these two.
     void BindImage(GLuint unit, GLint level, GLenum access) const;
     void UnbindImage(GLuint unit) const;
 
@@ -58,11 +59,11 @@ class grTextureObject : public grTexturableObject {
     /// one of a size without a code, with "grTextureObject::GetTextureImage() img allocate fail." without
     /// memory. True else, also where GL refuses the read: the channel's type, as GL tells it, is asked for as
     /// it is, which only integers and floats can be. Pixels of a wider type than their storage are not read:
-    /// false.
-    static bool GetTextureImage(GLenum target, GLint level, libutils::image2d& image);
+    /// false. No command reaches this or the next one.
+    [[nodiscard]] static bool GetTextureImage(GLenum target, GLint level, libutils::image2d& image);
     /// The same from this object's texture, bound or not; before GL 4.5 it is bound for it and stays so. GL
     /// keeps the read inside of the image: pixels of a wider type are an error of GL, and the result is true.
-    bool GetTextureImage(GLint level, libutils::image2d& image) const;
+    [[nodiscard]] bool GetTextureImage(GLint level, libutils::image2d& image) const;
 
     /// GL name, 0 when there is none.
     GLuint texture_id() const { return name ? name->name : 0; }

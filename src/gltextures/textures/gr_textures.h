@@ -11,6 +11,7 @@
 /// target, as grTextureObject::Set does.
 namespace libgr {
 
+/// No command reaches this.
 class grTexture1D : public grLevelTexture<libutils::image1d, tex_parameters_1d_t, std::uint64_t>,
                     public grBorderColor {
   public:
@@ -47,6 +48,7 @@ class grTexture2D : public grLevelTexture<libutils::image2d, tex_parameters_2d_t
     void upload(transfer_t transfer);
 };
 
+/// No command reaches this.
 class grTexture3D : public grLevelTexture<libutils::image3d, tex_parameters_3d_t>, public grBorderColor {
   public:
     std::uint32_t GetTarget() const override { return 3; }
@@ -78,7 +80,7 @@ class grTextureCubeMap : public grLevelTexture<libutils::image2d, tex_parameters
 
 /// One image, uploaded to GL_TEXTURE_RECTANGLE as it is: no mipmaps, no padding, no border, rows as the
 /// unpack state has them. Its target code is nevertheless that of 2D textures, so its object binds
-/// GL_TEXTURE_2D, and its parameters go there.
+/// GL_TEXTURE_2D, and its parameters go there. No command reaches this.
 class grTextureRectangle : public grImageTexture<tex_parameters_2d_t>, public grBorderColor {
   public:
     std::uint32_t GetTarget() const override { return 2; }

@@ -55,7 +55,7 @@ struct level_place_t {
 /// Uploads one level under the unpack state that is set. Marks tell of GL errors; a compressed image that the
 /// context can not take has a line "error, ARB_texture_compression unsupported when compressed image loading,
 /// skip." on the standard error stream. False when GL has been handed nothing: then, and silently when the
-/// source's bytes end before its pixels do.
+/// source's bytes end before its pixels do. Of use to whom something follows the upload of a whole level.
 bool upload_level(const level_place_t& place, const pixel_source_t& source, const gl_triple_t& triple);
 
 /// Builds the levels of the texture on the host, from one image. Of what GLU does not know, volumes included,

@@ -44,6 +44,7 @@ void upload_levels(const upload_family_t& family, std::span<const pixel_source_t
 /// The same for a cube map: six faces per level, +x, -x, +y, -y, +z, -z. On the way to mipmaps only the first
 /// level is looked at. False when its first face has a format that is not supported; nothing more should be
 /// done to the texture then.
-bool upload_cube_levels(std::span<const pixel_source_t> faces, const upload_settings_t& settings);
+[[nodiscard]] bool upload_cube_levels(std::span<const pixel_source_t> faces,
+                                      const upload_settings_t& settings);
 
 }  // namespace libgr

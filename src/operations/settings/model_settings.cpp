@@ -1,6 +1,6 @@
 #include "operations/settings/model_settings.h"
 
-#include <new>
+#include "model/try_allocate.h"
 
 namespace ulk3d {
 
@@ -14,11 +14,17 @@ void take_names(modeling_t& model, texture_t& texture, const model_names_t& name
 }
 
 void allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
-    try {
-        nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2);
-    } catch (const std::bad_alloc&) {
-        // The model has no tables then, as after any allocation that fails.
-    }
+    // Without memory the model has no tables, which is all that comes of it.
+    static_cast<void>(try_allocate(
+        [&] { return nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2); }));
+}
+
+/// A model without arrays gets new ones, any other keeps what it has.
+bool size_arrays(polygon_t& polygon, const polygon_settings_t& settings, bool is_empty) {
+    return try_allocate([&] {
+        return is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
+                        : polygon.extend(settings.vertex_count, settings.element_count);
+    });
 }
 
 }  // namespace
@@ -38,8 +44,7 @@ void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settin
     if (!is_empty && settings == polygon_settings(entry))
         return;
     take_names(polygon, entry.texture, settings.names);
-    const bool has_arrays = is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
-                                     : polygon.extend(settings.vertex_count, settings.element_count);
+    const bool has_arrays = size_arrays(polygon, settings, is_empty);
     entry.texture.open(polygon.name.c_str());
     if (has_arrays)
         polygon.afterload(polygon.name.c_str());

@@ -83,4 +83,9 @@ struct bmp_save_t {
 /// Writes the headers and the pixels, and never a palette. False when not all of it reached the file.
 [[nodiscard]] bool save(const bmp_save_t& bmp, const char* path);
 
+/// The whole way from a path to an image, and back. `save_bmp` begins with the exchange of channels, and
+/// refuses without a message what has none to exchange.
+[[nodiscard]] bool load_bmp(image2d& image, const char* path);
+[[nodiscard]] bool save_bmp(const image2d& image, const char* path);
+
 }  // namespace libutils

@@ -84,4 +84,9 @@ bool convert(image2d& image, const bmp_file_t& bmp) {
     return true;
 }
 
+bool load_bmp(image2d& image, const char* path) {
+    bmp_file_t bmp;
+    return load(bmp, path) && convert(image, bmp);
+}
+
 }  // namespace libutils

@@ -6,8 +6,9 @@
 
 #include "utils/codecs/bmp_file.h"
 #include "utils/codecs/file_rows.h"
-#include "utils/files/picture_files.h"
+#include "utils/files/byte_output.h"
 #include "utils/memory/byteorder.h"
+#include "utils/pictures/image_transforms.h"
 
 namespace libutils {
 namespace {
@@ -40,17 +41,17 @@ std::uint16_t bit_count_of(const image2d& image) {
     return row != depth_rows.end() ? row->bit_count : std::uint16_t{0};
 }
 
-void put16(std::ofstream& file, std::uint16_t value) {
+void put16(byte_output& file, std::uint16_t value) {
     const std::uint16_t stored = intel_to_host16(value);
-    put_bytes(file, &stored, sizeof stored);
+    file.write(&stored, sizeof stored);
 }
 
-void put32(std::ofstream& file, std::uint32_t value) {
+void put32(byte_output& file, std::uint32_t value) {
     const std::uint32_t stored = intel_to_host32(value);
-    put_bytes(file, &stored, sizeof stored);
+    file.write(&stored, sizeof stored);
 }
 
-void put_info_header(std::ofstream& file, const tagBITMAPINFOHEADER& header) {
+void put_info_header(byte_output& file, const tagBITMAPINFOHEADER& header) {
     put32(file, sizeof header);
     put32(file, static_cast<std::uint32_t>(header.biWidth));
     put32(file, static_cast<std::uint32_t>(header.biHeight));
@@ -93,15 +94,22 @@ bool save(const bmp_save_t& bmp, const char* path) {
     if (bmp.pixels.elements().size() > most_pixel_bytes || !unmap_bytes(window))
         return false;
     const auto pixels = std::as_const(window).elements();
-    std::ofstream file = create_picture(path);
+    byte_output file(path, fifo_t::refuse);
     put16(file, magic);
     put32(file, pixel_offset + static_cast<std::uint32_t>(pixels.size()));
     put16(file, 0);
     put16(file, 0);
     put32(file, pixel_offset);
     put_info_header(file, bmp.info_header);
-    put_bytes(file, pixels.data(), pixels.size());
-    return finish_picture(file);
+    file.write(pixels.data(), pixels.size());
+    return file.complete();
+}
+
+// Grey images too could be stored, but only what has its channels exchanged gets so far.
+bool save_bmp(const image2d& image, const char* path) {
+    image2d bgr;
+    bmp_save_t bmp;
+    return rgb2bgr(bgr, image) && convert(bmp, bgr) && save(bmp, path);
 }
 
 }  // namespace libutils

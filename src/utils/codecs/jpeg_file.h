@@ -28,7 +28,8 @@ struct jpeg_t : image_window_t {
 
 /// Decodes a grey or a colour picture, the latter to RGB, and takes the markers, 4096 at most, into the
 /// record. `pad_x` and `pad_y` add zeroed columns to the right and zeroed rows on top, up to a multiple of
-/// their value; 0 adds none.
+/// their value; 0 adds none; nothing
+/// but tests sets them.
 ///
 /// An error before the pixels gives "<file name>: jpeg decompress fail, stop." and false. One among them, as
 /// the end of a file that was cut, gives "<file name>: jpeg decompress fail, but continue." and true: the
@@ -46,5 +47,9 @@ struct jpeg_t : image_window_t {
 /// Replaces the file at `path` with the encoded bytes. False when there are none or not all of them reached
 /// the file.
 [[nodiscard]] bool save(const jpeg_t& jpeg, const char* path);
+
+/// The whole way from a path to an image, and back with quality 95 and a baseline file.
+[[nodiscard]] bool load_jpeg(image2d& image, const char* path);
+[[nodiscard]] bool save_jpeg(const image2d& image, const char* path);
 
 }  // namespace libutils

@@ -216,4 +216,9 @@ bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x, std::uint32_t
     return true;
 }
 
+bool load_jpeg(image2d& image, const char* path) {
+    jpeg_t jpeg;
+    return load(jpeg, path) && decompress(image, jpeg);
+}
+
 }  // namespace libutils

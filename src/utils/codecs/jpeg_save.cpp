@@ -1,10 +1,6 @@
-#include <unistd.h>
-
-#include <filesystem>
-
 #include "utils/codecs/jpeg_file.h"
 #include "utils/codecs/jpeg_library.h"
-#include "utils/files/picture_files.h"
+#include "utils/files/output_file.h"
 
 // Behind the library's main header, whose structs it needs.
 #include <jerror.h>
@@ -107,15 +103,6 @@ bool encode(compressor_t& compressor, const image2d& image, const jpeg_layout_t&
     return true;
 }
 
-/// A file that an image is mapped from lives on for the image when its name is gone. What is no file, as a
-/// device, keeps its name.
-void remove_file(const char* path) {
-    std::error_code error;
-    const auto type = std::filesystem::symlink_status(path, error).type();
-    if (type == std::filesystem::file_type::regular || type == std::filesystem::file_type::symlink)
-        unlink(path);
-}
-
 }  // namespace
 
 bool compress(jpeg_t& jpeg, const image2d& image, int quality, bool force_baseline) {
@@ -134,10 +121,18 @@ bool save(const jpeg_t& jpeg, const char* path) {
     const auto bytes = jpeg.elements();
     if (bytes.empty())
         return false;
+    // A file that an image is mapped from lives on for the image when its name is gone.
     remove_file(path);
-    std::ofstream file = create_picture(path);
-    put_bytes(file, bytes.data(), bytes.size());
-    return finish_picture(file);
+    output_file file(path, fifo_t::refuse);
+    file.write(bytes.data(), bytes.size());
+    return file.complete();
+}
+
+bool save_jpeg(const image2d& image, const char* path) {
+    constexpr int quality = 95;
+    jpeg_t jpeg;
+    jpeg.filename = path;
+    return compress(jpeg, image, quality, true) && save(jpeg, path);
 }
 
 }  // namespace libutils

@@ -2,6 +2,8 @@
 
 #include <png.h>
 
+#include "utils/files/output_file.h"
+
 namespace libutils {
 
 namespace {
@@ -44,7 +46,15 @@ bool write_png(const char* path, const rgba_picture_t& picture) {
     png_image image = rgba_image();
     image.width = static_cast<png_uint_32>(picture.width);
     image.height = static_cast<png_uint_32>(picture.height);
-    return png_image_write_to_file(&image, path, 0, picture.pixels.data(), 0, nullptr) != 0;
+    output_file file(path, fifo_t::waits_for_reader);
+    if (file.stream() == nullptr)
+        return false;
+    const bool written =
+        png_image_write_to_stdio(&image, file.stream(), 0, picture.pixels.data(), 0, nullptr) != 0;
+    if (written && file.complete())
+        return true;
+    remove_file(path);
+    return false;
 }
 
 }  // namespace libutils

@@ -26,4 +26,8 @@ namespace libutils {
 /// no memory for a copy of pixels that are mapped from a file.
 [[nodiscard]] int write_png_image(const char* path, const image2d& image, const char* title = nullptr);
 
+/// The whole way from a path to an image, and back without a title: true for the result 0.
+[[nodiscard]] bool load_png(image2d& image, const char* path);
+[[nodiscard]] bool save_png(const image2d& image, const char* path);
+
 }  // namespace libutils

@@ -3,8 +3,6 @@
 #include <png.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <vector>
 
 #include "utils/pictures/image2d.h"
@@ -22,24 +20,19 @@ inline constexpr int failed = -4;
 inline constexpr int other_version = -5;
 }  // namespace png_code
 
-struct close_file_t {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using open_file_t = std::unique_ptr<std::FILE, close_file_t>;
-
 /// True when both versions are the same text. If not, three lines on the standard error stream tell them.
 [[nodiscard]] bool same_png_version(const char* header, const char* source);
 
 /// Writes the line of a failed file; the result for it.
-int report_png_failure();
+[[nodiscard]] int report_png_failure();
 
 /// The image's format code for a colour type of the library, and the reverse. False when there is none.
-bool png_colour_to_format(int colour_type, std::uint32_t& format);
-bool png_format_to_colour(std::uint32_t format, int& colour_type);
+[[nodiscard]] bool png_colour_to_format(int colour_type, std::uint32_t& format);
+[[nodiscard]] bool png_format_to_colour(std::uint32_t format, int& colour_type);
 
 /// The image's bit code for the bits of a channel, and the reverse. False when there is none.
-bool png_depth_to_bits(int depth, std::uint32_t& bits);
-bool png_bits_to_depth(std::uint32_t bits, int& depth);
+[[nodiscard]] bool png_depth_to_bits(int depth, std::uint32_t& bits);
+[[nodiscard]] bool png_bits_to_depth(std::uint32_t bits, int& depth);
 
 /// Pointers to the rows of an image that holds its pixels, the top row first.
 std::vector<png_bytep> png_rows(const image2d& image);

@@ -5,10 +5,12 @@
 #include <bit>
 #include <cerrno>
 #include <csetjmp>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 
 #include "utils/codecs/png_image.h"
 #include "utils/codecs/png_library.h"
@@ -28,6 +30,11 @@ constexpr std::uint64_t least_memory = std::uint64_t{16} << 20;
 
 /// PNG has the high byte first.
 const pack_t high_byte_first{std::endian::native == std::endian::little, 4};
+
+struct close_file_t {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using open_file_t = std::unique_ptr<std::FILE, close_file_t>;
 
 open_file_t open_plain_file(const char* path) {
     std::error_code error;
@@ -163,6 +170,10 @@ int read_png_image(image2d& image, const char* path) {
         !read_rows(reader, png_rows(image).data()))
         return report_png_failure();
     return png_code::done;
+}
+
+bool load_png(image2d& image, const char* path) {
+    return read_png_image(image, path) == png_code::done;
 }
 
 }  // namespace libutils

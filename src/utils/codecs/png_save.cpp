@@ -4,7 +4,7 @@
 #include "utils/codecs/file_rows.h"
 #include "utils/codecs/png_image.h"
 #include "utils/codecs/png_library.h"
-#include "utils/files/picture_files.h"
+#include "utils/files/output_file.h"
 
 namespace libutils {
 namespace {
@@ -92,8 +92,8 @@ int write_png_image(const char* path, const image2d& image, const char* title) {
     image2d own = image;
     if (!unmap_bytes(own))
         return png_code::no_file;
-    open_file_t file(is_fifo(path) ? nullptr : std::fopen(path, "wb"));
-    if (file == nullptr)
+    output_file file(path, fifo_t::refuse);
+    if (file.stream() == nullptr)
         return png_code::no_file;
     writer_t writer;
     writer.png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
@@ -102,10 +102,12 @@ int write_png_image(const char* path, const image2d& image, const char* title) {
     writer.info = png_create_info_struct(writer.png);
     if (writer.info == nullptr)
         return png_code::no_info;
-    const bool written = write(writer, file.get(), header, png_rows(own).data());
-    // Only the close tells whether the last bytes have reached the file.
-    const bool closed = std::fclose(file.release()) == 0;
-    return written && closed ? png_code::done : report_png_failure();
+    const bool written = write(writer, file.stream(), header, png_rows(own).data());
+    return written && file.complete() ? png_code::done : report_png_failure();
+}
+
+bool save_png(const image2d& image, const char* path) {
+    return write_png_image(path, image) == png_code::done;
 }
 
 }  // namespace libutils

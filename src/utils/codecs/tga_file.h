@@ -53,4 +53,8 @@ struct tga_t {
 /// follows it. False when an array does not fit its fields or not all of it reached the file.
 [[nodiscard]] bool save(const tga_t& tga, const char* path);
 
+/// The whole way from a path to an image, and back.
+[[nodiscard]] bool load_tga(image2d& image, const char* path);
+[[nodiscard]] bool save_tga(const image2d& image, const char* path);
+
 }  // namespace libutils

@@ -119,4 +119,9 @@ bool convert(image2d& image, const tga_t& tga) {
     return false;
 }
 
+bool load_tga(image2d& image, const char* path) {
+    tga_t tga;
+    return load(tga, path) && convert(image, tga);
+}
+
 }  // namespace libutils

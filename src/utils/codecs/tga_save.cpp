@@ -4,7 +4,7 @@
 
 #include "utils/codecs/file_rows.h"
 #include "utils/codecs/tga_file.h"
-#include "utils/files/picture_files.h"
+#include "utils/files/byte_output.h"
 #include "utils/pictures/image_transforms.h"
 
 namespace libutils {
@@ -44,16 +44,16 @@ bool set_map_fields(tga_t& tga) {
     return true;
 }
 
-void put8(std::ostream& file, std::uint8_t value) {
-    file.put(static_cast<char>(value));
+void put8(byte_output& file, std::uint8_t value) {
+    file.write(&value, sizeof value);
 }
 
-void put16(std::ostream& file, std::uint16_t value) {
+void put16(byte_output& file, std::uint16_t value) {
     put8(file, static_cast<std::uint8_t>(value & 0xFF));
     put8(file, static_cast<std::uint8_t>(value >> 8));
 }
 
-void put_header(std::ostream& file, const tga_t& tga) {
+void put_header(byte_output& file, const tga_t& tga) {
     put8(file, tga.id_length);
     put8(file, tga.colour_map_type);
     put8(file, tga.image_type);
@@ -92,12 +92,17 @@ bool save(const tga_t& tga, const char* path) {
         return false;
     written.id_length = static_cast<std::uint8_t>(tga.id.size());
     const auto pixels = std::as_const(written.pixels).elements();
-    std::ofstream file = create_picture(path);
+    byte_output file(path, fifo_t::refuse);
     put_header(file, written);
-    put_bytes(file, written.id.data(), written.id.size());
-    put_bytes(file, written.colour_map.data(), written.colour_map.size());
-    put_bytes(file, pixels.data(), pixels.size());
-    return finish_picture(file);
+    file.write(written.id.data(), written.id.size());
+    file.write(written.colour_map.data(), written.colour_map.size());
+    file.write(pixels.data(), pixels.size());
+    return file.complete();
+}
+
+bool save_tga(const image2d& image, const char* path) {
+    tga_t tga;
+    return convert(tga, image) && save(tga, path);
 }
 
 }  // namespace libutils

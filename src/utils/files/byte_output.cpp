@@ -1,26 +1,31 @@
 #include "utils/files/byte_output.h"
 
-namespace ulk3d {
+#include <cstring>
 
-byte_output::byte_output(const char* path) : file(create_file(path)), broken(!file.is_open()) {}
+namespace libutils {
+
+void byte_output::write(const void* data, std::size_t size) {
+    if (size > capacity) {
+        flush();
+        file.write(data, size);
+    } else if (size != 0) {
+        std::memcpy(append(size), data, size);
+    }
+}
 
 void byte_output::overwrite(std::uint64_t offset, const void* data, std::size_t size) {
     flush();
-    if (!broken)
-        broken = !write_all_at(file, data, size, offset);
+    file.overwrite(offset, data, size);
 }
 
-bool byte_output::close() {
+bool byte_output::complete() {
     flush();
-    if (!file.close())
-        broken = true;
-    return !broken;
+    return file.complete();
 }
 
 void byte_output::flush() {
-    if (!broken)
-        broken = !write_all(file, buffer.get(), used);
+    file.write(buffer.get(), used);
     used = 0;
 }
 
-}  // namespace ulk3d
+}  // namespace libutils

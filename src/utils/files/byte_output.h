@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <memory>
 
-#include "utils/files/file_descriptor.h"
+#include "utils/files/output_file.h"
 
-namespace ulk3d {
+namespace libutils {
 
 /// Writes the bytes of a binary file through one buffer.
 ///
@@ -16,8 +16,8 @@ class byte_output {
     /// The most bytes that one call of `append` takes.
     static constexpr std::size_t capacity = std::size_t{128} * 1024;
 
-    /// Opens the path and truncates what is there; fails at once when that can not be done.
-    explicit byte_output(const char* path);
+    /// Opens as output_file does.
+    byte_output(const char* path, fifo_t fifo) : file(path, fifo) {}
 
     bool is_open() const { return file.is_open(); }
 
@@ -30,23 +30,25 @@ class byte_output {
         return room;
     }
 
+    /// Writes bytes, any number of them.
+    void write(const void* data, std::size_t size);
+
     /// Writes over bytes that were appended before. A file in which one can not go back fails.
     void overwrite(std::uint64_t offset, const void* data, std::size_t size);
 
     /// Hands the rest to the system and closes. True when all bytes have reached the file.
-    [[nodiscard]] bool close();
+    [[nodiscard]] bool complete();
 
     /// Marks the output as failed: what was to be written is not at hand.
-    void fail() { broken = true; }
-    bool failed() const { return broken; }
+    void fail() { file.fail(); }
+    bool failed() const { return file.failed(); }
 
   private:
     void flush();
 
-    file_descriptor file;
+    output_file file;
     std::unique_ptr<char[]> buffer = std::make_unique_for_overwrite<char[]>(capacity);
     std::size_t used = 0;
-    bool broken;
 };
 
-}  // namespace ulk3d
+}  // namespace libutils

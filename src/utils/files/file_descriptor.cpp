@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-namespace ulk3d {
+namespace libutils {
 
 bool file_descriptor::close() {
     const int closing = std::exchange(descriptor, -1);
@@ -24,15 +24,6 @@ file_descriptor open_plain_file(const char* path, std::uint64_t& size) {
     return file;
 }
 
-file_descriptor create_file(const char* path) {
-    constexpr mode_t rights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    file_descriptor file(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, rights));
-    // A FIFO that has a reader may be waited for: the reader takes the bytes at its own pace.
-    if (file.is_open())
-        ::fcntl(file.get(), F_SETFL, ::fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
-    return file;
-}
-
 std::size_t read_some(const file_descriptor& file, char* target, std::size_t size) {
     for (;;) {
         const ssize_t got = ::read(file.get(), target, size);
@@ -43,37 +34,4 @@ std::size_t read_some(const file_descriptor& file, char* target, std::size_t siz
     }
 }
 
-namespace {
-
-/// Writes all bytes by a call that takes a part of them: `write_part(data, size)`, with the result of
-/// ::write.
-template <typename WritePart>
-bool write_parts(const char* data, std::size_t size, WritePart&& write_part) {
-    while (size > 0) {
-        const ssize_t taken = write_part(data, size);
-        if (taken < 0 && errno == EINTR)
-            continue;
-        if (taken <= 0)
-            return false;
-        data += taken;
-        size -= static_cast<std::size_t>(taken);
-    }
-    return true;
-}
-
-}  // namespace
-
-bool write_all(const file_descriptor& file, const char* data, std::size_t size) {
-    return write_parts(data, size, [&](const char* part, std::size_t part_size) {
-        return ::write(file.get(), part, part_size);
-    });
-}
-
-bool write_all_at(const file_descriptor& file, const void* data, std::size_t size, std::uint64_t offset) {
-    const char* const first = static_cast<const char*>(data);
-    return write_parts(first, size, [&](const char* part, std::size_t part_size) {
-        return ::pwrite(file.get(), part, part_size, static_cast<off_t>(offset) + (part - first));
-    });
-}
-
-}  // namespace ulk3d
+}  // namespace libutils

@@ -3,14 +3,15 @@
 #include <cstdint>
 #include <utility>
 
-namespace ulk3d {
+namespace libutils {
 
 /// Owner of an open file of the system. Not open after a failed open or after `close`.
 class file_descriptor {
   public:
     file_descriptor() = default;
     explicit file_descriptor(int open_descriptor) : descriptor(open_descriptor) {}
-    ~file_descriptor() { close(); }
+    /// Loses what a close would tell.
+    ~file_descriptor() { static_cast<void>(close()); }
     file_descriptor(file_descriptor&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
     file_descriptor& operator=(file_descriptor&& other) noexcept {
         std::swap(descriptor, other.descriptor);
@@ -19,9 +20,11 @@ class file_descriptor {
 
     bool is_open() const { return descriptor >= 0; }
     int get() const { return descriptor; }
+    /// Leaves the open file to someone else.
+    void release() { descriptor = -1; }
 
     /// False when the system reports that bytes written before were lost. True when nothing is open.
-    bool close();
+    [[nodiscard]] bool close();
 
   private:
     int descriptor = -1;
@@ -29,21 +32,9 @@ class file_descriptor {
 
 /// Opens a plain file for reading and tells its size in bytes. Not open for a path that does not exist, can
 /// not be read or is no plain file (a directory, a FIFO, a device). Never waits.
-file_descriptor open_plain_file(const char* path, std::uint64_t& size);
-
-/// Opens a path for writing and truncates what is there; a new file gets the usual rights. Never waits for a
-/// reader at the other end of a FIFO.
-file_descriptor create_file(const char* path);
+[[nodiscard]] file_descriptor open_plain_file(const char* path, std::uint64_t& size);
 
 /// Reads up to `size` bytes. 0 at the end of the file and after an error.
-std::size_t read_some(const file_descriptor& file, char* target, std::size_t size);
+[[nodiscard]] std::size_t read_some(const file_descriptor& file, char* target, std::size_t size);
 
-/// Writes all bytes. False when the system did not take them all.
-[[nodiscard]] bool write_all(const file_descriptor& file, const char* data, std::size_t size);
-
-/// Writes all bytes over those at `offset`; the next `write_all` goes on where the last one ended. False also
-/// where there is no going back, as in a FIFO.
-[[nodiscard]] bool write_all_at(const file_descriptor& file, const void* data, std::size_t size,
-                                std::uint64_t offset);
-
-}  // namespace ulk3d
+}  // namespace libutils

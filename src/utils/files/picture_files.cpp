@@ -26,27 +26,4 @@ bool map_picture(const char* path, image_window_t& bytes) {
     return true;
 }
 
-bool is_fifo(const char* path) {
-    std::error_code error;
-    return std::filesystem::is_fifo(path, error);
-}
-
-std::ofstream create_picture(const char* path) {
-    std::ofstream file;
-    if (is_fifo(path))
-        file.setstate(std::ios::failbit);
-    else
-        file.open(path, std::ios::binary | std::ios::trunc);
-    return file;
-}
-
-void put_bytes(std::ofstream& file, const void* bytes, std::uint64_t count) {
-    file.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(count));
-}
-
-bool finish_picture(std::ofstream& file) {
-    file.close();
-    return file.good();
-}
-
 }  // namespace libutils

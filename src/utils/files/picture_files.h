@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fstream>
-
 #include "utils/pictures/image_window.h"
 
 namespace libutils {
@@ -15,17 +13,5 @@ namespace libutils {
 /// A path that leads to no plain file gives the line "<path>: file stat failed." on the standard error
 /// stream, a file that may not be read "<path>: file load failed."; the result is false then.
 [[nodiscard]] bool map_picture(const char* path, image_window_t& bytes);
-
-/// True for a FIFO, whose opening would wait for a reader: no place for a picture.
-[[nodiscard]] bool is_fifo(const char* path);
-
-/// Opens a path for writing and truncates what is there. The stream has failed when that can not be done.
-[[nodiscard]] std::ofstream create_picture(const char* path);
-
-/// Writes bytes, any number of them.
-void put_bytes(std::ofstream& file, const void* bytes, std::uint64_t count);
-
-/// Closes the file; true when all that was written has reached it.
-[[nodiscard]] bool finish_picture(std::ofstream& file);
 
 }  // namespace libutils

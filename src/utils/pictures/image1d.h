@@ -7,7 +7,7 @@
 
 namespace libutils {
 
-/// One row of pixels: image2d with a dimension less.
+/// One row of pixels: image2d with a dimension less. No command reaches this: it is for grTexture1D.
 class image1d : public image_window_t {
   public:
     std::uint32_t format = 0;

@@ -70,7 +70,7 @@ class image2d : public image_window_t {
 
     /// Becomes a view of the `w` by `h` pixels of `image` from column `x` and row `y` on, cut to what there
     /// is to the right and above; the bytes are shared. False, and nothing changes, for a compressed image
-    /// and for a corner outside of it.
+    /// and for a corner outside of it. No command reaches this.
     [[nodiscard]] bool subimage(const image2d& image, std::uint32_t x, std::uint32_t y, std::uint32_t w,
                                 std::uint32_t h);
 

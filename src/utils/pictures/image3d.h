@@ -7,7 +7,7 @@
 
 namespace libutils {
 
-/// Pictures behind each other: image2d with a dimension more.
+/// Pictures behind each other: image2d with a dimension more. No command reaches this: it is for grTexture3D.
 class image3d : public image_window_t {
   public:
     std::uint32_t format = 0;

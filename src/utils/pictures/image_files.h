@@ -2,11 +2,9 @@
 
 #include "utils/pictures/image2d.h"
 
-/// Images in files, by the extension of the path, in any case of letters: ".jpg", ".bmp", ".png", ".tga".
+/// Images in files, by the extension of the path, in any case of letters: the forms of
+/// utils/codecs/file_forms.h.
 namespace libutils {
-
-/// Whether the extension of a path is one of these.
-bool is_picture_path(const char* path);
 
 /// Reads a picture. An image of palette indices is expanded to RGB; all else comes as its codec makes it:
 /// grey, grey with alpha, RGB, RGBA, BGR or BGRA.
@@ -15,11 +13,11 @@ bool is_picture_path(const char* path);
 /// load fail, fname=<path>" on the standard error stream. The image then keeps what has been set so far.
 [[nodiscard]] bool autoloadformat(image2d& image, const char* path);
 
-/// Writes a picture; what each form can store its codec tells. A PNG file of a format that has no place in
-/// one is not written, and the result is true.
+/// Writes a picture; what each form can store its codec tells. No command reaches this: pictures are only
+/// read. A PNG file of a format that has no place in one is not written, and the result is true.
 ///
-/// False when the codec fails or refuses, and for another extension, with the line "autosaveformat load fail,
-/// fname=<path>" on the standard error stream.
+/// False when the codec fails or refuses, and for an extension that is not written, with the line
+/// "autosaveformat load fail, fname=<path>" on the standard error stream.
 [[nodiscard]] bool autosaveformat(const image2d& image, const char* path);
 
 }  // namespace libutils

@@ -25,8 +25,8 @@ inline void set_header(image2d& target, std::uint32_t format, std::uint32_t type
     target.palette = {};
 }
 
-/// What a refused transform leaves.
-inline bool refuse(image2d& target, const image2d& source) {
+/// What a refused transform leaves, and its result.
+[[nodiscard]] inline bool refuse(image2d& target, const image2d& source) {
     target = source;
     return false;
 }

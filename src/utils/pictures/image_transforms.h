@@ -12,6 +12,9 @@
 /// refused, which an image is too whose window does not hold its pixels, gives false and a target that is a
 /// shallow copy of the source, so that a caller who goes on by mistake sees the source. A message, where one
 /// is told, is a line on the standard error stream.
+///
+/// No command reaches `scaledown`, `rotate`, `tight_copy`, `fill_colour`, `add_colour` and
+/// `normalization_cube`.
 namespace libutils {
 
 /// RGB becomes BGR, RGBA becomes BGRA; integers of 8 bits only. No message.

@@ -22,7 +22,7 @@ struct path_parts_t {
 };
 
 /// The place in `path` behind its last separator; `path` itself when there is none or when the only one is
-/// its first character ("/name" stays whole).
+/// its first character ("/name" stays whole). No command reaches this.
 const char* basename(const char* path);
 
 /// The directory of `path`, up to and including its last separator; empty when there is none.
@@ -48,7 +48,7 @@ void makepath(std::string& target, const char* drive, const char* directory, con
               const char* extension);
 void makepath(std::string& target, const path_parts_t& parts);
 
-/// A copy of `path` with every `/` replaced by `\`.
+/// A copy of `path` with every `/` replaced by `\`. No command reaches this.
 std::string tobackslash(const char* path);
 
 }  // namespace libutils

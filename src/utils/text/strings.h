@@ -21,6 +21,8 @@ int has_extension(std::string_view string, std::string_view extension);
 int has_extension(const char* string, std::size_t length, const char* extension,
                   std::size_t extension_length);
 
+// No command reaches what follows.
+
 /// Removes all trailing CR and LF.
 void chomp(std::string& string);
 

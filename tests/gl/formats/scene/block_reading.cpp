@@ -46,7 +46,7 @@ std::string written(Write&& write) {
     const std::string path = folder.path("block");
     text_output output(path.c_str());
     write(output);
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     return read_file(path);
 }
 

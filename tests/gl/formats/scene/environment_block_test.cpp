@@ -42,7 +42,7 @@ std::string written(const environment_t& environment, bool expected) {
     const std::string path = folder.path("block");
     text_output output(path.c_str());
     EXPECT_EQ(write_environment(environment, output), expected);
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     return ulk_test::read_file(path);
 }
 

@@ -241,10 +241,10 @@ TEST_F(StlWriter, ManyTrianglesPassThroughTheBuffer) {
 TEST_F(StlWriter, WriteTrianglesTellsTheirNumber) {
     const auto entry = model_of({0, 1, 2, 3, mark, 1, 4, 3});
     const std::string path = folder.path("records");
-    byte_output output(path.c_str());
+    libutils::byte_output output(path.c_str(), libutils::fifo_t::needs_reader);
     EXPECT_EQ(write_stl_triangles(output, entry->polygon), 3U);
     EXPECT_EQ(write_stl_triangles(output, model_of({0, 1})->polygon), 0U);
-    ASSERT_TRUE(output.close());
+    ASSERT_TRUE(output.complete());
     EXPECT_EQ(read_file(path), stl_record(written(places[0], places[1], places[2])) +
                                    stl_record(written(places[2], places[1], places[3])) +
                                    stl_record(written(places[1], places[4], places[3])));

@@ -82,6 +82,6 @@ TEST(ColorWriter, WritesChangesOnly) {
     colors.write({1, 0, 0, 1}, output);
     colors.write({1, 0, 0, 0}, output);
     colors.write(default_color, output);
-    ASSERT_TRUE(output.close());
+    ASSERT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), "color 255,0,0,255\r\ncolor 255,0,0,0\r\ncolor 128,128,128,255\r\n");
 }

@@ -18,7 +18,7 @@ TEST(TextOutput, LinesEndInCarriageReturnAndLineFeed) {
     output.line("first");
     output.line();
     output.line("a", ',', std::string("b"));
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), "first\r\n\r\na,b\r\n");
 }
 
@@ -33,7 +33,7 @@ TEST(TextOutput, NumbersHaveTheDefaultFormInEveryLocale) {
         output.line(1.0F / 3, ' ', 1e6F, ' ', 1234567.0F, ' ', 0.1F, ' ', -0.0F, ' ', std::nanf(""), ' ',
                     INFINITY);
         output.line(4294967295U, ' ', std::uint64_t{1234567}, ' ', -1);
-        ASSERT_TRUE(output.close());
+        ASSERT_TRUE(output.complete());
         EXPECT_EQ(ulk_test::read_file(path),
                   "0.333333 1e+06 1.23457e+06 0.1 -0 nan inf\r\n4294967295 1234567 -1\r\n")
             << name;
@@ -45,7 +45,7 @@ TEST(TextOutput, TruncatesWhatWasThere) {
     const std::string path = folder.write("text", "a longer text than the new one");
     text_output output(path.c_str());
     output.line("new");
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), "new\r\n");
 }
 
@@ -58,7 +58,7 @@ TEST(TextOutput, ManyLinesPassThroughTheBuffer) {
         output.line("line ", i);
         expected += "line " + std::to_string(i) + "\r\n";
     }
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), expected);
 }
 
@@ -71,7 +71,7 @@ TEST(TextOutput, APathThatCanNotBeOpenedFailsAtOnce) {
         EXPECT_TRUE(output.failed()) << path;
         output.line("text");
         EXPECT_FALSE(output.flush()) << path;
-        EXPECT_FALSE(output.close()) << path;
+        EXPECT_FALSE(output.complete()) << path;
     }
 }
 
@@ -81,13 +81,13 @@ TEST(TextOutput, AFullDiskIsSeenAtTheFlush) {
     EXPECT_FALSE(output.failed());
     EXPECT_FALSE(output.flush());
     EXPECT_TRUE(output.failed());
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }
 
 TEST(TextOutput, AFullDiskIsSeenAtTheClose) {
     text_output output("/dev/full");
     output.line("text");
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }
 
 TEST(TextOutput, AFullDiskIsSeenWhenTheBufferRunsOver) {
@@ -102,5 +102,5 @@ TEST(TextOutput, StaysFailedWhenMarkedSo) {
     text_output output(folder.path("text").c_str());
     output.fail();
     EXPECT_FALSE(output.flush());
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "unit/utils/codecs/codec_test.h"
-#include "utils/codecs/image_codecs.h"
+#include "utils/codecs/file_forms.h"
 
 #include "support/places.h"
 
@@ -16,18 +16,7 @@ namespace {
 
 bool read_file_of_any_form(image2d& image, const std::string& name) {
     const std::string path = test_data_folder() + "/images/" + name;
-    if (name.ends_with(".png"))
-        return read_png_image(image, path.c_str()) == 0;
-    if (name.ends_with(".jpg")) {
-        jpeg_t jpeg;
-        return load(jpeg, path.c_str()) && decompress(image, jpeg);
-    }
-    if (name.ends_with(".tga")) {
-        tga_t tga;
-        return load(tga, path.c_str()) && convert(image, tga);
-    }
-    bmp_file_t bmp;
-    return load(bmp, path.c_str()) && convert(image, bmp);
+    return find_file_form(path.c_str())->load(image, path.c_str());
 }
 
 using colour_t = std::array<int, 4>;

@@ -11,7 +11,8 @@
 
 #include "support/scene_text.h"
 
-using ulk3d::byte_output;
+using libutils::byte_output;
+using libutils::fifo_t;
 
 namespace {
 
@@ -24,18 +25,18 @@ void append(byte_output& output, std::string_view bytes) {
 TEST(ByteOutput, TruncatesWhatWasThere) {
     const ulk_test::temporary_folder_t folder;
     const std::string path = folder.write("file", "a longer text than the new one");
-    byte_output output(path.c_str());
+    byte_output output(path.c_str(), fifo_t::needs_reader);
     EXPECT_TRUE(output.is_open());
     append(output, std::string_view("n\0w", 3));
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), std::string("n\0w", 3));
 }
 
 TEST(ByteOutput, NothingAppendedIsAnEmptyFile) {
     const ulk_test::temporary_folder_t folder;
     const std::string path = folder.path("file");
-    byte_output output(path.c_str());
-    EXPECT_TRUE(output.close());
+    byte_output output(path.c_str(), fifo_t::needs_reader);
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), "");
 }
 
@@ -43,7 +44,7 @@ TEST(ByteOutput, PiecesOfAllSizesPassThroughTheBuffer) {
     const ulk_test::temporary_folder_t folder;
     const std::string path = folder.path("file");
     std::string expected;
-    byte_output output(path.c_str());
+    byte_output output(path.c_str(), fifo_t::needs_reader);
     for (std::size_t i = 0; i < 2000; ++i) {
         const std::string piece(i * i % 997, static_cast<char>('a' + i % 26));
         append(output, piece);
@@ -52,21 +53,21 @@ TEST(ByteOutput, PiecesOfAllSizesPassThroughTheBuffer) {
     const std::string whole(byte_output::capacity, 'w');
     append(output, whole);
     append(output, "end");
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), expected + whole + "end");
 }
 
 TEST(ByteOutput, OverwritesWhatStandsInTheBufferAndWhatHasLeftIt) {
     const ulk_test::temporary_folder_t folder;
     const std::string path = folder.path("file");
-    byte_output output(path.c_str());
+    byte_output output(path.c_str(), fifo_t::needs_reader);
     append(output, "0123456789");
     output.overwrite(2, "ab", 2);
     append(output, std::string(byte_output::capacity, 'x'));
     append(output, "tail");
     output.overwrite(4, "cd", 2);
     append(output, "!");
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     EXPECT_EQ(ulk_test::read_file(path), "01abcd6789" + std::string(byte_output::capacity, 'x') + "tail!");
 }
 
@@ -75,27 +76,27 @@ TEST(ByteOutput, APathThatCanNotBeOpenedFailsAtOnce) {
     const std::string fifo = folder.path("fifo");
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     for (const std::string& path : {folder.path("missing/file"), folder.path(""), fifo, std::string()}) {
-        byte_output output(path.c_str());
+        byte_output output(path.c_str(), fifo_t::needs_reader);
         EXPECT_FALSE(output.is_open()) << path;
         EXPECT_TRUE(output.failed()) << path;
         append(output, "bytes");
-        EXPECT_FALSE(output.close()) << path;
+        EXPECT_FALSE(output.complete()) << path;
     }
 }
 
 TEST(ByteOutput, AFullDiskIsSeenAtTheClose) {
-    byte_output output("/dev/full");
+    byte_output output("/dev/full", fifo_t::needs_reader);
     append(output, "bytes");
     EXPECT_FALSE(output.failed());
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }
 
 TEST(ByteOutput, AFullDiskIsSeenWhenTheBufferRunsOver) {
-    byte_output output("/dev/full");
+    byte_output output("/dev/full", fifo_t::needs_reader);
     append(output, "bytes");
     append(output, std::string(byte_output::capacity, 'x'));
     EXPECT_TRUE(output.failed());
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }
 
 TEST(ByteOutput, ACloseThatFailsIsAFailure) {
@@ -104,10 +105,10 @@ TEST(ByteOutput, ACloseThatFailsIsAFailure) {
     const int next = ::open("/dev/null", O_RDONLY);
     ASSERT_GE(next, 0);
     ::close(next);
-    byte_output output(folder.path("file").c_str());
+    byte_output output(folder.path("file").c_str(), fifo_t::needs_reader);
     ASSERT_TRUE(output.is_open());
     ASSERT_EQ(::close(next), 0);
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }
 
 TEST(ByteOutput, OneCanNotGoBackInAPipe) {
@@ -116,17 +117,17 @@ TEST(ByteOutput, OneCanNotGoBackInAPipe) {
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     const int reader = ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
-    byte_output output(fifo.c_str());
+    byte_output output(fifo.c_str(), fifo_t::needs_reader);
     append(output, "bytes");
     output.overwrite(0, "B", 1);
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
     ::close(reader);
 }
 
 TEST(ByteOutput, StaysFailedWhenMarkedSo) {
     const ulk_test::temporary_folder_t folder;
-    byte_output output(folder.path("file").c_str());
+    byte_output output(folder.path("file").c_str(), fifo_t::needs_reader);
     output.fail();
     EXPECT_TRUE(output.failed());
-    EXPECT_FALSE(output.close());
+    EXPECT_FALSE(output.complete());
 }

@@ -1,4 +1,4 @@
-#include "formats/scene/texture_keys.h"
+#include "formats/scene/shared_keys.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ reading_t read(const std::string& text, surface_block_t block = surface_block_t:
     std::uint64_t counter = 17;
     line_log messages(log, counter);
     const text_line_t line{text.c_str(), text.size()};
-    result.is_key = read_texture_key(line, block, result.texture, messages);
+    result.is_key = read_shared_key(line, block, result.texture, messages);
     result.messages = log.str();
     return result;
 }
@@ -43,7 +43,7 @@ std::string written(const texture_t& texture) {
     const std::string path = folder.path("keys");
     text_output output(path.c_str());
     EXPECT_TRUE(write_texture_keys(texture, output));
-    EXPECT_TRUE(output.close());
+    EXPECT_TRUE(output.complete());
     return ulk_test::read_file(path);
 }
 
@@ -71,7 +71,7 @@ const missing_row missing_rows[] = {
 
 }  // namespace
 
-TEST(TextureKeys, AMissingValueIsAMessageWithTheWholeLine) {
+TEST(SharedKeys, AMissingValueIsAMessageWithTheWholeLine) {
     for (const missing_row& row : missing_rows) {
         for (const std::string& line : {std::string(row.key), std::string(row.key) + "\r"}) {
             const reading_t in_nurbs = read(line, surface_block_t::nurbs);
@@ -84,7 +84,7 @@ TEST(TextureKeys, AMissingValueIsAMessageWithTheWholeLine) {
     }
 }
 
-TEST(TextureKeys, PathsAreTheRestOfTheLineLessOneCarriageReturn) {
+TEST(SharedKeys, PathsAreTheRestOfTheLineLessOneCarriageReturn) {
     const struct {
         const char* key;
         std::string texture_t::*field;
@@ -110,13 +110,13 @@ TEST(TextureKeys, PathsAreTheRestOfTheLineLessOneCarriageReturn) {
     }
 }
 
-TEST(TextureKeys, APathWithoutAValueKeepsTheOldOne) {
+TEST(SharedKeys, APathWithoutAValueKeepsTheOldOne) {
     texture_t before;
     before.texture = "old.png";
     EXPECT_EQ(read("texture", surface_block_t::polygon, before).texture.texture, "old.png");
 }
 
-TEST(TextureKeys, FlagsAreTrueOrANumber) {
+TEST(SharedKeys, FlagsAreTrueOrANumber) {
     const struct {
         const char* key;
         bool texture_t::*field;
@@ -141,13 +141,13 @@ TEST(TextureKeys, FlagsAreTrueOrANumber) {
     }
 }
 
-TEST(TextureKeys, FactorsAreExpressions) {
+TEST(SharedKeys, FactorsAreExpressions) {
     EXPECT_EQ(read("refractfactor 1/4").texture.refractfactor, 0.25F);
     EXPECT_EQ(read("aniso 2*(1+3)))\r").texture.aniso, 8.0F);
     EXPECT_EQ(read("aniso ").texture.aniso, 0.0F);
 }
 
-TEST(TextureKeys, TexfilterSetsThreeFlags) {
+TEST(SharedKeys, TexfilterSetsThreeFlags) {
     const texture_t texture = read("texfilter false,0,false").texture;
     EXPECT_FALSE(texture.mipmap);
     EXPECT_FALSE(texture.nearlinear);
@@ -158,7 +158,7 @@ TEST(TextureKeys, TexfilterSetsThreeFlags) {
     EXPECT_FALSE(mixed.maglinear);
 }
 
-TEST(TextureKeys, TexfilterWithoutACommaKeepsWhatItHasSet) {
+TEST(SharedKeys, TexfilterWithoutACommaKeepsWhatItHasSet) {
     for (const surface_block_t block : {surface_block_t::nurbs, surface_block_t::polygon}) {
         const reading_t none = read("texfilter false", block);
         EXPECT_EQ(none.messages, "17: nearlinear is not set. texfilter false\n");
@@ -173,7 +173,7 @@ TEST(TextureKeys, TexfilterWithoutACommaKeepsWhatItHasSet) {
     }
 }
 
-TEST(TextureKeys, KeysArePrefixes) {
+TEST(SharedKeys, KeysArePrefixes) {
     EXPECT_FALSE(read("mipmapping 0").texture.mipmap);
     EXPECT_EQ(read("textures a b").texture.texture, "a b");
     EXPECT_FALSE(read(" mipmap 0").is_key);
@@ -183,11 +183,11 @@ TEST(TextureKeys, KeysArePrefixes) {
     EXPECT_FALSE(read("").is_key);
 }
 
-TEST(TextureKeys, AreWrittenForAModelWithoutMaps) {
+TEST(SharedKeys, AreWrittenForAModelWithoutMaps) {
     EXPECT_EQ(written({}), "refractfactor 0\r\nmercatorsphere false\r\n");
 }
 
-TEST(TextureKeys, AreWrittenBesideTheirPaths) {
+TEST(SharedKeys, AreWrittenBesideTheirPaths) {
     texture_t texture;
     texture.texture = "a b.png";
     texture.aniso = 2.5F;
@@ -206,7 +206,7 @@ TEST(TextureKeys, AreWrittenBesideTheirPaths) {
               "specular gloss.png\r\nmercatorsphere true\r\n");
 }
 
-TEST(TextureKeys, SettingsWithoutAPathAreNotWritten) {
+TEST(SharedKeys, SettingsWithoutAPathAreNotWritten) {
     texture_t texture;
     texture.aniso = 4;
     texture.mipmap = texture.nearlinear = texture.maglinear = texture.bumpofs = false;
@@ -214,7 +214,7 @@ TEST(TextureKeys, SettingsWithoutAPathAreNotWritten) {
     EXPECT_EQ(written(texture), "refractfactor 0\r\nmercatorsphere false\r\n");
 }
 
-TEST(TextureKeys, WhatIsWrittenIsReadInEveryLocale) {
+TEST(SharedKeys, WhatIsWrittenIsReadInEveryLocale) {
     texture_t texture;
     texture.texture = "t";
     texture.bumpmap = "b";
