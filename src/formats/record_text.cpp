@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "utils/text/evalnumber.h"
 #include "utils/text/numbers.h"
 

@@ -7,10 +7,10 @@
 #include <string>
 #include <utility>
 
-#include "model/mapped_span.h"
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
 #include "model/modeling.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 namespace {

@@ -6,10 +6,10 @@
 #include "app/editor/fit_view.h"
 #include "app/editor/pick_window.h"
 #include "app/editor/ulkedit.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/print.h"
 #include "operations/hit/polygon_hit.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

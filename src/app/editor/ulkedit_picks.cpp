@@ -12,8 +12,8 @@
 #include "app/editor/polygon_report.h"
 #include "app/editor/ulkedit.h"
 #include "gltextures/gr_check_error.h"
-#include "model/mapped_span.h"
 #include "operations/hit/polygon_hit.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

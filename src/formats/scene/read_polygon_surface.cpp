@@ -8,9 +8,9 @@
 #include "formats/scene/point_fields.h"
 #include "formats/scene/scene_text.h"
 #include "formats/scene/texture_keys.h"
-#include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "model/edit_history.h"
-#include "model/mapped_span.h"
 #include "model/math/colours.h"
 #include "model/math/tolerance.h"
 #include "model/modeling.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

@@ -9,7 +9,7 @@
 
 #include "gltextures/gr_check_error.h"
 #include "model/modeling.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -33,8 +33,8 @@ std::uint32_t point_count(const modeling_t& model) {
 }
 
 /// Adds the points that the pass has found inside.
-bool take_hits(pick_hits_t& hits, modeling_t& model) {
-    const auto records = map_feedback<const selection_record_t>(model.selectionfeedback);
+bool take_hits(pick_hits_t& hits, const modeling_t& model) {
+    const feedback_span<const selection_record_t> records(model.selectionfeedback);
     bool found = false;
     const std::size_t count = std::min<std::size_t>(point_count(model), records.size());
     for (std::size_t i = 0; i < count; ++i) {

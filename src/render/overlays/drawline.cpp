@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "model/math/matrices.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/overlays/line_vertex.h"
 #include "render/shaders/shaders.h"
 
@@ -66,7 +66,7 @@ void drawline_t::band(std::span<const float, 16> points) {
     if (!take_vertices(8))
         return;
     set_matrices(mtx_identity, mtx_identity);
-    const auto batch = map_records<line_vertex_t>(vertices);
+    const array_span<line_vertex_t> batch(vertices);
     for (std::size_t i = 0; i < batch.size(); ++i)
         batch[i] = {{points[2 * i], points[2 * i + 1], 0}, band_color};
 }
@@ -76,7 +76,7 @@ void drawline_t::line(const pos3& from, const pos3& to, const mtx3w& projection_
     if (!take_vertices(2))
         return;
     set_matrices(projection_matrix, modelview_matrix);
-    const auto batch = map_records<line_vertex_t>(vertices);
+    const array_span<line_vertex_t> batch(vertices);
     if (batch.size() != 2)
         return;
     batch[0] = {from, line_color};

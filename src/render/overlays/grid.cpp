@@ -7,7 +7,7 @@
 #include <iostream>
 #include <vector>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/shader.h"
 #include "render/overlays/grid_lines.h"

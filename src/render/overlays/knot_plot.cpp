@@ -9,7 +9,7 @@
 #include "model/memory_budget.h"
 #include "model/modeling.h"
 #include "model/nurbs/basis.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -96,7 +96,7 @@ void knot_plot_t::reshape(int width, int height, std::uint64_t count, std::uint6
     array.bind_to(vertex_array, 0);
     if (index_count == 0)
         return;
-    const auto indices = map_indices(elements);
+    const index_span indices(elements);
     if (indices)
         write_strips(indices.span(), columns, functions);
 }
