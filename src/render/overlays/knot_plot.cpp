@@ -10,6 +10,7 @@
 #include "model/modeling.h"
 #include "model/nurbs/basis.h"
 #include "render/gl/mapped_span.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -17,6 +18,13 @@ namespace ulk3d {
 using libgr::grCheckError;
 
 namespace {
+
+constexpr program_plan_t knot_plot_plan = {
+    .vertex = {&shaders::selection_vsd, "selection.vsd: selection vertex shader init failed."},
+    .fragment = {&shaders::selection_fsd, "selection.fsd: selection fragment shader init failed.",
+                 "KnotDraw::init(2)"},
+    .link_failure = "selection program link failed.",
+};
 
 constexpr col3a curve_color{0.5F, 0.5F, 0.5F, 1};
 
@@ -56,16 +64,7 @@ void knot_plot_t::init(const char* base_directory) {
     glDisable(GL_DEPTH_TEST);
     glClearColor(0.18F, 0.18F, 0.18F, 1.0F);
     grCheckError("KnotDraw::init(1)");
-    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::selection_vsd, base_directory,
-                   ": selection vertex shader init failed.");
-    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::selection_fsd, base_directory,
-                   ": selection fragment shader init failed.");
-    grCheckError("KnotDraw::init(2)");
-    static_cast<void>(program.create());  // without a program the link below fails and says so
-    program.attach(vertex);
-    program.attach(fragment);
-    if (!program.link())
-        end_without_program("selection program link failed.", program.link_log());
+    build_program(knot_plot_plan, {vertex, fragment, program}, base_directory);
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
     grCheckError("KnotDraw::init(3)");
