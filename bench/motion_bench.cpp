@@ -10,7 +10,7 @@
 
 #include "app/editor/ulkedit.h"
 #include "bench_context.h"
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "render/offscreen/offscreen_target.h"
 
 /// What one event of the mouse costs in a view area of 1280 by 960 pixels, by the triangles of the one model

@@ -5,10 +5,10 @@
 #include <random>
 
 #include "bench_context.h"
-#include "model/mapped_span.h"
 #include "model/math/matrices.h"
 #include "model/math/projections.h"
 #include "model/polygon/polygon.h"
+#include "render/gl/mapped_span.h"
 #include "render/models/glnurbs.h"
 
 /// A pick of points with a rectangle of 5 by 5 pixels in a viewport of 640 by 480, in perspective.

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "bench_context.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
+#include "render/gl/mapped_span.h"
 
 namespace {
 

@@ -16,8 +16,8 @@
 #include "bench_context.h"
 #include "formats/scene/scene_text.h"
 #include "formats/scene_files.h"
-#include "model/mapped_span.h"
 #include "model/math/colours.h"
+#include "render/gl/mapped_span.h"
 
 /// Reading and writing of a polygon block of half a million vertices and a million elements, beside a plain
 /// reader and a plain writer of the same block. Each benchmark's time is that of one whole block.

@@ -22,9 +22,9 @@
 #include "formats/scene_files.h"
 #include "formats/stl/stl_reader.h"
 #include "formats/stl/stl_writer.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/polygon/strip_walk.h"
+#include "render/gl/mapped_span.h"
 
 /// Reading and writing of a binary STL file of a million triangles, beside a plain reader and a plain writer
 /// that pass each field of a triangle to the stream, and beside assimp's reader. Each benchmark's time is

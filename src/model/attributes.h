@@ -6,9 +6,9 @@
 #include <span>
 #include <type_traits>
 
-#include "model/mapped_span.h"
 #include "render/gl/array.h"
 #include "render/gl/element.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

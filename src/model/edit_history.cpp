@@ -10,6 +10,7 @@
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
 #include "model/modeling.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

@@ -1,7 +1,7 @@
 #include <iostream>
 
 #include "model/polygon/strip_walk.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "tool/commands.h"
 #include "tool/scene_pictures.h"
 #include "tool/scene_session.h"
@@ -24,7 +24,7 @@ std::string text_of(const ulk3d::pos3& p) {
 std::uint64_t count_triangles(const ulk3d::polygon_t& polygon) {
     std::uint64_t count = 0;
     if (polygon.element_count() > 0) {
-        const auto elements = ulk3d::map_indices(polygon.elements);
+        const ulk3d::const_index_span elements(polygon.elements);
         ulk3d::walk_strips(elements.span(), polygon.vertex_count(),
                            [&count](const ulk3d::strip_triangle_t&) { ++count; });
     }

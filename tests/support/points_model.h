@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "model/mapped_span.h"
 #include "model/modeling.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk_test {
 

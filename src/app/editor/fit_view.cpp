@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "model/math/vectors.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -92,7 +92,7 @@ template <typename Record>
 void add_points(extremes_t& extremes, const array_t& array, const mtx3w& projecting) {
     if (array.element_count() <= 0)
         return;
-    const auto records = map_records<const Record>(array);
+    const array_span<const Record> records(array);
     for (const Record& record : records.span())
         extremes.add(dehomogenize(vec_times_mtx(homogenize(record.position), projecting)));
 }

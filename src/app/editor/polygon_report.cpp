@@ -6,10 +6,10 @@
 #include <ostream>
 #include <string>
 
-#include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
 #include "model/print.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

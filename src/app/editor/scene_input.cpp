@@ -4,8 +4,8 @@
 
 #include <iostream>
 
-#include "model/mapped_span.h"
 #include "model/print.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

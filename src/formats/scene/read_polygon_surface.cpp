@@ -7,10 +7,10 @@
 #include "formats/scene/point_keys.h"
 #include "formats/scene/scene_text.h"
 #include "formats/scene/shared_keys.h"
-#include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
 #include "model/try_allocate.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

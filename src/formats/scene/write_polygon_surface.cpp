@@ -3,8 +3,8 @@
 #include "formats/scene/color_writer.h"
 #include "formats/scene/point_fields.h"
 #include "formats/scene/scene_text.h"
-#include "model/mapped_span.h"
 #include "model/polygon/polygon.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

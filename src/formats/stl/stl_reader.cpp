@@ -8,9 +8,9 @@
 
 #include "formats/scene/point_fields.h"
 #include "formats/stl/stl_layout.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/try_allocate.h"
+#include "render/gl/mapped_span.h"
 #include "utils/files/file_descriptor.h"
 
 namespace ulk3d {

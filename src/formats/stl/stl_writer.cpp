@@ -6,9 +6,9 @@
 
 #include "formats/scene/text_output.h"
 #include "formats/stl/stl_layout.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/polygon/strip_walk.h"
+#include "render/gl/mapped_span.h"
 #include "utils/files/byte_output.h"
 #include "utils/text/numbers.h"
 

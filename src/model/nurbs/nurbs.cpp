@@ -6,9 +6,9 @@
 #include <new>
 
 #include "gltextures/gr_check_error.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/memory_budget.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 

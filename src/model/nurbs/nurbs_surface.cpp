@@ -4,13 +4,13 @@
 #include <vector>
 
 #include "gltextures/gr_check_error.h"
-#include "model/mapped_span.h"
 #include "model/memory_budget.h"
 #include "model/nurbs/nurbs.h"
 #include "model/nurbs/nurbs_grid.h"
 #include "model/nurbs/nurbs_normals.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
+#include "render/gl/mapped_span.h"
 
 /// The surface of a net as the mesh that it is drawn as.
 namespace ulk3d {

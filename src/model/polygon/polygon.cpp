@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "gltextures/gr_check_error.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -61,11 +61,15 @@ void polygon_t::draw() {
     grCheckError("polygon_t::draw(end)");
 }
 
+polygon_t::strips_state_t polygon_t::strips_state() const {
+    return {elements.writable_mappings(), vertex_count(), element_count()};
+}
+
 const element_array_t& polygon_t::strips_to_draw() {
     if (!elements.has_buffer())
         return elements;
-    if (examined_mappings != elements.mapping_count() || examined_vertex_count != vertex_count()) {
-        const index_span strips(elements);
+    if (examined != strips_state()) {
+        const const_index_span strips(elements);
         draws_cleanelems = has_foreign_index(strips.span(), vertex_count());
         if (draws_cleanelems && cleanelems.allocate(elements.element_count())) {
             const index_span clean(cleanelems);
@@ -73,8 +77,7 @@ const element_array_t& polygon_t::strips_to_draw() {
                 strips.span().first(std::min(strips.size(), clean.size())), clean.span().begin(),
                 [this](std::uint32_t index) { return index < vertex_count() ? index : restart_mark; });
         }
-        examined_mappings = elements.mapping_count();
-        examined_vertex_count = vertex_count();
+        examined = strips_state();
     }
     return draws_cleanelems ? cleanelems : elements;
 }
@@ -128,7 +131,7 @@ void polygon_t::clear() {
     selectelems.release();
     cleanelems.release();
     draws_cleanelems = false;
-    examined_mappings = 0;
+    examined = {};
     modeling_t::clear();
 }
 

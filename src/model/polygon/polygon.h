@@ -102,9 +102,13 @@ class polygon_t : public modeling_t {
     /// they are drawn through this copy, in which these are restart marks.
     element_array_t cleanelems;
     bool draws_cleanelems = false;
-    /// What `elements` and the vertex count were when this was last looked into.
-    std::uint64_t examined_mappings = 0;
-    std::uint64_t examined_vertex_count = 0;
+    /// What foreign indices depend on: as long as this stays, so do they.
+    struct strips_state_t {
+        std::uint64_t writable_mappings = 0, vertex_count = 0, element_count = 0;
+        bool operator==(const strips_state_t&) const = default;
+    };
+    strips_state_t strips_state() const;
+    strips_state_t examined;  ///< the state that `draws_cleanelems` and `cleanelems` were made for
 };
 
 }  // namespace ulk3d

@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "gltextures/gr_check_error.h"
-#include "model/mapped_span.h"
 #include "model/memory_budget.h"
 #include "model/polygon/polygon.h"
+#include "render/gl/mapped_span.h"
 
 /// Making and resizing of a polygon's arrays.
 namespace ulk3d {
@@ -93,7 +93,7 @@ bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, 
 
 /// What stands in a new buffer, or in the new part of one, is undefined: it is neither shown nor saved.
 template <class Record, class Buffer>
-void fill_tail(const Buffer& buffer, std::int64_t from, const Record& record) {
+void fill_tail(Buffer& buffer, std::int64_t from, const Record& record) {
     if (from >= buffer.element_count())
         return;
     const mapped_span<Record, Buffer> all(buffer);
@@ -101,7 +101,7 @@ void fill_tail(const Buffer& buffer, std::int64_t from, const Record& record) {
     std::ranges::fill(all.span().subspan(first), record);
 }
 
-void mark_tail(const element_array_t& indices, std::int64_t from) {
+void mark_tail(element_array_t& indices, std::int64_t from) {
     fill_tail(indices, from, restart_mark);
 }
 

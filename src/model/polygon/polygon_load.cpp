@@ -3,10 +3,10 @@
 #include <iostream>
 #include <string>
 
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
+#include "render/gl/mapped_span.h"
 
 /// Numbering of the polygons, default frames, and the selection of polygons.
 namespace ulk3d {

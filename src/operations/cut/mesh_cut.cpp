@@ -36,7 +36,7 @@ std::vector<victim_t> read_victims(const polygon_t& cutter, const model_list_t& 
 }
 
 /// Handlers of the progress may have taken a model out of the list.
-void write_back(const victim_t& victim, const model_list_t& models) {
+void write_back(const victim_t& victim, model_list_t& models) {
     const auto entry = std::ranges::find(models, victim.entry, &std::unique_ptr<model_entry_t>::get);
     if (victim.changed && entry != models.end())
         (void)write_strip_mesh((*entry)->polygon, victim.mesh);  // has said why, should it fail
@@ -44,7 +44,7 @@ void write_back(const victim_t& victim, const model_list_t& models) {
 
 }  // namespace
 
-void mesh_cut(const progress_signal_t& progress, std::uint64_t current, const model_list_t& models) {
+void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models) {
     const polygon_t* const current_polygon = polygon_at(current, models);
     if (current_polygon == nullptr)
         return;

@@ -25,7 +25,7 @@ using progress_signal_t = sigc::signal<void, double>;
 ///
 /// A model that leaves the list in a handler of the progress is left alone from then on. Needs a current GL
 /// context. Edit histories of changed models no longer fit; they are the caller's.
-void mesh_cut(const progress_signal_t& progress, std::uint64_t current, const model_list_t& models);
+void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
 /// Whether the boxes of two meshes are not clearly apart. The outline test looks at whole lines: a cutter far
 /// away can split triangles whose planes happen to meet its own in the line of an edge. A victim that the

@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "model/mapped_span.h"
 #include "model/math/matrices.h"
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <span>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -17,7 +17,7 @@ std::vector<Record> read_records(const Buffer& buffer) {
 
 /// False when the buffer could not be mapped.
 template <class Record, class Buffer>
-bool write_records(const Buffer& buffer, const std::vector<Record>& records) {
+bool write_records(Buffer& buffer, const std::vector<Record>& records) {
     const mapped_span<Record, Buffer> target(buffer);
     if (target.size() != records.size())
         return false;

@@ -102,12 +102,20 @@ void array_t::read_one(std::int64_t index, void* data) const {
     unbind();
 }
 
-void* array_t::map() const {
+void* array_t::map() {
+    return map_for(GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+}
+
+const void* array_t::map() const {
+    return map_for(GL_MAP_READ_BIT);
+}
+
+void* array_t::map_for(GLbitfield access) const {
     if (!buffer) {
         std::cerr << "array buffer is not allocated." << std::endl;
         return nullptr;
     }
-    void* const pointer = buffer->MapBufferRange(0, buffer_size, GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+    void* const pointer = buffer->MapBufferRange(0, buffer_size, access);
     if (pointer == nullptr)
         std::cerr << "array pointer is NULL." << std::endl;
     return pointer;

@@ -15,7 +15,7 @@ namespace ulk3d {
 /// list.
 ///
 /// A vertex is `vertex_stride()` words of 4 bytes. The host keeps no copy: contents are reached by mapping
-/// (render/gl/mapping.h). The buffer is made at the first `allocate` and never shrinks until `release`.
+/// (render/gl/mapped_span.h). The buffer is made at the first `allocate` and never shrinks until `release`.
 /// Copying an array_t shares the buffer. All operations but the construction need a current GL context.
 class array_t {
   public:
@@ -49,10 +49,12 @@ class array_t {
     void write_one(std::int64_t index, const void* data);
     void read_one(std::int64_t index, void* data) const;
 
-    /// Maps the whole buffer, `byte_size()` bytes, for reading and writing. Prints "array buffer is not
+    /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or of a const array for reading
+    /// only. Prints "array buffer is not
     /// allocated." or "array pointer is NULL." on the standard error stream and returns null when it can not.
-    /// Use the guards of render/gl/mapping.h.
-    [[nodiscard]] void* map() const;
+    /// Use the guards of render/gl/mapped_span.h.
+    [[nodiscard]] void* map();
+    [[nodiscard]] const void* map() const;
     void unmap() const;
 
     /// Feeds the attribute locations `first_location` and up of a vertex array from this array. Nothing
@@ -82,6 +84,7 @@ class array_t {
     GLuint buffer_id() const { return buffer ? buffer->id() : 0; }
 
   private:
+    void* map_for(GLbitfield access) const;
     std::int64_t stride_bytes() const { return static_cast<std::int64_t>(stride) * 4; }
 
     shared_holder<buffer_t> buffer;

@@ -30,7 +30,7 @@ void buffer_t::unbind() const {
     glBindBuffer(target, 0);
 }
 
-void* buffer_t::MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access) const {
+void* buffer_t::MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access) {
     bind();
     void* const pointer = glMapBufferRange(target, offset, length, access);
     unbind();
@@ -41,7 +41,7 @@ void* buffer_t::MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield ac
     return pointer;
 }
 
-void buffer_t::UnmapBuffer() const {
+void buffer_t::UnmapBuffer() {
     bind();
     glUnmapBuffer(target);
     unbind();

@@ -35,8 +35,8 @@ class buffer_t {
 
     /// Maps `length` bytes from `offset`; the binding is dropped at once, the mapping stays. On failure
     /// prints "buffer_t::MapBufferRange(): ptr is NULL." on the standard error stream and returns null.
-    [[nodiscard]] void* MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access) const;
-    void UnmapBuffer() const;
+    [[nodiscard]] void* MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access);
+    void UnmapBuffer();
 
     /// Count of the mappings for writing so far: as long as it stays, no host code has changed the content.
     std::uint64_t writable_mappings() const { return written_mappings; }
@@ -45,7 +45,7 @@ class buffer_t {
     GLuint name = 0;
     GLenum target = 0;
     bool allocated = false;
-    mutable std::uint64_t written_mappings = 0;
+    std::uint64_t written_mappings = 0;
 };
 
 }  // namespace ulk3d

@@ -16,7 +16,7 @@ bool specify_store(GLenum target, std::int64_t byte_size, GLenum usage) {
     return stored == byte_size;
 }
 
-bool grow_store(const buffer_t& buffer, GLenum target, std::int64_t old_size, std::int64_t new_size) {
+bool grow_store(buffer_t& buffer, GLenum target, std::int64_t old_size, std::int64_t new_size) {
     buffer_t copy;
     copy.allocate(GL_COPY_READ_BUFFER);
     if (copy.id() == 0)

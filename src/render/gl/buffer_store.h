@@ -22,7 +22,6 @@ std::optional<std::int64_t> checked_byte_size(std::int64_t count, std::int64_t u
 /// content, by a copy through a temporary buffer that never leaves the GPU.
 ///
 /// False when there is no memory; the old store and its content are then in place again.
-[[nodiscard]] bool grow_store(const buffer_t& buffer, GLenum target, std::int64_t old_size,
-                              std::int64_t new_size);
+[[nodiscard]] bool grow_store(buffer_t& buffer, GLenum target, std::int64_t old_size, std::int64_t new_size);
 
 }  // namespace ulk3d

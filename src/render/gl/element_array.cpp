@@ -6,7 +6,7 @@
 
 #include "gltextures/gr_check_error.h"
 #include "render/gl/buffer_store.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -77,12 +77,20 @@ bool element_array_t::fits(std::int64_t element_count) const {
     return needed && buffer_size > *needed;
 }
 
-void* element_array_t::map() const {
+void* element_array_t::map() {
+    return map_for(GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+}
+
+const void* element_array_t::map() const {
+    return map_for(GL_MAP_READ_BIT);
+}
+
+void* element_array_t::map_for(GLbitfield access) const {
     if (!buffer) {
         std::cerr << "element object is not allocated." << std::endl;
         return nullptr;
     }
-    void* const pointer = buffer->MapBufferRange(0, buffer_size, GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+    void* const pointer = buffer->MapBufferRange(0, buffer_size, access);
     if (pointer == nullptr)
         std::cerr << "element pointer is NULL." << std::endl;
     return pointer;
@@ -125,7 +133,7 @@ std::int64_t element_array_t::bytes_in_use() const {
 
 std::ostream& operator<<(std::ostream& stream, const element_array_t& elements) {
     if (elements.element_count() > 0) {
-        const auto indices = map_indices(elements);
+        const const_index_span indices(elements);
         const char* separator = "";
         for (const std::uint32_t index : indices) {
             // Not by the stream's own insertion: that would group digits where the stream's locale says so.

@@ -17,8 +17,8 @@ inline constexpr std::uint32_t restart_mark = 0xFFFFFFFF;
 
 /// Array of u32 vertex indices in a GL buffer.
 ///
-/// The host keeps no copy: contents are reached by mapping (render/gl/mapping.h). The buffer is made at the
-/// first `allocate` and never shrinks until `release`. Copying an element_array_t shares the buffer. All
+/// The host keeps no copy: contents are reached by mapping (render/gl/mapped_span.h). The buffer is made at
+/// the first `allocate` and never shrinks until `release`. Copying an element_array_t shares the buffer. All
 /// operations but the construction need a current GL context.
 class element_array_t {
   public:
@@ -42,10 +42,12 @@ class element_array_t {
     /// array_t.
     bool fits(std::int64_t element_count) const;
 
-    /// Maps the whole buffer, `byte_size()` bytes, for reading and writing. Prints "element object is not
+    /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or of a const array for reading
+    /// only. Prints "element object is not
     /// allocated." or "element pointer is NULL." on the standard error stream and returns null when it can
-    /// not. Use the guards of render/gl/mapping.h.
-    [[nodiscard]] void* map() const;
+    /// not. Use the guards of render/gl/mapped_span.h.
+    [[nodiscard]] void* map();
+    [[nodiscard]] const void* map() const;
     void unmap() const;
 
     /// Draws the indices in use with the attributes of `vertex_array`. Nothing happens without a buffer.
@@ -63,11 +65,13 @@ class element_array_t {
     bool has_buffer() const { return static_cast<bool>(buffer); }
     /// GL name of the buffer, 0 without one.
     GLuint buffer_id() const { return buffer ? buffer->id() : 0; }
-    /// Count of the mappings of the buffer so far; a new buffer starts at 0 again. As long as it stays, the
-    /// indices are the same.
-    std::uint64_t mapping_count() const { return buffer ? buffer->writable_mappings() : 0; }
+    /// Count of the mappings of the buffer for writing so far; a new buffer starts at 0 again. As long as it
+    /// and the count in use stay, the indices are the same.
+    std::uint64_t writable_mappings() const { return buffer ? buffer->writable_mappings() : 0; }
 
   private:
+    void* map_for(GLbitfield access) const;
+
     shared_holder<buffer_t> buffer;
     std::int64_t buffer_size = 0;
     std::int64_t elements = 0;

@@ -33,12 +33,19 @@ void feedback_buffer_t::release() {
     elements = 0;
 }
 
-void* feedback_buffer_t::map() const {
+void* feedback_buffer_t::map() {
+    return map_for(GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+}
+
+const void* feedback_buffer_t::map() const {
+    return map_for(GL_MAP_READ_BIT);
+}
+
+void* feedback_buffer_t::map_for(GLbitfield access) const {
     if (id == 0)
         return nullptr;
     bind();
-    void* const pointer =
-        glMapBufferRange(GL_TRANSFORM_FEEDBACK_BUFFER, 0, buffer_size, GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+    void* const pointer = glMapBufferRange(GL_TRANSFORM_FEEDBACK_BUFFER, 0, buffer_size, access);
     unbind();
     return pointer;
 }

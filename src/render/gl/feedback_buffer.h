@@ -22,9 +22,10 @@ class feedback_buffer_t {
     /// Deletes the buffer. Without a current context the name is only forgotten.
     void release();
 
-    /// Maps the whole buffer for reading and writing; null without a buffer or when GL can not. Use
-    /// `map_feedback` of render/gl/mapping.h.
-    [[nodiscard]] void* map() const;
+    /// Maps the whole buffer: for reading and writing, or when it is const for reading only. Null without a
+    /// buffer or when GL can not. Use the guards of render/gl/mapped_span.h.
+    [[nodiscard]] void* map();
+    [[nodiscard]] const void* map() const;
     void unmap() const;
 
     void bind() const;
@@ -34,6 +35,7 @@ class feedback_buffer_t {
     void bind_base(GLuint index) const;
     void unbind_base(GLuint index) const;
 
+    bool has_buffer() const { return id != 0; }
     /// GL name, 0 when there is none.
     GLuint buffer_id() const { return id; }
     /// 32-bit words.
@@ -42,6 +44,8 @@ class feedback_buffer_t {
     std::int64_t bytes_in_use() const { return buffer_size; }
 
   private:
+    void* map_for(GLbitfield access) const;
+
     GLuint id = 0;
     std::int64_t buffer_size = 0;
     std::int64_t elements = 0;

@@ -3,13 +3,12 @@
 #include <GL/glew.h>
 
 #include <algorithm>
-#include <iostream>
-#include <iterator>
-#include <string>
+#include <array>
 
 #include "gltextures/gr_check_error.h"
 #include "model/modeling.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -18,13 +17,19 @@ using libgr::grCheckError;
 
 namespace {
 
-constexpr const char* selection_varyings[] = {"VertexColor", "VertexID", "isInside", "clip"};
+constexpr program_plan_t selection_plan = {
+    .vertex = {&shaders::selection_vsd, "selection.vsd: selection vertex shader init failed."},
+    .fragment = {&shaders::selection_fsd, "selection.fsd: selection fragment shader init failed."},
+    .link_failure = "selection program link failed.",
+    .prints_logs = true,
+};
 
-/// GL may have something to say about sources that it takes.
-void print_log(const std::string& log) {
-    if (!log.empty())
-        std::cerr << log << std::flush;
-}
+constexpr const char* selection_varyings[] = {"VertexColor", "VertexID", "isInside", "clip"};
+constexpr feedback_plan_t selection_feedback_plan = {
+    .varyings = selection_varyings,
+    .failure = "selection_feedback.allocate() failed.",
+    .mark = "glnurbs_t::init() selection feedback varying setted.",
+};
 
 /// Points of a model, as the records of a pick are counted: in 32 bits.
 std::uint32_t point_count(const modeling_t& model) {
@@ -33,8 +38,8 @@ std::uint32_t point_count(const modeling_t& model) {
 }
 
 /// Adds the points that the pass has found inside.
-bool take_hits(pick_hits_t& hits, modeling_t& model) {
-    const auto records = map_feedback<const selection_record_t>(model.selectionfeedback);
+bool take_hits(pick_hits_t& hits, const modeling_t& model) {
+    const feedback_span<const selection_record_t> records(model.selectionfeedback);
     bool found = false;
     const std::size_t count = std::min<std::size_t>(point_count(model), records.size());
     for (std::size_t i = 0; i < count; ++i) {
@@ -77,34 +82,15 @@ mtx3w pick_planes(const pick_rectangle_t& rectangle) {
 }
 
 bool glnurbs_t::init(const char* base_directory) {
-    compile(base_directory);
-    static_cast<void>(program.create());  // without a program the link below fails and says so
-    program.attach(vertex);
-    program.attach(fragment);
-    if (!selection_feedback.allocate()) {
-        std::cerr << "selection_feedback.allocate() failed." << std::endl;
+    if (!build_program(selection_plan, {vertex, fragment, program}, selection_feedback_plan,
+                       selection_feedback, base_directory))
         return false;
-    }
-    selection_feedback.varyings(program, std::size(selection_varyings), selection_varyings);
-    grCheckError("glnurbs_t::init() selection feedback varying setted.");
-    if (!program.link())
-        end_without_program("selection program link failed.", program.link_log());
-    print_log(program.link_log());
     grCheckError("glnurbs_t::init(3)");
 
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
     ClipPlanes = program.uniform("ClipPlanes");
     return true;
-}
-
-void glnurbs_t::compile(const char* base_directory) {
-    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::selection_vsd, base_directory,
-                   ": selection vertex shader init failed.");
-    print_log(vertex.compile_log());
-    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::selection_fsd, base_directory,
-                   ": selection fragment shader init failed.");
-    print_log(fragment.compile_log());
 }
 
 void glnurbs_t::set_matrices(const mtx3w& projection_matrix, const mtx3w& modelview_matrix) const {

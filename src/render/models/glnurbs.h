@@ -79,7 +79,6 @@ class glnurbs_t {
     transform_feedback_t selection_feedback;
 
   private:
-    void compile(const char* base_directory);
     void set_matrices(const mtx3w& projection_matrix, const mtx3w& modelview_matrix) const;
 };
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <iterator>
 
 #include "gltextures/gr_check_error.h"
 #include "gltextures/textures/texture_stores.h"
@@ -12,6 +11,7 @@
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
 #include "render/gl/query.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -22,7 +22,27 @@ using libgr::grTextureObject;
 namespace {
 
 constexpr int frame_words = 9;
+constexpr program_plan_t frame_plan = {
+    .vertex = {&shaders::feedback_vsd, "feedback.vsd: feedback vertex shader init failed.",
+               "glpolygon_t::init() feedback vertex shader inited."},
+    .fragment = {&shaders::feedback_fsd, "feedback.fsd: feedback fragment shader init failed.",
+                 "glpolygon_t::init() feedback fragment shader inited."},
+    .link_failure = "feedback program link failed.",
+    .attached_mark = "glpolygon_t::init() feedback program inited.",
+};
+
 constexpr const char* frame_varyings[] = {"VertexTangent", "VertexBiNormal", "VertexNormal"};
+constexpr feedback_plan_t frame_feedback_plan = {
+    .varyings = frame_varyings,
+    .failure = "feedback.allocate() error.",
+    .mark = "glpolygon_t::init() feedback varying setted.",
+};
+
+constexpr program_plan_t surface_plan = {
+    .vertex = {&shaders::shader_vsd, "shader.vsd: vertex shader init failed."},
+    .fragment = {&shaders::shader_fsd, "shader.fsd: fragment shader init failed."},
+    .link_failure = "program link failed.",
+};
 
 struct uniform_row_t {
     const char* name;
@@ -79,7 +99,8 @@ void upload(GLint location, const mtx3w& matrix) {
 }  // namespace
 
 bool glpolygon_t::init(const char* base_directory) {
-    if (!init_feedback_program(base_directory))
+    if (!build_program(frame_plan, {feedback_vertex, feedback_fragment, feedback_program},
+                       frame_feedback_plan, feedback, base_directory))
         return false;
     init_surface_program(base_directory);
     neutral_maps.init();
@@ -87,41 +108,8 @@ bool glpolygon_t::init(const char* base_directory) {
     return true;
 }
 
-bool glpolygon_t::init_feedback_program(const char* base_directory) {
-    compile_or_end(feedback_vertex, GL_VERTEX_SHADER, shaders::feedback_vsd, base_directory,
-                   ": feedback vertex shader init failed.");
-    grCheckError("glpolygon_t::init() feedback vertex shader inited.");
-    compile_or_end(feedback_fragment, GL_FRAGMENT_SHADER, shaders::feedback_fsd, base_directory,
-                   ": feedback fragment shader init failed.");
-    grCheckError("glpolygon_t::init() feedback fragment shader inited.");
-
-    static_cast<void>(feedback_program.create());  // without a program the link below fails and says so
-    feedback_program.attach(feedback_vertex);
-    feedback_program.attach(feedback_fragment);
-    grCheckError("glpolygon_t::init() feedback program inited.");
-
-    if (!feedback.allocate()) {
-        std::cerr << "feedback.allocate() error." << std::endl;
-        return false;
-    }
-    feedback.varyings(feedback_program, std::size(frame_varyings), frame_varyings);
-    grCheckError("glpolygon_t::init() feedback varying setted.");
-    if (!feedback_program.link())
-        end_without_program("feedback program link failed.", feedback_program.link_log());
-    return true;
-}
-
 void glpolygon_t::init_surface_program(const char* base_directory) {
-    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::shader_vsd, base_directory,
-                   ": vertex shader init failed.");
-    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::shader_fsd, base_directory,
-                   ": fragment shader init failed.");
-    static_cast<void>(program.create());
-    program.attach(vertex);
-    program.attach(fragment);
-    if (!program.link())
-        end_without_program("program link failed.", program.link_log());
-
+    build_program(surface_plan, {vertex, fragment, program}, base_directory);
     for (const uniform_row_t& row : uniform_rows)
         uniforms.*row.location = program.uniform(row.name);
 

@@ -97,7 +97,6 @@ class glpolygon_t {
     /// By unit: whether a neutral map was bound there.
     using filled_units_t = std::array<bool, 3>;
 
-    [[nodiscard]] bool init_feedback_program(const char* base_directory);
     void init_surface_program(const char* base_directory);
 
     void draw_surface(const pass_t& pass, const environment_t& environment, bool skybox,

@@ -5,8 +5,9 @@
 #include <iostream>
 
 #include "model/math/matrices.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/overlays/line_vertex.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -17,6 +18,12 @@ constexpr std::int64_t most_vertices = 8;
 constexpr col3a band_color{0, 1, 0, 1};
 constexpr col3a line_color{1, 1, 1, 1};
 
+constexpr program_plan_t drawline_plan = {
+    .vertex = {&shaders::drawline_vsd, "drawline.vsd: drawline vertex shader init failed."},
+    .fragment = {&shaders::drawline_fsd, "drawline.fsd: drawline fragment shader init failed."},
+    .link_failure = "program link failed.",
+};
+
 const element_list_t& drawline_elements() {
     static const element_list_t list = make_element_list({e_type_t::Position, e_type_t::RGBA});
     return list;
@@ -25,15 +32,7 @@ const element_list_t& drawline_elements() {
 }  // namespace
 
 bool drawline_t::init(const char* base_directory) {
-    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::drawline_vsd, base_directory,
-                   ": drawline vertex shader init failed.");
-    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::drawline_fsd, base_directory,
-                   ": drawline fragment shader init failed.");
-    static_cast<void>(program.create());  // without a program the link below fails and says so
-    program.attach(vertex);
-    program.attach(fragment);
-    if (!program.link())
-        end_without_program("program link failed.", program.link_log());
+    build_program(drawline_plan, {vertex, fragment, program}, base_directory);
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
 
@@ -66,7 +65,7 @@ void drawline_t::band(std::span<const float, 16> points) {
     if (!take_vertices(8))
         return;
     set_matrices(mtx_identity, mtx_identity);
-    const auto batch = map_records<line_vertex_t>(vertices);
+    const array_span<line_vertex_t> batch(vertices);
     for (std::size_t i = 0; i < batch.size(); ++i)
         batch[i] = {{points[2 * i], points[2 * i + 1], 0}, band_color};
 }
@@ -76,7 +75,7 @@ void drawline_t::line(const pos3& from, const pos3& to, const mtx3w& projection_
     if (!take_vertices(2))
         return;
     set_matrices(projection_matrix, modelview_matrix);
-    const auto batch = map_records<line_vertex_t>(vertices);
+    const array_span<line_vertex_t> batch(vertices);
     if (batch.size() != 2)
         return;
     batch[0] = {from, line_color};

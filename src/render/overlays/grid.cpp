@@ -7,15 +7,22 @@
 #include <iostream>
 #include <vector>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/shader.h"
 #include "render/overlays/grid_lines.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
 
 namespace {
+
+constexpr program_plan_t grid_plan = {
+    .vertex = {&shaders::selection_vsd, "selection vertex shader init failed."},
+    .fragment = {&shaders::selection_fsd, "selection fragment shader init failed."},
+    .link_failure = "program link failed.",
+};
 
 /// What all grids share.
 struct grid_program_t {
@@ -31,12 +38,6 @@ grid_program_t shared;
 const element_list_t& grid_elements() {
     static const element_list_t list = make_element_list({e_type_t::Position, e_type_t::RGBA});
     return list;
-}
-
-void compile(shader_t& shader, GLenum type, const shader_source_t& source, const char* base_directory,
-             const char* line) {
-    if (!compile_source(shader, type, source, base_directory))
-        end_without_program(line, shader.compile_log());
 }
 
 bool allocate(array_t& array, const std::vector<line_vertex_t>& lines, const char* message) {
@@ -67,15 +68,7 @@ void draw_lines(const vertex_array_ref& vertex_array, const array_t& array, cons
 bool grid_t::init(const char* base_directory) {
     if (shared.inits++ != 0)
         return true;
-    compile(shared.vertex, GL_VERTEX_SHADER, shaders::selection_vsd, base_directory,
-            "selection vertex shader init failed.");
-    compile(shared.fragment, GL_FRAGMENT_SHADER, shaders::selection_fsd, base_directory,
-            "selection fragment shader init failed.");
-    static_cast<void>(shared.program.create());  // without a program the link below fails and says so
-    shared.program.attach(shared.vertex);
-    shared.program.attach(shared.fragment);
-    if (!shared.program.link())
-        end_without_program("program link failed.", shared.program.link_log());
+    build_program(grid_plan, {shared.vertex, shared.fragment, shared.program}, base_directory);
     shared.Modelview = shared.program.uniform("Modelview");
     shared.Projection = shared.program.uniform("Projection");
     return true;

@@ -9,7 +9,8 @@
 #include "model/memory_budget.h"
 #include "model/modeling.h"
 #include "model/nurbs/basis.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
+#include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
 
 namespace ulk3d {
@@ -17,6 +18,13 @@ namespace ulk3d {
 using libgr::grCheckError;
 
 namespace {
+
+constexpr program_plan_t knot_plot_plan = {
+    .vertex = {&shaders::selection_vsd, "selection.vsd: selection vertex shader init failed."},
+    .fragment = {&shaders::selection_fsd, "selection.fsd: selection fragment shader init failed.",
+                 "KnotDraw::init(2)"},
+    .link_failure = "selection program link failed.",
+};
 
 constexpr col3a curve_color{0.5F, 0.5F, 0.5F, 1};
 
@@ -56,16 +64,7 @@ void knot_plot_t::init(const char* base_directory) {
     glDisable(GL_DEPTH_TEST);
     glClearColor(0.18F, 0.18F, 0.18F, 1.0F);
     grCheckError("KnotDraw::init(1)");
-    compile_or_end(vertex, GL_VERTEX_SHADER, shaders::selection_vsd, base_directory,
-                   ": selection vertex shader init failed.");
-    compile_or_end(fragment, GL_FRAGMENT_SHADER, shaders::selection_fsd, base_directory,
-                   ": selection fragment shader init failed.");
-    grCheckError("KnotDraw::init(2)");
-    static_cast<void>(program.create());  // without a program the link below fails and says so
-    program.attach(vertex);
-    program.attach(fragment);
-    if (!program.link())
-        end_without_program("selection program link failed.", program.link_log());
+    build_program(knot_plot_plan, {vertex, fragment, program}, base_directory);
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
     grCheckError("KnotDraw::init(3)");
@@ -96,7 +95,7 @@ void knot_plot_t::reshape(int width, int height, std::uint64_t count, std::uint6
     array.bind_to(vertex_array, 0);
     if (index_count == 0)
         return;
-    const auto indices = map_indices(elements);
+    const index_span indices(elements);
     if (indices)
         write_strips(indices.span(), columns, functions);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 namespace ulk3d {
 
@@ -33,13 +32,5 @@ extern const shader_source_t drawline_fsd;
 /// text without a word. False when it does not compile: the log is in `shader`.
 [[nodiscard]] bool compile_source(shader_t& shader, std::uint32_t type, const shader_source_t& source,
                                   const char* base_directory);
-
-/// The same, and ends the process when the source does not compile: its name and `words` are the line then.
-void compile_or_end(shader_t& shader, std::uint32_t type, const shader_source_t& source,
-                    const char* base_directory, const char* words);
-
-/// Ends the process with exit status 1, because there is no drawing without the program: prints the line
-/// `words` and, when not empty, GL's `log` on the standard error stream first.
-[[noreturn]] void end_without_program(const std::string& words, const std::string& log);
 
 }  // namespace ulk3d

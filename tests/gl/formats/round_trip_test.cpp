@@ -9,8 +9,8 @@
 #include "formats/scene/scene_text.h"
 #include "formats/scene_files.h"
 #include "gl/formats/scene/block_reading.h"
-#include "model/mapped_span.h"
 #include "model/math/colours.h"
+#include "render/gl/mapped_span.h"
 #include "support/gl_context.h"
 #include "support/scene_text.h"
 

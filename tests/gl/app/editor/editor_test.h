@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "app/editor/ulkedit.h"
-#include "model/mapped_span.h"
 #include "model/math/matrices.h"
+#include "render/gl/mapped_span.h"
 #include "support/gl_context.h"
 #include "support/polygon_builder.h"
 #include "support/scene_text.h"

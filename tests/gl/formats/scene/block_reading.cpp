@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "formats/scene/scene_text.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/scene_text.h"
 
@@ -36,7 +36,7 @@ template <typename Record>
 std::vector<Record> records_of(const array_t& array) {
     if (array.element_count() == 0)
         return {};
-    const auto records = map_records<const Record>(array);
+    const array_span<const Record> records(array);
     return {records.begin(), records.end()};
 }
 
@@ -96,7 +96,7 @@ std::vector<frame_t> frames_of(const model_entry_t& entry) {
 std::vector<std::uint32_t> elements_of(const model_entry_t& entry) {
     if (entry.polygon.elements.element_count() == 0)
         return {};
-    const auto elements = map_indices(entry.polygon.elements);
+    const const_index_span elements(entry.polygon.elements);
     return {elements.begin(), elements.end()};
 }
 

@@ -13,8 +13,8 @@
 
 #include "formats/stl/stl_reader.h"
 #include "gl/formats/scene/block_reading.h"
-#include "model/mapped_span.h"
 #include "model/math/vectors.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
 #include "support/failing_stores.h"

@@ -5,9 +5,9 @@
 #include <iostream>
 
 #include "model/edit_history.h"
-#include "model/mapped_span.h"
 #include "model/nurbs/nurbs.h"
 #include "model/scene.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
 #include "support/gl_context.h"

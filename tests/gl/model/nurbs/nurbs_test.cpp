@@ -6,7 +6,7 @@
 
 #include "model/math/vectors.h"
 #include "model/scene.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
@@ -42,11 +42,11 @@ struct NurbsModel : ulk_test::gl_test {
         nurbs.resolution2 = resolution2;
     }
     std::vector<control_point_t> uploaded() {
-        const auto records = map_records<control_point_t>(nurbs.ctlpts);
+        const array_span<control_point_t> records(nurbs.ctlpts);
         return {records.begin(), records.end()};
     }
     std::vector<work_frame_t> work_frames() {
-        const auto records = map_records<work_frame_t>(polygon.wknmls);
+        const array_span<work_frame_t> records(polygon.wknmls);
         return {records.begin(), records.end()};
     }
 

@@ -5,8 +5,8 @@
 #include <limits>
 #include <optional>
 
-#include "model/mapped_span.h"
 #include "model/memory_budget.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"

@@ -6,13 +6,14 @@
 #include <optional>
 #include <string>
 
-#include "model/mapped_span.h"
 #include "model/polygon/strip_walk.h"
 #include "render/gl/feedback_buffer.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/query.h"
 #include "render/gl/shader.h"
 #include "render/gl/transform_feedback.h"
+#include "support/counted_mappings.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
 #include "support/polygon_builder.h"
@@ -70,7 +71,7 @@ class recorder {
         feedback.end();
         query.end();
         program_t::unuse();
-        const auto records = map_feedback<drawn_vertex_t>(buffer);
+        const feedback_span<drawn_vertex_t> records(buffer);
         const std::size_t count = query.GetQuery() * (mode == GL_TRIANGLES ? 3 : 1);
         return {records.begin(), records.begin() + static_cast<std::ptrdiff_t>(count)};
     }
@@ -146,6 +147,24 @@ TEST_F(PolygonDraw, FollowsEditsThatNumberNothing) {
     EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}}));
     index_span(polygon.elements)[3] = 4;
     EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}, {1, 4, 2}}));
+}
+
+TEST_F(PolygonDraw, StripsThatWereOnlyReadAreNotWalkedAgain) {
+    build_polygon(polygon, vertices, {0, 1, 2, 9});
+    ASSERT_EQ(drawn_strips().size(), 1U);
+    pos3 low, high;
+    polygon.bounds(low, high);
+    polygon.selectpolygon(0);
+    const counted_mappings mappings;
+    polygon.draw();
+    EXPECT_EQ(mappings.count(), 0);
+}
+
+TEST_F(PolygonDraw, StripsThatGoAreNotDrawnBesideAStrayIndex) {
+    build_polygon(polygon, vertices, {0, 1, 2, 9, 3, 4, 5});
+    ASSERT_EQ(drawn_strips().size(), 2U);
+    ASSERT_TRUE(polygon.extend(7, 4));
+    EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}}));
 }
 
 TEST_F(PolygonDraw, IndexBecomesStrayWhenVerticesGo) {

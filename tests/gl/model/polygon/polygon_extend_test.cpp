@@ -3,7 +3,7 @@
 #include <iostream>
 #include <limits>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "support/gl_context.h"
 #include "support/polygon_builder.h"
 

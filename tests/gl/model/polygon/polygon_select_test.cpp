@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "model/mapped_span.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/polygon_builder.h"

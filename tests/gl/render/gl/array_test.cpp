@@ -6,7 +6,7 @@
 #include <numeric>
 #include <vector>
 
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
@@ -32,7 +32,7 @@ std::vector<float> counted(std::size_t count) {
 }
 
 std::vector<float> words_in_use(const array_t& array) {
-    const auto words = map_records<const float>(array);
+    const array_span<const float> words(array);
     return {words.begin(), words.end()};
 }
 
@@ -140,7 +140,7 @@ TEST_F(Array, CopiesShareTheBufferUntilTheLastRelease) {
     ASSERT_TRUE(array.allocate(4, sizes(), counted(4).data()));
     const GLuint id = array.buffer_id();
     array_t copy = array;
-    map_records<float>(copy)[0] = 9;
+    array_span<float>{copy}[0] = 9;
     EXPECT_EQ(words_in_use(array)[0], 9.0F);
     array.release();
     EXPECT_EQ(glIsBuffer(id), GL_TRUE);
@@ -342,10 +342,10 @@ TEST_F(Array, BindBindsItsBuffer) {
 TEST_F(Array, MappingThatFailsPrintsBothMessages) {
     array_t array;
     ASSERT_TRUE(array.allocate(4, sizes(), counted(4).data()));
-    const auto first = map_records<float>(array);
+    const array_span<float> first(array);
     {
         const captured_stream errors(std::cerr);
-        const auto second = map_records<float>(array);
+        const array_span<float> second(array);
         EXPECT_FALSE(second);
         EXPECT_EQ(second.size(), 0u);
         EXPECT_EQ(errors.text(), "buffer_t::MapBufferRange(): ptr is NULL.\narray pointer is NULL.\n");

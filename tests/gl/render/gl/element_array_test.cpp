@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "render/gl/array.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
@@ -23,13 +23,13 @@ using ulk_test::gl_store_size;
 using indices_t = std::vector<std::uint32_t>;
 
 void fill(element_array_t& elements, const indices_t& values) {
-    const auto indices = map_indices(elements);
+    const index_span indices(elements);
     ASSERT_EQ(indices.size(), values.size());
     std::copy(values.begin(), values.end(), indices.begin());
 }
 
 indices_t indices_in_use(const element_array_t& elements) {
-    const auto indices = map_indices(elements);
+    const const_index_span indices(elements);
     return {indices.begin(), indices.end()};
 }
 
@@ -173,7 +173,7 @@ TEST_F(ElementArray, MappingThatFailsPrintsBothMessages) {
     ASSERT_TRUE(elements.allocate(0));
     {
         const captured_stream errors(std::cerr);
-        EXPECT_FALSE(map_indices(elements));
+        EXPECT_EQ(elements.map(), nullptr);
         EXPECT_EQ(errors.text(), "buffer_t::MapBufferRange(): ptr is NULL.\nelement pointer is NULL.\n");
     }
     EXPECT_NE(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "a store of no bytes can not be mapped";

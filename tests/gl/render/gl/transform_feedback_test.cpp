@@ -7,7 +7,7 @@
 
 #include "render/gl/array.h"
 #include "render/gl/feedback_buffer.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/query.h"
 #include "render/gl/shader.h"
@@ -71,7 +71,7 @@ struct doubling_t {
     }
 
     std::vector<float> result() {
-        const auto words = map_feedback<float>(output);
+        const feedback_span<float> words(output);
         return {words.begin(), words.end()};
     }
 };

@@ -5,7 +5,7 @@
 
 #include "render/gl/array.h"
 #include "render/gl/element_array.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/shader.h"
 #include "support/gl_context.h"
@@ -223,7 +223,7 @@ TEST_F(VertexArray, ElementDrawDrawsTheIndicesInUse) {
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(3));
     {
-        const auto indices = map_indices(elements);
+        const index_span indices(elements);
         indices[0] = 2;
         indices[1] = 1;
         indices[2] = 0;
@@ -245,7 +245,7 @@ TEST_F(VertexArray, ElementDrawStopsAtTheEndOfTheStore) {
     ASSERT_TRUE(three.create());
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(1));
-    map_indices(elements)[0] = 1;
+    index_span{elements}[0] = 1;
     ASSERT_FALSE(elements.extend(std::int64_t{1} << 40));
     ASSERT_EQ(glGetError(), static_cast<GLenum>(GL_OUT_OF_MEMORY));
     const ulk_test::render_target_t target(3, 1);

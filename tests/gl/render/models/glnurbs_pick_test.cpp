@@ -8,7 +8,7 @@
 #include "model/math/matrices.h"
 #include "model/math/projections.h"
 #include "model/polygon/polygon.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/models/glnurbs.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
@@ -148,7 +148,7 @@ TEST_F(GlnurbsPick, TellsTheColourAndNumberOfEachPoint) {
     control_net_t model;
     model.build({{{0, 0, 0}, {0.5F, 0.25F, 0.125F, 1}}, {{0, 0.25F, 0}, {0.25F, 1, 0, 0.5F}}});
     EXPECT_TRUE(pick(model));
-    const auto records = map_feedback<const selection_record_t>(model.selectionfeedback);
+    const feedback_span<const selection_record_t> records(model.selectionfeedback);
     ASSERT_EQ(records.size(), 2U);
     EXPECT_EQ(records[0].VertexColor, (col3a{0.5F, 0.25F, 0.125F, 1}));
     EXPECT_EQ(records[1].VertexColor, (col3a{0.25F, 1, 0, 0.5F}));

@@ -4,7 +4,7 @@
 
 #include "gl/render/models/surface_scene.h"
 #include "model/math/matrices.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
 #include "support/gl_state.h"

@@ -5,7 +5,7 @@
 #include <random>
 
 #include "model/polygon/polygon.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
@@ -76,7 +76,7 @@ class FramePass : public ulk_test::gl_test {
     }
 
     static void set_work_frames(polygon_t& polygon, const std::vector<work_frame_t>& works) {
-        const auto records = map_records<work_frame_t>(polygon.wknmls);
+        const array_span<work_frame_t> records(polygon.wknmls);
         ASSERT_EQ(records.size(), works.size());
         std::copy(works.begin(), works.end(), records.begin());
     }
@@ -191,7 +191,7 @@ TEST_F(FramePass, RasterisesThePointsThatItDraws) {
     polygon_t polygon;
     build(polygon, {axes, axes, axes});
     {
-        const auto vertices = map_records<vertex_t>(polygon.vertices);
+        const array_span<vertex_t> vertices(polygon.vertices);
         for (vertex_t& vertex : vertices)
             vertex.position = {0.0625F, 0.0625F, 0.9F};  // the centre of a pixel
     }

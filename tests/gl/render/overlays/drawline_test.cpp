@@ -7,7 +7,7 @@
 
 #include "model/math/matrices.h"
 #include "model/math/projections.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/overlays/line_vertex.h"
 #include "support/broken_shaders.h"
 #include "support/captured_stream.h"
@@ -42,7 +42,7 @@ class Drawline : public ulk_test::gl_test {
         ASSERT_TRUE(overlay.init(nullptr));
     }
     std::vector<line_vertex_t> loaded() {
-        const auto vertices = map_records<line_vertex_t>(overlay.vertices);
+        const array_span<line_vertex_t> vertices(overlay.vertices);
         return {vertices.begin(), vertices.end()};
     }
     std::set<std::pair<int, int>> pixels_of(const pixel_t& colour) {

@@ -6,7 +6,7 @@
 
 #include "model/math/matrices.h"
 #include "model/math/projections.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/overlays/grid_lines.h"
 #include "support/broken_shaders.h"
 #include "support/captured_stream.h"
@@ -26,7 +26,7 @@ using testing::ElementsAre;
 using testing::StartsWith;
 
 std::vector<line_vertex_t> lines_of(array_t& array) {
-    const auto vertices = map_records<line_vertex_t>(array);
+    const array_span<line_vertex_t> vertices(array);
     return {vertices.begin(), vertices.end()};
 }
 

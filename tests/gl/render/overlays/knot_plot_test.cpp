@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/nurbs/basis.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "support/broken_shaders.h"
 #include "support/captured_stream.h"
 #include "support/forced_marks.h"
@@ -44,11 +44,11 @@ class KnotPlot : public ulk_test::gl_test {
         gl_test::TearDown();
     }
     std::vector<control_point_t> vertices() const {
-        const auto mapped = map_records<const control_point_t>(plot.vertices());
+        const array_span<const control_point_t> mapped(plot.vertices());
         return {mapped.begin(), mapped.end()};
     }
     std::vector<std::uint32_t> indices() const {
-        const auto mapped = map_indices(plot.strips());
+        const const_index_span mapped(plot.strips());
         return {mapped.begin(), mapped.end()};
     }
 

@@ -11,7 +11,7 @@
 
 #include "render/gl/array.h"
 #include "render/gl/feedback_buffer.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/shader.h"
 #include "render/gl/transform_feedback.h"
@@ -158,7 +158,7 @@ float evaluate(const std::string& function, float argument) {
     vertices.draw(GL_POINTS, 1);
     feedback.end();
     program_t::unuse();
-    return map_feedback<float>(results)[0];
+    return feedback_span<float>(results)[0];
 }
 
 struct slope_row_t {
@@ -249,7 +249,7 @@ class SelectionProgram : public ulk_test::gl_test {
         holder.draw(GL_POINTS, static_cast<GLsizei>(count));
         feedback.end();
         program_t::unuse();
-        const auto records = map_feedback<fed_back_t>(results);
+        const feedback_span<fed_back_t> records(results);
         return {records.begin(), records.end()};
     }
 

@@ -9,7 +9,7 @@
 #include "render/gl/array.h"
 #include "render/gl/element_array.h"
 #include "render/gl/feedback_buffer.h"
-#include "render/gl/mapping.h"
+#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/query.h"
 #include "render/gl/shader.h"
@@ -114,7 +114,7 @@ TEST(NoContext, UnmapWithoutBufferDoesNothing) {
 TEST(NoContext, GuardOfAnAbsentBufferIsFalseAndEmpty) {
     const captured_stream errors(std::cerr);
     array_t array;
-    const auto records = map_records<float>(array);
+    const array_span<float> records(array);
     EXPECT_FALSE(records);
     EXPECT_EQ(records.span().data(), nullptr);
     EXPECT_EQ(records.size(), 0u);
