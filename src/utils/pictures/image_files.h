@@ -15,8 +15,8 @@ bool is_picture_path(const char* path);
 /// load fail, fname=<path>" on the standard error stream. The image then keeps what has been set so far.
 [[nodiscard]] bool autoloadformat(image2d& image, const char* path);
 
-/// Writes a picture; what each form can store its codec tells. A PNG file of a format that has no place in
-/// one is not written, and the result is true.
+/// Writes a picture; each codec documents what its form can store. A PNG file of a format that has no place
+/// in one is not written, and the result is true.
 ///
 /// False when the codec fails or refuses, and for another extension, with the line "autosaveformat load fail,
 /// fname=<path>" on the standard error stream.
