@@ -13,7 +13,7 @@ inline constexpr const char* does_not_compile = "#version 330\nvoid main() { thi
 /// Compiles, and has nothing behind the function that it calls.
 inline constexpr const char* does_not_link = "#version 330\nvoid missing();\nvoid main() { missing(); }\n";
 
-/// A shader file that replaces a built-in source, and what the program that takes it says before it ends.
+/// A shader file that replaces a built-in source, and what the program that uses it prints before it ends.
 struct broken_file_t {
     const char* file;
     const char* content;

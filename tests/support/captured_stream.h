@@ -6,9 +6,10 @@
 
 namespace ulk_test {
 
-/// Takes what is written to a stream (std::cerr, say) while it lives; the stream gets its buffer back after.
+/// Takes what is written to a stream (std::cerr, say) while it lives; the stream gets its buffer back
+/// afterwards.
 class captured_stream {
- public:
+  public:
     explicit captured_stream(std::ostream& stream);
     ~captured_stream();
     captured_stream(const captured_stream&) = delete;
@@ -17,7 +18,7 @@ class captured_stream {
     /// What was written so far.
     std::string text() const { return taken.str(); }
 
- private:
+  private:
     std::ostream& stream;
     std::ostringstream taken;
     std::streambuf* original;

@@ -77,7 +77,7 @@ inline double distance(const point_t& p, const face_t& f) {
                      distance_to_segment(p, f[2], f[0])});
 }
 
-/// At least that far from the face, told by its box.
+/// At least that far from the face, judged by its box.
 inline bool is_clearly_beyond(const point_t& p, const face_t& f, double reach) {
     const auto apart = [&](double v, double a, double b, double c) {
         return v < std::min({a, b, c}) - reach || v > std::max({a, b, c}) + reach;

@@ -24,7 +24,7 @@ struct corner_ids_t {
     std::uint32_t a, b, c;
 };
 
-/// Colour and texture coordinate follow the place, so that what is interpolated can be told.
+/// Colour and texture coordinate follow the place, so that interpolated values can be recognised.
 inline ulk3d::vertex_t vertex_with_attributes(const pos3& p) {
     return {p, {0.5F + p.x / 8, 0.5F + p.y / 8, 0.5F + p.z / 8, 1}, {p.x / 4, p.y / 4}};
 }

@@ -7,7 +7,7 @@
 namespace ulk_test {
 
 /// Makes the process's one GL context current, creating it at the first call. False, with the reason in a
-/// test failure, when there is none to be had.
+/// test failure, when none can be made.
 bool make_gl_context_current();
 
 /// Base of all tests that call GL: the context is current, and no test may leave a GL error behind.

@@ -20,7 +20,7 @@ inline GLint64 gl_store_size(GLuint id) {
     return size;
 }
 
-/// Leaves a GL_INVALID_ENUM pending, for the next mark to print.
+/// Leaves a GL_INVALID_ENUM pending, for the next grCheckError to print.
 inline void make_gl_error() {
     glEnable(0xFFFF);
 }

@@ -13,7 +13,7 @@
 #include "render/gl/element_array.h"
 
 /// The fold step by step, as it is defined: strips cut in place, one insertion at a time, and one pass over
-/// the marked elements for every vertex that is torn. The reference of tests and benchmarks.
+/// the selected elements for every vertex that is torn. The reference of tests and benchmarks.
 namespace ulk_test {
 
 struct plain_strips_t {

@@ -6,9 +6,9 @@
 
 #include "utils/pictures/image2d.h"
 
-/// The transforms of images as they are told, pixel by pixel, without any short cut. Results and speed of the
-/// library's ones are compared with them. They take images that the transforms accept, and give the bytes of
-/// the rows of the target, one behind the other.
+/// The transforms of images by their definition, pixel by pixel, without any short cut. Results and speed of
+/// the library's ones are compared with them. They take images that the transforms accept, and give the bytes
+/// of the rows of the target, one behind the other.
 namespace ulk_test {
 
 /// Makes `target`, a fresh image or one of the same kind, an image of 8 bits a channel and of the size of

@@ -8,8 +8,8 @@
 #include "model/polygon/strip_walk.h"
 #include "operations/hit/polygon_hit.h"
 
-/// The hit test as it is told, without any short cut: every triangle is projected, clipped by all four lines
-/// and its corners are put into a map. Results and speed of the program's one are compared with it.
+/// The hit test by its definition, without any short cut: every triangle is projected, clipped by all four
+/// lines and its corners are put into a map. Results and speed of the program's one are compared with it.
 namespace ulk_test {
 
 using plain_polygon_t = std::vector<ulk3d::clip_vertex_t>;

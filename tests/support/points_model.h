@@ -11,7 +11,7 @@
 
 namespace ulk_test {
 
-/// A model of arrays and a selection, nothing else, that notes which records it is told of.
+/// A model of arrays and a selection, nothing else, that notes which records it is notified of.
 struct points_model_t : ulk3d::modeling_t {
     using changes_t = std::vector<std::pair<std::uint32_t, std::uint64_t>>;
 

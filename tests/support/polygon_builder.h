@@ -8,7 +8,7 @@
 
 namespace ulk_test {
 
-/// The mark that ends a strip, short enough for tables.
+/// The restart mark under a name that is short enough for tables.
 inline constexpr std::uint32_t mark = ulk3d::restart_mark;
 
 /// A white vertex at a place.

@@ -28,7 +28,7 @@ std::string stl_record(const stl_triangle_t& triangle);
 std::string stl_file(const std::vector<stl_triangle_t>& triangles);
 std::string stl_file(const std::vector<stl_triangle_t>& triangles, std::uint32_t count);
 
-/// What a file holds. Fails the test when its size is not the one that its count tells of.
+/// What a file holds. Fails the test when its size does not agree with its count.
 std::vector<stl_triangle_t> stl_triangles(std::string_view file);
 
 }  // namespace ulk_test

@@ -37,14 +37,14 @@ struct tex_parameters_cube_t {
     GLfloat aniso = 1.0F;
 };
 
-/// Hands a record to the texture that is bound to its target; null is nothing to do. The anisotropy of
-/// volumes and cube maps is handed on only where GL has it, that of 2D textures always.
+/// Sets a record's parameters on the texture that is bound to its target; null does nothing. The anisotropy
+/// of volumes and cube maps is set only where GL has it, that of 2D textures always.
 void grTexParameter(const tex_parameters_1d_t* parameters);
 void grTexParameter(const tex_parameters_2d_t* parameters);
 void grTexParameter(const tex_parameters_3d_t* parameters);
 void grTexParameter(const tex_parameters_cube_t* parameters);
 
-/// Sets the border colour (four floats, RGBA) of the texture bound to `target`; null is nothing to do.
+/// Sets the border colour (four floats, RGBA) of the texture bound to `target`; null does nothing.
 void grTexBorderColor(GLenum target, const GLfloat* color);
 
 }  // namespace libgr

@@ -29,8 +29,8 @@ class grTexturableImage : public grTexturable {};
 /// Such content in a format that GL may know.
 class grTexturableImageGL : public grTexturableImage {
   public:
-    /// The internal format of the first level, `gl_no_object` when there is none or it is not supported; the
-    /// lines of grFormatSelect tell of the latter.
+    /// The internal format of the first level, `gl_no_object` when there is none or it is not supported;
+    /// grFormatSelect prints lines about the latter.
     virtual GLenum GetInternalFormat() const = 0;
 };
 

@@ -29,7 +29,7 @@ constexpr channel_type_t channel_types[] = {
 /// Bits of a channel by their code.
 constexpr std::array<GLint, 9> channel_bits{1, 2, 4, 8, 12, 16, 24, 32, 64};
 
-/// Reads a parameter of a level and has its mark checked.
+/// Reads a parameter of a level and reports a GL error under its error label.
 template <class GetParameter>
 GLint checked_parameter(GetParameter get, GLenum parameter, const char* mark) {
     GLint value = 0;

@@ -9,7 +9,7 @@
 
 namespace libgr {
 
-/// Owner of one GL texture name. Without a current context the name is only forgotten.
+/// Owner of one GL texture name. Without a current context it drops the name without deleting it.
 struct texture_name_t {
     texture_name_t() = default;
     ~texture_name_t();
@@ -23,8 +23,8 @@ struct texture_name_t {
 /// A GL texture object and the content that it shows. Copies share the GL name.
 ///
 /// Built without a context; all else needs a current one. Until `Set` there is no name, and then nothing is
-/// bound or drawn: that is how a texture whose picture could not be loaded stays out of the way. Marks and
-/// words go to the standard error stream.
+/// bound or drawn: that is how a texture whose picture could not be loaded stays out of the way. GL errors
+/// and messages go to the standard error stream.
 class grTextureObject : public grTexturableObject {
   public:
     std::uint32_t GetTarget() const override;
@@ -57,9 +57,9 @@ class grTextureObject : public grTexturableObject {
     ///
     /// False, with `image` cleared, for a red channel that is none; with "red size is not recognized." for
     /// one of a size without a code, with "grTextureObject::GetTextureImage() img allocate fail." without
-    /// memory. True else, also where GL refuses the read: the channel's type, as GL tells it, is asked for as
-    /// it is, which only integers and floats can be. Pixels of a wider type than their storage are not read:
-    /// false. No command reaches this or the next one.
+    /// memory. True else, also where GL refuses the read: the channel's type, as GL reports it, is requested
+    /// unchanged, which only integers and floats can be. Pixels of a wider type than their storage are not
+    /// read: false. No command reaches this or the next one.
     [[nodiscard]] static bool GetTextureImage(GLenum target, GLint level, libutils::image2d& image);
     /// The same from this object's texture, bound or not; before GL 4.5 it is bound for it and stays so. GL
     /// keeps the read inside of the image: pixels of a wider type are an error of GL, and the result is true.

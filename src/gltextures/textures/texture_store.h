@@ -55,7 +55,7 @@ struct texture_store_t {
         return slot < slots.size() ? slots[slot].get() : nullptr;
     }
 
-    /// Drops all entries. Their GL names are deleted where a context is current, else forgotten. The
+    /// Drops all entries. Their GL names are deleted where a context is current, otherwise dropped. The
     /// generation goes on.
     void clear() {
         names.clear();

@@ -33,8 +33,8 @@ extern texture_store_t<cube_entry_t> cube_textures;
 /// Empties the stores, the cubes first.
 void clear_texture_stores();
 
-/// Has the stores emptied when the process exits, while what the textures are made of still exists. Any
-/// number of calls is one.
+/// Has the stores emptied when the process exits, while what the textures are made of still exists. Repeated
+/// calls do nothing.
 void clear_texture_stores_at_exit();
 
 }  // namespace libgr

@@ -7,7 +7,7 @@
 
 namespace libgr {
 
-/// What GL is told of the pixels of an image: how to store them, and how they lie in memory.
+/// How GL is to store the pixels of an image, and how they lie in memory.
 struct gl_triple_t {
     GLenum internal_format = 0;
     GLenum format = 0;

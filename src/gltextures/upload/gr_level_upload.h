@@ -45,17 +45,18 @@ struct level_place_t {
     GLenum image_target;    ///< the texture's target, or a face of it
     GLenum texture_target;  ///< the target with its parameters
     GLint level = 0;
-    bool border = false;  ///< the image has a border; only level 0 is told to GL with one
+    bool border = false;  ///< the image has a border; only level 0 is passed to GL with one
     std::uint64_t max_size =
         0;  ///< side of the square storage that the image is padded to, 0 for its own size
     bool is_mipmap_path = false;
     transfer_t transfer = transfer_t::store;
 };
 
-/// Uploads one level under the unpack state that is set. Marks tell of GL errors; a compressed image that the
-/// context can not take has a line "error, ARB_texture_compression unsupported when compressed image loading,
-/// skip." on the standard error stream. False when GL has been handed nothing: then, and silently when the
-/// source's bytes end before its pixels do. Of use to whom something follows the upload of a whole level.
+/// Uploads one level under the unpack state that is set. grCheckError reports GL errors; a compressed image
+/// that the context can not take has a line "error, ARB_texture_compression unsupported when compressed image
+/// loading, skip." on the standard error stream. False when GL has been handed nothing: then, and silently
+/// when the source's bytes end before its pixels do. Useful where something follows the upload of a whole
+/// level.
 bool upload_level(const level_place_t& place, const pixel_source_t& source, const gl_triple_t& triple);
 
 /// Builds the levels of the texture on the host, from one image. Of what GLU does not know, volumes included,

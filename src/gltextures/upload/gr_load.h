@@ -7,8 +7,8 @@
 #include "gltextures/upload/gr_pixel_source.h"
 
 /// How the levels of the image textures get into the texture that is bound. What the classes differ in is
-/// told by records; words and marks go to the standard error stream. A level that fails is left out, and the
-/// others go on.
+/// told by records; messages and GL errors go to the standard error stream. A level that fails is left out,
+/// and the others go on.
 namespace libgr {
 
 /// The settings that all image textures have.
@@ -27,8 +27,8 @@ struct upload_family_t {
     bool generates_mipmaps;
     /// A compressed format may be chosen for every level, not only for the one that mipmaps are made of.
     bool compresses_all_levels;
-    /// Said of a compressed image from which no mipmaps can be made, by whether GL has the mipmap flag at
-    /// all; null for nothing.
+    /// The message about a compressed image from which no mipmaps can be made, by whether GL has the mipmap
+    /// flag at all; null for nothing.
     const char* words_with_flag;
     const char* words_without_flag;
 };
@@ -42,7 +42,7 @@ void upload_levels(const upload_family_t& family, std::span<const pixel_source_t
                    const upload_settings_t& settings);
 
 /// The same for a cube map: six faces per level, +x, -x, +y, -y, +z, -z. On the way to mipmaps only the first
-/// level is looked at. False when its first face has a format that is not supported; nothing more should be
+/// level is examined. False when its first face has a format that is not supported; nothing more should be
 /// done to the texture then.
 [[nodiscard]] bool upload_cube_levels(std::span<const pixel_source_t> faces,
                                       const upload_settings_t& settings);

@@ -11,7 +11,7 @@ bool has_mipmap_flag_for(GLenum internal_format);
 /// Sets or clears that flag.
 void set_mipmap_flag(GLenum target, bool on);
 
-/// Said of a compressed image whose mipmaps can not be built.
+/// The message about a compressed image whose mipmaps can not be built.
 inline constexpr const char* special_format_words =
     "Compressed 'special format' image is ablen't to build mipmaps, fallback.\n";
 

@@ -8,7 +8,7 @@ namespace ulk3d {
 
 /// Puts a stream into the number format of the debugging forms while it lives: std::fixed, decimal, and no
 /// grouping or decimal comma of a locale (the toolkit makes the user's locale the global one of C++, and new
-/// streams start with it). Flags and locale are restored after.
+/// streams start with it). Flags and locale are restored afterwards.
 class number_format {
   public:
     explicit number_format(std::ostream& stream) : os(stream), flags(os.flags()), locale(os.getloc()) {

@@ -2,7 +2,8 @@
 
 #include "model/math/records.h"
 
-/// Cameras and their matrices. All is computed in double precision; matrices are rounded to float at the end.
+/// Cameras and their matrices. Everything is computed in double precision; matrices are rounded to float at
+/// the end.
 namespace ulk3d {
 
 /// Half the diagonal of a film frame of 36 by 24.

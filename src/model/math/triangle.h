@@ -7,7 +7,7 @@
 
 namespace ulk3d {
 
-/// A triangle with everything that crossing tests ask of it, derived from its three points once. 55 f32
+/// A triangle with everything that crossing tests need, derived from its three points once. 55 f32
 /// without gaps; the odd floats keep edges and points four floats apart.
 struct triangle_t {
     struct edge_t {
@@ -30,7 +30,7 @@ struct triangle_t {
     /// Of p1p2, p2p0, p0p1.
     std::array<float, 3> lengths{};
     float lengths_pad = 0;
-    /// At p0, p1, p2, in radians. An obtuse angle stands as what it lacks to 180 degrees.
+    /// At p0, p1, p2, in radians. An obtuse angle is given as 180 degrees minus the angle.
     std::array<float, 3> angles{};
     float angles_pad = 0;
     /// Onto the sides, in the order of `lengths`.

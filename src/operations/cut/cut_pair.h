@@ -13,7 +13,7 @@ namespace ulk3d {
 
 using corners_t = std::array<pos3, 3>;
 
-/// A triangle of the cutter. What crossing tests ask of it is made on first need.
+/// A triangle of the cutter. What crossing tests need of it is computed on first use.
 class cutter_triangle_t {
   public:
     explicit cutter_triangle_t(const corners_t& points);
@@ -57,8 +57,8 @@ struct pair_cut_t {
 /// when the edges of the cutter's triangle order a cut, but the victim's edges have no two points for it.
 pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uint64_t j, std::uint64_t i);
 
-/// Whether a triangle of the victim can be looked at: both element positions exist and hold a vertex. If not,
-/// says which does not, by the first of these lines that applies:
+/// Whether a triangle of the victim can be examined: both element positions exist and hold a vertex. If not,
+/// prints the first of these lines that applies:
 ///
 ///     error, mi2: 9 over.
 ///     error, mi1: 9 over.

@@ -7,7 +7,7 @@
 
 namespace ulk3d {
 
-/// The triangle as the mesh cut works on it: its plane, and its outline laid level on first need.
+/// The triangle as the mesh cut works on it: its plane, and its outline turned level on first use.
 struct cut_triangle_t {
     struct edge_t {
         line2d line;
@@ -39,7 +39,7 @@ struct crossing_t {
 
 /// How an edge lies against a triangle.
 enum edge_code : int {
-    edge_parallel = -1,  ///< in the plane, or no meeting point can be told
+    edge_parallel = -1,  ///< in the plane, or no meeting point can be determined
     edge_apart = 0,      ///< both ends on one side, or the point is outside of all three lines
     edge_at_corner = 1,  ///< through a corner
     edge_on_outline = 2,

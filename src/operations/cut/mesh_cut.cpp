@@ -39,7 +39,7 @@ std::vector<victim_t> read_victims(const polygon_t& cutter, const model_list_t& 
 void write_back(const victim_t& victim, model_list_t& models) {
     const auto entry = std::ranges::find(models, victim.entry, &std::unique_ptr<model_entry_t>::get);
     if (victim.changed && entry != models.end())
-        (void)write_strip_mesh((*entry)->polygon, victim.mesh);  // has said why, should it fail
+        (void)write_strip_mesh((*entry)->polygon, victim.mesh);  // reports its own failure
 }
 
 }  // namespace

@@ -24,15 +24,15 @@ using progress_signal_t = sigc::signal<void, double>;
 /// little above, while triangles are removed from it.
 ///
 /// A model that leaves the list in a handler of the progress is left alone from then on. Needs a current GL
-/// context. Edit histories of changed models no longer fit; they are the caller's.
+/// context. Edit histories of changed models no longer fit; clearing them is up to the caller.
 void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
 /// Whether the boxes of two meshes are not clearly apart. The outline test looks at whole lines: a cutter far
 /// away can split triangles whose planes happen to meet its own in the line of an edge. A victim that the
-/// cutter can not touch is therefore not asked about at all.
+/// cutter can not touch is therefore skipped altogether.
 bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
 
-/// The two phases of the cut, on the host. Both say whether the victim was changed.
+/// The two phases of the cut, on the host. Both return whether the victim was changed.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 

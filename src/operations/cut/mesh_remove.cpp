@@ -28,7 +28,7 @@ class remover_t {
     inside_test_t& inside;
     const progress_signal_t& progress;
     double step = 0;
-    strip_mesh_t strip;  ///< all vertices, and the elements of a strip with the mark that ends it
+    strip_mesh_t strip;  ///< all vertices, and the elements of a strip with the restart mark that ends it
     bool changed = false;
 };
 

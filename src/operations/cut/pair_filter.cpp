@@ -11,7 +11,7 @@ namespace ulk3d {
 namespace {
 
 // These functions become one loop that computes several triangles at once. So they are inlined without fail
-// and have no branches: truth values are joined by & and |. What is said of a not-a-number is such that the
+// and have no branches: truth values are joined by & and |. Not-a-numbers are treated so that the
 // triangle is asked about.
 
 using cutter_values_t = pair_filter_t::cutter_values_t;

@@ -8,7 +8,7 @@
 
 namespace ulk3d {
 
-/// Picks out of many triangles of the victim those about which `cut_pair` has to be asked. For all others the
+/// Picks from many triangles of the victim those that need `cut_pair`. For all others the
 /// answer is known: nothing is cut. Those are pairs in which two edges of the victim meet the cutter's plane
 /// outside of the triangle or on its outline, the line through the meeting points does not pass through it,
 /// and the cutter's triangle is on one side of the victim's plane. All values are computed as `cut_pair`
@@ -22,10 +22,10 @@ class pair_filter_t {
     /// whose other two corners are strictly on the other side.
     void add(const corners_t& corners, std::uint32_t lone, std::uint32_t tag);
 
-    /// Takes a triangle that is to be asked about in any case.
+    /// Adds a triangle that needs `cut_pair` in any case.
     void ask(std::uint32_t tag) { asked.push_back(tag); }
 
-    /// The tags of the triangles to be asked about, in rising order.
+    /// The tags of the triangles that need `cut_pair`, in rising order.
     const std::vector<std::uint32_t>& finish();
 
     static constexpr std::size_t lanes = 16;

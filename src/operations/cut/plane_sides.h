@@ -10,7 +10,7 @@
 /// precision, x times x first, as in `dot`.
 namespace ulk3d {
 
-/// Bit k tells of point k. A value that equals d or is not a number is on neither side.
+/// Bit k is for point k. A value that equals d or is not a number is on neither side.
 struct side_bits_t {
     std::uint64_t below = 0, above = 0;
 };

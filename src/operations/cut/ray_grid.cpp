@@ -61,7 +61,7 @@ double beyond_corner(const cut_triangle_t& triangle, const std::array<double, 3>
     return distance / (sine / 2);
 }
 
-/// How far in x and y from a triangle's box a ray can be and still be told to meet it, when no coordinate is
+/// How far in x and y from a triangle's box a ray can be and still count as meeting it, when no coordinate is
 /// beyond `size`. Infinite or not a number when there is no bound.
 double widening(const cut_triangle_t& triangle, double size) {
     std::array<double, 3> sides{};

@@ -11,10 +11,11 @@ namespace ulk3d {
 
 /// Finds the triangles that a ray along z may meet, by its x and y.
 ///
-/// Each triangle stands in all cells of a grid from which it could be told to be met: those over its own box,
-/// widened by as much as tolerance and rounding of `classify_edge` can reach. At a sharp corner that is far
-/// more than the tolerance itself, since a point may be beyond it by the tolerance over the sine of half the
-/// angle. Triangles for which this is no use (needles, values that are not finite) are given to every ray.
+/// Each triangle is listed in all cells of a grid from which the test could report a hit: those over its own
+/// box, widened by as much as tolerance and rounding of `classify_edge` can reach. At a sharp corner that is
+/// far more than the tolerance itself, since a point may be beyond it by the tolerance over the sine of half
+/// the angle. Triangles for which this is no use (needles, values that are not finite) are given to every
+/// ray.
 class ray_grid_t {
   public:
     /// Makes the flat data of the triangles. All rays end at `end_z`.

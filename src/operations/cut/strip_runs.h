@@ -19,9 +19,9 @@ struct cut_plane_t {
 /// while the mesh is being split.
 ///
 /// The elements are divided into runs of consecutive positions, each with the box of the vertices that its
-/// triangles use. A run is passed over when all corners of its box are on one side. That is exact: rounded
+/// triangles use. A run is skipped when all corners of its box are on one side. That is exact: rounded
 /// sums and products grow with their arguments, so that no vertex of the run has a value beyond that of the
-/// box's corner. A run with a vertex that is not finite is never passed over.
+/// box's corner. A run with a vertex that is not finite is never skipped.
 class strip_runs_t {
   public:
     explicit strip_runs_t(const strip_mesh_t& of) : mesh(of) { build(); }
@@ -67,7 +67,7 @@ class strip_runs_t {
     struct word_t {
         std::uint64_t closing = 0;  ///< a triangle closes here
         std::uint64_t flipped = 0;  ///< and is turned, if an even count of indices is ahead of the run
-        std::uint64_t leading = 0;  ///< before the run's first mark: there an odd count turns it round
+        std::uint64_t leading = 0;  ///< before the first restart mark: an odd count turns it round
     };
 
     struct run_t {

@@ -15,7 +15,7 @@ namespace ulk3d {
 /// So that nothing is stretched, the sheet tears where turned and other triangles meet: the strips are cut
 /// there (operations/strips/separate_strips.h), and the turned triangles get copies of the vertices that they
 /// share with others. A copy takes the first vertex slot that no element refers to, or else makes the mesh
-/// grow. Polygon ids mean the same triangles after. Ids without a triangle are ignored.
+/// grow. Polygon ids mean the same triangles afterwards. Ids without a triangle are ignored.
 ///
 /// `a` and `b` must not be the same point, and the elements must hold no index at or above the vertex count
 /// but the restart mark, as `read_strip_mesh` gives them. Always true: it ran. Linear in the sizes.
@@ -25,8 +25,8 @@ bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const
 /// The same for the arrays of a polygon model, which grow as needed; each is read and written once. The
 /// caller then has the model renew what depends on them. Needs a current GL context.
 ///
-/// False when it could not run, as GL has no memory for what it adds or there are no arrays; all stay as they
-/// were.
+/// False when it could not run, because GL has no memory for what it adds or because there are no arrays;
+/// everything stays as it was.
 [[nodiscard]] bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const pos3& b,
                                  float angle, array_t& vertices, array_t& normals, element_array_t& elements);
 

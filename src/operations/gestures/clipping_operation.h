@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// Marks polygons of polygon models as the set to fold. It clips no geometry: its name comes from the
+/// Selects polygons of polygon models as the set to fold. It clips no geometry: its name comes from the
 /// clipping of triangles in the hit test behind its picks.
 class clipping_t : public picking_operation_t {
   public:

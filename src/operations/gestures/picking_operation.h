@@ -7,7 +7,7 @@ namespace ulk3d {
 /// What all operations share: the left and the right button each paint with a brush, at the press and along
 /// a drag; the double click of the right button clears.
 ///
-/// A derived class has the signals and says which of them its brushes hand the hits to.
+/// A derived class has the signals and decides which of them receive the hits of its brushes.
 class picking_operation_t : public operation_t {
   public:
     using operation_t::operation_t;

@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// Marks control points as selection_t does, and dents the surface around the lowest marked one: a left
+/// Selects control points as selection_t does, and dents the surface around the lowest selected one: a left
 /// button that is released with Shift applies the dent. The press with Shift means nothing, so the dent runs
 /// from the place of the last pick.
 class punish_t : public picking_operation_t {

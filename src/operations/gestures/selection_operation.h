@@ -4,10 +4,10 @@
 
 namespace ulk3d {
 
-/// Marks control points or vertices of any model and moves the marked ones.
+/// Selects control points or vertices of any model and moves the selected ones.
 ///
-/// Left paints marks with a narrow brush, right wipes them with a wide one. With Shift a left drag moves the
-/// marked points, and the wheel moves them while no button is held.
+/// Left selects with a narrow brush, right unselects with a wide one. With Shift a left drag moves the
+/// selected points, and the wheel moves them while no button is held.
 class selection_t : public picking_operation_t {
   public:
     using picking_operation_t::picking_operation_t;

@@ -67,7 +67,7 @@ class strip_separator_t {
         copied = end;
     }
 
-    /// The last elements belong to a marked triangle.
+    /// The last elements belong to a selected triangle.
     void touch(std::size_t count) {
         for (std::size_t place = out.elements.size() - count; place < out.elements.size(); ++place)
             out.touched.push_back(place);
@@ -80,7 +80,7 @@ class strip_separator_t {
     /// Where a triangle stands that goes on with the strip of the last one.
     std::size_t next_position = static_cast<std::size_t>(-1);
     bool is_first = true;          ///< the next triangle begins a strip in the written list
-    bool previous_marked = false;  ///< the last triangle was marked
+    bool previous_marked = false;  ///< the last triangle was selected
 };
 
 }  // namespace

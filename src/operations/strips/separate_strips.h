@@ -17,11 +17,11 @@ struct separated_strips_t {
 /// Cuts triangle strips wherever a triangle that is in `selected` follows one that is not, or the other way
 /// round, so that the two have no element in common any more.
 ///
-/// The triangles stay the same, with their winding and in their order: polygon ids mean the same after. Ids
-/// without a triangle are ignored. What stands between strips stays, indices at or above `vertex_count`
+/// The triangles stay the same, with their winding and in their order: polygon ids mean the same afterwards.
+/// Ids without a triangle are ignored. What stands between strips stays, indices at or above `vertex_count`
 /// included. Strips that are separated already are left as they are. Linear in the sizes.
 ///
-/// Worked example: 0 1 2 3 4 with {1} selected gives 0 1 2 mark 2 1 3 mark 2 3 4.
+/// Worked example: 0 1 2 3 4 with {1} selected gives 0 1 2 | 2 1 3 | 2 3 4, where | is the restart mark.
 separated_strips_t separate_strips(std::span<const std::uint32_t> elements, std::uint64_t vertex_count,
                                    const std::set<std::uint32_t>& selected);
 

@@ -19,7 +19,7 @@ struct strip_mesh_t {
 };
 
 /// The mesh as it stands in the buffers. Every index at or above the vertex count, which ends a strip, is
-/// given as the restart mark: as a plain index it would come to life when vertices are added.
+/// given as the restart mark: as a plain index it would become valid when vertices are added.
 [[nodiscard]] strip_mesh_t read_strip_mesh(const array_t& vertices, const array_t& normals,
                                            const element_array_t& elements);
 [[nodiscard]] strip_mesh_t read_strip_mesh(const polygon_t& polygon);

@@ -154,7 +154,7 @@ std::vector<std::uint32_t> spelled(std::string_view letters, const corners_t& ve
 struct passed_t {
     std::uint32_t advance;    ///< to the last index of the new triangles
     std::uint32_t run_count;  ///< there
-    bool starts_anew;         ///< a mark and two indices that are to be repeated come next
+    bool starts_anew;         ///< a restart mark and two indices to be repeated come next
 };
 
 /// Rewrites the indices of a triangle; its new vertices are the next that the mesh gets.

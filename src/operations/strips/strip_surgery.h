@@ -31,13 +31,13 @@ namespace ulk3d {
 /// A split returns the advance: i + advance is the last position that the walk has to take as passed. Behind
 /// it come the untouched triangles, each once, and none of the new ones. The run count and the triangle
 /// number are set to what they are at that position; the number is again the run count less 3, and like it is
-/// one higher at the next index. An advance of 0 says that nothing was done and nothing was changed.
+/// one higher at the next index. An advance of 0 means that nothing was changed.
 ///
 /// Corners are element positions: i0, i1, i2 are the three positions i - 2, i - 1, i, in an order that gives
 /// the triangle's winding. Positions beyond the list, three that are not in a row, a number below 0 and
-/// corners that are restart marks are refused without a word. Three of the six orders are against the winding
+/// corners that are restart marks are refused silently. Three of the six orders are against the winding
 /// of the triangle: where the triangle number is even they are refused with two lines on the standard error
-/// stream that name the positions i (the highest) and l (the lowest), else without a word:
+/// stream that name the positions i (the highest) and l (the lowest), otherwise silently:
 ///
 ///     i(5) == i0(5)    i==i1(5)      i==i2(5)
 ///     l(3) == i2(5)    l==i0(3)      l==i1(3)
@@ -66,8 +66,8 @@ enum class strip_place_t : std::uint32_t {
 };
 
 /// Removes the triangle at the positions `first` to `last`; vertices stay. In a walk it goes on at position
-/// `first` itself, which is to be looked at next, with a run count of 0, whatever the place was.
-/// Positions that can not be, or that lack the neighbours which the place says they have, do nothing.
+/// `first` itself, which is the next to examine, with a run count of 0, whatever the place was.
+/// Impossible positions, and positions without the neighbours that the place implies, do nothing.
 void del_elements(strip_mesh_t& mesh, std::uint32_t first, std::uint32_t last, strip_place_t place);
 
 }  // namespace ulk3d

@@ -8,12 +8,12 @@ namespace libutils {
 ///
 /// The object is the state of one block: a mapping, and a view into it that can be moved. What is written
 /// into a block stays in this process and never reaches a file, so that one file can be mapped any number of
-/// times. A file that another program cuts meanwhile shows zeros behind its new end.
+/// times. A file that another program truncates meanwhile shows zeros behind its new end.
 ///
-/// A file that can not be opened or mapped, and memory that can not be had, end the process: a line
+/// A file that can not be opened or mapped, and memory that can not be allocated, end the process: a line
 /// "<file name>: file open failed." or "<file name>: create file mapping failed." goes to the standard error
 /// stream, a line "alloc_mmap_win::allocate() failed with error <number>: <text>" follows, and the process
-/// exits with the system's error number as its status. Test a file before.
+/// exits with the system's error number as its status. Check the file beforehand.
 class alloc_mmap_win {
   public:
     enum class access_t : std::uint32_t { read, write };
@@ -37,7 +37,7 @@ class alloc_mmap_win {
     bool writable() const { return access == access_t::write; }
 
     /// True when the system would give anonymous memory of that size now. Ask it before a size that comes
-    /// from a file: memory that can not be had ends the process.
+    /// from a file: memory that can not be allocated ends the process.
     static bool has_memory(std::uint64_t byte_count);
 
   private:

@@ -4,9 +4,9 @@
 
 namespace libutils {
 
-/// A file that is mapped can be cut by another program: what lies behind its new end is gone, and to touch it
-/// ends the process with the signal SIGBUS. A mapping that is watched has zeros there instead. Any other
-/// signal of that kind does what it would have done before the first mapping was watched.
+/// Another program can truncate a mapped file: the pages behind the new end are gone, and touching them ends
+/// the process with the signal SIGBUS. A watched mapping has zeros there instead. Any other SIGBUS does what
+/// it would have done before the first mapping was watched.
 ///
 /// `protection` is that of the mapping's pages. Mappings are made and released on one thread only.
 void watch_mapping(char* mapping, std::uint64_t size, int protection);

@@ -58,7 +58,7 @@ class ofsvector : public refvector2<T, A> {
         show_all();
         return done;
     }
-    /// As in the base, with the limit taken off; the window begins where it did.
+    /// As in the base, but removes the limit; the window begins where it did.
     bool reallocate(std::uint64_t count, std::uint64_t file_offset = 0) override {
         limit = no_limit;
         return base::reallocate(count, file_offset);

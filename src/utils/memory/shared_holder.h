@@ -34,7 +34,7 @@ class shared_holder {
         return holder;
     }
 
-    /// Lets go of the object; the holder is null after.
+    /// Releases the object; the holder is null afterwards.
     void reset() { *this = shared_holder(); }
 
     T* get() const { return held == nullptr ? nullptr : &held->object; }

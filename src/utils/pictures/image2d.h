@@ -13,8 +13,8 @@ namespace libutils {
 /// `linesize()` bytes apart and may be longer than the picture, and the picture may begin inside of them. A
 /// copy takes the header and shares the bytes and the palette: what is written through one is seen by all.
 ///
-/// A header can promise more than the window holds, as that of a file that was cut. `holds_pixels()` tells,
-/// and is asked before pixels are read, uploaded or saved.
+/// A header can promise more than the window holds, as in a truncated file. Call `holds_pixels()` before
+/// pixels are read, uploaded or saved.
 class image2d : public image_window_t {
   public:
     /// A code of image_format, image_type and image_bits each.
@@ -57,9 +57,9 @@ class image2d : public image_window_t {
     bool holds_pixels() const;
 
     using image_window_t::allocate;
-    /// Gives the picture bytes of its own for the skipped rows and all others, and no limit, as fit_window
-    /// tells. The codes, the sizes and the skips come first. False, without bytes, when memory of that size
-    /// can not be had.
+    /// Gives the picture bytes of its own for the skipped rows and all others, and no limit, by the rules of
+    /// fit_window. The codes, the sizes and the skips come first. False, without bytes, when memory of that
+    /// size can not be allocated.
     [[nodiscard]] bool allocate() {
         return fit_window(*this, size_product(std::uint64_t{skip_y} + height, linesize()));
     }

@@ -27,7 +27,7 @@ bool autoloadformat(image2d& image, const char* path) {
 bool autosaveformat(const image2d& image, const char* path) {
     const file_form_t* const form = find_file_form(path);
     if (form == nullptr || form->save == nullptr) {
-        // "load" is what the saving side says, too.
+        // The saving side prints "load", too.
         std::cerr << "autosaveformat load fail, fname=" << path << '\n';
         return false;
     }

@@ -13,7 +13,7 @@ namespace libutils {
 /// load fail, fname=<path>" on the standard error stream. The image then keeps what has been set so far.
 [[nodiscard]] bool autoloadformat(image2d& image, const char* path);
 
-/// Writes a picture; what each form can store its codec tells. No command reaches this: pictures are only
+/// Writes a picture; each codec documents what its form can store. No command reaches this: pictures are only
 /// read. A PNG file of a format that has no place in one is not written, and the result is true.
 ///
 /// False when the codec fails or refuses, and for an extension that is not written, with the line

@@ -31,7 +31,7 @@ inline constexpr std::uint32_t floating_point = 2;
 }  // namespace image_type
 
 /// Codes of `bits`: bits of a channel up to 8, bits of a whole pixel, its channels packed, from 9 on. The
-/// packed names tell the bits of the channels.
+/// packed names give the bits of the channels.
 namespace image_bits {
 inline constexpr std::uint32_t bits_1 = 0;
 inline constexpr std::uint32_t bits_2 = 1;

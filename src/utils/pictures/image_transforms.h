@@ -7,11 +7,11 @@
 
 /// Transforms of images: each makes `target` from `source`, which stays as it is; both may be one object.
 ///
-/// A target that is made has bytes of its own; its rows are aligned to 4 bytes, it has no skips and no
-/// palette, unless told otherwise. Positions in the source respect its skips and its line size. What is
-/// refused, which an image is too whose window does not hold its pixels, gives false and a target that is a
-/// shallow copy of the source, so that a caller who goes on by mistake sees the source. A message, where one
-/// is told, is a line on the standard error stream.
+/// A new target has bytes of its own; its rows are aligned to 4 bytes, it has no skips and no palette, unless
+/// stated otherwise. Positions in the source respect its skips and its line size. A refused source, also one
+/// whose window does not hold its pixels, gives false and a target that is a shallow copy of the source, so
+/// that a caller who goes on by mistake sees the source. A message, where one is given, is a line on the
+/// standard error stream.
 ///
 /// No command reaches `scaledown`, `rotate`, `tight_copy`, `fill_colour`, `add_colour` and
 /// `normalization_cube`.

@@ -12,9 +12,9 @@ using image_window_t = ofsvector<unsigned char, alloc_mmap_win>;
 
 /// Gives a window `bytes` bytes of its own, without a limit.
 ///
-/// A block that no one else holds is made to fit and keeps what fits. Where it can not be, and for a block
-/// that others hold too or that may not be written to, as that of a mapped file, there is a fresh block of
-/// zeros; the others keep theirs. False, without a block, when memory of that size can not be had.
+/// A block with no other holder is resized and keeps what fits. Where that is not possible, and for a block
+/// that has other holders or is read-only, as that of a mapped file, the window gets a fresh block of zeros;
+/// the others keep theirs. False, without a block, when memory of that size can not be allocated.
 [[nodiscard]] bool fit_window(image_window_t& window, std::uint64_t bytes);
 
 }  // namespace libutils

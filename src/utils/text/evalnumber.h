@@ -11,8 +11,7 @@ struct token_t {
     enum class kind_t : std::int32_t { value, open, close, times, over, plus, minus };
 
     kind_t kind = kind_t::value;
-    /// The number of a value. 0 for an operator, but a "+" or "-" that is followed by "*" or "/" takes the
-    /// product.
+    /// The number of a value. 0 for an operator, but a "+" or "-" followed by "*" or "/" takes the product.
     float value = 0;
 };
 
@@ -26,8 +25,8 @@ struct token_t {
 ///
 /// `end`, when not null, receives the position of the end of the field, or of a character that can not be
 /// part of a sum; what stands before it is evaluated. A number begins with a digit. All arithmetic is in
-/// single precision and nothing is an error: what is wrong is told on the standard error stream, ends its
-/// group there, and leaves what was gathered:
+/// single precision and nothing is an error: a fault prints a line on the standard error stream and ends its
+/// group there, with the value gathered so far:
 ///   "<code> " and "<c>: warning: invalid char detect." (two lines, the code that of a signed char),
 ///   "beginning '*' detect.", "beginning '/' detect.", "last '*' detect.", "last '/' detect.",
 ///   "last '+' detect.", "last '-' detect.", "*: right operand is not a value." (for "/" too),

@@ -122,7 +122,7 @@ double exact_value(const decimal_t& number) {
                                : mantissa * exact_powers_of_ten[static_cast<std::size_t>(number.exponent)];
 }
 
-/// The most digits of which every number is exact in double precision.
+/// The most decimal digits with which every number is exact in double precision.
 constexpr std::ptrdiff_t short_digits = 15;
 
 /// Most numbers of a file: few digits, no exponent. The mantissa is exact then and so is the power of ten, as

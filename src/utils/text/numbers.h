@@ -15,7 +15,7 @@ namespace libutils {
 /// Leading white space of all kinds, a sign, decimal and hexadecimal numbers, "nan", "nan(...)", "inf" and
 /// "infinity" in any case of letters are understood; the result is correctly rounded. Too large a number
 /// gives HUGE_VAL with its sign. `end`, when not null, receives the position behind the number, or `text`
-/// when nothing converts; the result is 0 then. errno is of no meaning afterwards.
+/// when nothing converts; the result is 0 then. errno is meaningless afterwards.
 double parse_double(const char* text, const char** end);
 
 /// The unsigned integer at the start of a NUL-terminated text: strtoul with base 0 ("0x" hexadecimal, leading

@@ -7,7 +7,7 @@
 ///
 /// Paths are bytes in the multibyte encoding of the running locale: a trail byte of a longer character is
 /// never taken for a separator, a dot or a colon. A path that is not valid in that encoding is searched byte
-/// by byte instead, so that no name is refused and none loses a byte.
+/// by byte instead, so that no name is refused or loses a byte.
 namespace libutils {
 
 /// Bytes of one part of a split path, the terminating NUL included.

@@ -271,7 +271,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
         EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
     }
 
-    /// The triangles to be drawn as marked are those of the marked ids. After a cut an id may stand for none.
+    /// The triangles drawn as selected are those of the selected ids. After a cut an id may stand for none.
     static void expect_marked_triangles(const polygon_t& polygon) {
         if (!polygon.selectelems.has_buffer())
             return;
@@ -299,7 +299,7 @@ TEST_P(EventStorm, NothingBreaks) {
         ASSERT_FALSE(HasFatalFailure()) << "event " << event;
     }
     expect_in_step();
-    // GL errors are told at the marks, which drain them.
+    // Each grCheckError prints a pending GL error and clears it.
     EXPECT_EQ(errors.text().find("Error "), std::string::npos) << errors.text();
 }
 
