@@ -68,13 +68,10 @@ Count select_count(Count element_count) {
     return element_count < 3 ? 0 : element_count * 3 - 6;
 }
 
-/// array_t::extend takes the count even when there is no memory to grow.
-bool extend_array(array_t& array, std::int64_t count) {
-    return array.extend(count) && array.fits(count);
-}
-
-bool extend_indices(element_array_t& indices, std::int64_t count) {
-    return indices.has_buffer() && indices.extend(count);
+/// The store is asked, as what `extend` tells is another thing for each kind of array.
+template <class Array>
+bool set_count(Array& array, std::int64_t count) {
+    return array.has_buffer() && array.extend(count) && array.holds(count);
 }
 
 /// Makes the vertex array when there is none, fed by two arrays: the first from location 0.
@@ -197,17 +194,17 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     const std::int64_t old_normals = normals.element_count();
     const std::int64_t old_elements = elements.element_count();
     grCheckError("polygon_t::extend(start)");
-    if (!extend_array(vertices, vertex_count))
+    if (!set_count(vertices, vertex_count))
         return fail(extend_messages.vertices);
-    if (!extend_array(normals, vertex_count))
+    if (!set_count(normals, vertex_count))
         return fail(extend_messages.normals);
-    if (!extend_array(wknmls, vertex_count))
+    if (!set_count(wknmls, vertex_count))
         return fail(extend_messages.wknmls);
-    if (!extend_indices(elements, element_count))
+    if (!set_count(elements, element_count))
         return fail(extend_messages.elements);
 
     grCheckError("polygon_t::extend(3)");
-    if (!extend_array(pointsizes, vertex_count))
+    if (!set_count(pointsizes, vertex_count))
         return false;
     const std::size_t old_points = selection.size();
     selection.resize(static_cast<std::size_t>(vertex_count), false);
@@ -222,7 +219,7 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
 
     grCheckError("polygon_t::extend(5)");
     const std::int64_t old_selects = selectelems.element_count();
-    if (!extend_indices(selectelems, select_count(element_count)))
+    if (!set_count(selectelems, select_count(element_count)))
         return fail(extend_messages.selectelems);
     mark_tail(selectelems, old_selects);
 

@@ -4,21 +4,20 @@
 
 #include <cstdint>
 
-#include "render/gl/buffer.h"
 #include "render/gl/element.h"
-#include "render/gl/shared_holder.h"
+#include "render/gl/record_store.h"
 #include "render/gl/vertex_array.h"
 
 namespace ulk3d {
 
 /// Array of vertices in a GL buffer: 32-bit words, tightly packed, interleaved in the order of an element
-/// list.
+/// list. A vertex is `vertex_stride()` words of 4 bytes.
 ///
-/// A vertex is `vertex_stride()` words of 4 bytes. The host keeps no copy: contents are reached by mapping
-/// (render/gl/mapped_span.h). The buffer is made at the first `allocate` and never shrinks until `release`.
-/// Copying an array_t shares the buffer. All operations but the construction need a current GL context.
-class array_t {
+/// Mapping prints "array buffer is not allocated." or "array pointer is NULL." when it can not.
+class array_t : public record_store_t {
   public:
+    array_t();
+
     /// Makes a store for `element_count` vertices of the attributes in `list`; former content is lost.
     ///
     /// Takes `data_size` bytes (0: the whole `byte_size()`, at most that) from `data` when it is not null.
@@ -32,14 +31,10 @@ class array_t {
     /// grows to four times the demand, so that edits which add vertices seldom copy.
     ///
     /// False without a buffer or for a count that can not be; true else, also when there is no memory to
-    /// grow: the count then is ahead of the buffer, and a mapping shows what is there.
+    /// grow: the count then is ahead of the buffer, which `holds` tells, and a mapping shows what is there.
     [[nodiscard]] bool extend(std::int64_t element_count);
 
-    /// Makes room for `element_count` vertices and keeps the content and the count in use. Without a buffer
-    /// only `byte_size()` is set, for the next `allocate`. False when it can not grow; nothing is lost then.
-    [[nodiscard]] bool reserve(std::int64_t element_count);
-
-    /// True when the buffer holds `element_count` vertices.
+    /// True when `byte_size()` is enough for `element_count` vertices, be there a buffer or not.
     bool fits(std::int64_t element_count) const;
 
     /// Writes `byte_size()` bytes from `data`.
@@ -48,14 +43,6 @@ class array_t {
     /// error and does nothing.
     void write_one(std::int64_t index, const void* data);
     void read_one(std::int64_t index, void* data) const;
-
-    /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or of a const array for reading
-    /// only. Prints "array buffer is not
-    /// allocated." or "array pointer is NULL." on the standard error stream and returns null when it can not.
-    /// Use the guards of render/gl/mapped_span.h.
-    [[nodiscard]] void* map();
-    [[nodiscard]] const void* map() const;
-    void unmap() const;
 
     /// Feeds the attribute locations `first_location` and up of a vertex array from this array. Nothing
     /// happens without a buffer or with a null holder.
@@ -67,30 +54,16 @@ class array_t {
     /// Drops the buffer. The element list stays.
     void release();
 
-    /// Vertices in use.
-    std::int64_t element_count() const { return elements; }
-    /// Bytes reserved in the buffer.
-    std::int64_t byte_size() const { return buffer_size; }
-    /// Bytes of the vertices in use that lie in the buffer.
-    std::int64_t bytes_in_use() const;
     /// 32-bit words of one vertex, as of the last `allocate`.
-    std::uint32_t vertex_stride() const { return stride; }
+    std::uint32_t vertex_stride() const { return static_cast<std::uint32_t>(record_bytes / 4); }
     /// The sum of the components of the element list, computed anew.
     std::uint32_t vertex_words() const { return words_of(attributes); }
     /// The attributes of a vertex.
     const element_list_t& element_list() const { return attributes; }
-    bool has_buffer() const { return static_cast<bool>(buffer); }
-    /// GL name of the buffer, 0 without one.
-    GLuint buffer_id() const { return buffer ? buffer->id() : 0; }
 
   private:
-    void* map_for(GLbitfield access) const;
-    std::int64_t stride_bytes() const { return static_cast<std::int64_t>(stride) * 4; }
+    static const kind_t array_kind;
 
-    shared_holder<buffer_t> buffer;
-    std::int64_t buffer_size = 0;
-    std::int64_t elements = 0;
-    std::uint32_t stride = 0;
     element_list_t attributes;
 };
 

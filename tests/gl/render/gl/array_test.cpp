@@ -200,6 +200,14 @@ TEST_F(Array, FitsAtExactCapacity) {
     EXPECT_FALSE(array.fits(5));
 }
 
+TEST_F(Array, HoldsItsExactCapacity) {
+    array_t array;
+    ASSERT_TRUE(array.allocate(4, points()));
+    EXPECT_TRUE(array.holds(4));
+    EXPECT_FALSE(array.holds(5));
+    EXPECT_FALSE(array.holds(-1));
+}
+
 TEST_F(Array, ExtendThatFitsDoesNotTouchTheStore) {
     array_t array;
     ASSERT_TRUE(array.allocate(8, sizes(), counted(8).data()));
@@ -238,6 +246,7 @@ TEST_F(Array, ExtendWithoutMemoryIsTrueAndKeepsTheContent) {
     EXPECT_TRUE(array.extend(std::int64_t{1} << 40));
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_OUT_OF_MEMORY));
     EXPECT_EQ(array.element_count(), std::int64_t{1} << 40);
+    EXPECT_FALSE(array.holds(std::int64_t{1} << 40));
     EXPECT_EQ(array.byte_size(), 16);
     EXPECT_EQ(words_in_use(array), counted(4)) << "a mapping shows no more than what is there";
 }

@@ -104,6 +104,14 @@ TEST_F(ElementArray, MemoryThatIsNotThereIsToldWithBothCounts) {
     EXPECT_TRUE(elements.allocate(4)) << "a size that fits works again";
 }
 
+TEST_F(ElementArray, HoldsItsExactCapacity) {
+    element_array_t elements;
+    ASSERT_TRUE(elements.allocate(4));
+    EXPECT_TRUE(elements.holds(4));
+    EXPECT_FALSE(elements.holds(5));
+    EXPECT_FALSE(elements.holds(-1));
+}
+
 TEST_F(ElementArray, FitsIsFalseAtExactCapacity) {
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(4));

@@ -151,6 +151,13 @@ TEST(NoContext, ElementReleaseWithoutBufferKeepsTheNotedSizes) {
     EXPECT_EQ(elements.byte_size(), 160);
 }
 
+TEST(NoContext, RoomThatIsOnlyNotedHoldsNothing) {
+    element_array_t elements;
+    ASSERT_TRUE(elements.reserve(10));
+    EXPECT_FALSE(elements.holds(0));
+    EXPECT_FALSE(array_t().holds(0));
+}
+
 TEST(NoContext, ElementFitsNeedsMoreThanTheExactSize) {
     element_array_t elements;
     ASSERT_TRUE(elements.reserve(10));
