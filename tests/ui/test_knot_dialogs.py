@@ -214,6 +214,32 @@ class Writing(Knots):
         dialog.end("Cancel")
         self.assert_saved_with("knot1", {0: -100, 4: 100, 5: -100, 9: 100})
 
+    def test_numbers_too_small_to_show_are_written_when_they_are_touched(self):
+        self.start_with(net(3, 2).replace("weight 1.125", "weight 1e-08"))
+        name = name_of(WEIGHT, 0, 1)
+        dialog = self.open("w")
+        self.assertEqual(dialog.text(name), "0.0000000")
+        # The keyboard goes through the cell and leaves it alone.
+        dialog.focus(name)
+        self.program.keys("Tab")
+        dialog.end("OK")
+        self.assertEqual(self.saved(), self.untouched)
+
+        dialog = self.open("w")
+        dialog.enter(name, "0")
+        dialog.end("OK")
+        self.assert_saved_with("weight", {1: 0})
+
+    def test_a_number_that_is_typed_again_is_the_one_that_was_typed_last(self):
+        self.start_with(net(3, 2).replace("weight 1.125", "weight 1e-08"))
+        name = name_of(WEIGHT, 0, 1)
+        dialog = self.open("w")
+        for text in ("0.1", "0"):
+            dialog.enter(name, text)
+            dialog.apply()
+        dialog.end("OK")
+        self.assert_saved_with("weight", {1: 0})
+
     def test_a_number_that_is_being_typed_is_applied(self):
         self.start_with(net(3, 2))
         dialog = self.open("w")

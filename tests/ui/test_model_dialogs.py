@@ -348,6 +348,14 @@ class NurbsModel(ModelDialogCase):
         dialog.accept()
         self.assertEqual(do.save_text(program)[1], "resolution 1025,1")
 
+    def test_a_resolution_that_is_typed_as_it_shows_is_touched(self):
+        program = self.start()
+        self.open_model(program, patch().replace("resolution 9,9", "resolution 2000,2"))
+        dialog = self.options(program, do.NURBS_TITLE)
+        dialog.fill(RESOLUTION_X, "1025")
+        dialog.accept()
+        self.assertEqual(do.save_text(program)[1], "resolution 1025,2")
+
     def test_strange_sizes_are_survived(self):
         program = self.start()
         dialog = do.add_nurbs(program)

@@ -30,17 +30,12 @@ std::string name_entry_t::name() const {
 
 count_spin_t::count_spin_t(double highest, std::uint64_t value) : first_value(value) {
     ulk3d::configure(*this, {0, highest, 1, 10, 0}, static_cast<double>(value));
-    is_touched = false;
-}
-
-void count_spin_t::on_value_changed() {
-    Gtk::SpinButton::on_value_changed();
-    is_touched = true;
+    text.emplace(*this);
 }
 
 std::uint32_t count_spin_t::count() const {
-    return is_touched ? static_cast<std::uint32_t>(get_value_as_int())
-                      : static_cast<std::uint32_t>(first_value);
+    return text->is_touched() ? static_cast<std::uint32_t>(get_value_as_int())
+                              : static_cast<std::uint32_t>(first_value);
 }
 
 }  // namespace ulk3d

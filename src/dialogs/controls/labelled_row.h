@@ -6,9 +6,11 @@
 #include <gtkmm/spinbutton.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "dialogs/controls/spin_range.h"
+#include "dialogs/controls/touched_text.h"
 
 namespace ulk3d {
 
@@ -40,12 +42,9 @@ class count_spin_t : public Gtk::SpinButton {
 
     std::uint32_t count() const;
 
-  protected:
-    void on_value_changed() override;
-
   private:
     std::uint64_t first_value;
-    bool is_touched = false;
+    std::optional<touched_text_t> text;  ///< from when the first value shows
 };
 
 }  // namespace ulk3d

@@ -35,13 +35,12 @@ std::string decimal(std::uint64_t number) {
 OptionArrayDialog::knot_t::knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name)
     : place_in_table(place),
       spin(make_adjustment(knot_range, value), 0, knot_range.digits),
-      first_value(static_cast<float>(spin.get_value())),
-      first_text(spin.get_text().raw()) {
+      first_value(static_cast<float>(spin.get_value())) {
     spin.get_accessible()->set_name(accessible_name);
 }
 
 float OptionArrayDialog::knot_t::value() const {
-    return spin.get_text().raw() == first_text ? first_value : static_cast<float>(spin.get_value());
+    return text.is_touched() ? static_cast<float>(spin.get_value()) : first_value;
 }
 
 OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned number)

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "dialogs/controls/MyButton.h"
+#include "dialogs/controls/touched_text.h"
 #include "dialogs/tables/cells_in_view.h"
 #include "dialogs/tables/table_layout.h"
 #include "model/nurbs/net_edit.h"
@@ -57,8 +58,8 @@ class OptionArrayDialog : public Gtk::Dialog {
         /// `place` is that of the number in the option table, which is read row by row.
         knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name);
         Gtk::Widget& widget() override { return spin; }
-        /// A number that shows what it showed at first is the one that it was: the toolkit rounds to the
-        /// digits that show when the keyboard leaves a button.
+        /// A number that nobody has touched is the one that it was, whatever it shows: the toolkit rounds to
+        /// the digits that show when the keyboard leaves a button.
         float value() const;
         std::uint64_t place() const { return place_in_table; }
 
@@ -66,7 +67,7 @@ class OptionArrayDialog : public Gtk::Dialog {
         std::uint64_t place_in_table;
         Gtk::SpinButton spin;
         float first_value;
-        std::string first_text;
+        touched_text_t text{spin};
     };
 
     /// The button of a knot vector.
