@@ -103,10 +103,10 @@ void motion_picks_points_in_front(benchmark::State& state) {
 /// Every event hits all points of the model, none of them marked: the most that a pick can be asked for.
 void motion_marks_all_points(benchmark::State& state) {
     stage_t stage(state.range(0));
-    stage.editor.press_modifier(modifier_alt);
+    stage.editor.press_modifier(modifier_alt, modifier_alt);
     for (int notch = 0; notch < 100; ++notch)
         stage.editor.mouse_wheel(-1, front_places[0].x, front_places[0].y);
-    stage.editor.release_modifier(modifier_alt);
+    stage.editor.release_key(modifier_alt);
     polygon_t& polygon = stage.editor.current_model()->polygon;
     stage.editor.mouse_button(left_button, false, 320, 719);
     for (auto _ : state) {
@@ -127,19 +127,39 @@ void motion_picks_polygons(benchmark::State& state) {
     run_motions(state, stage, places);
 }
 
+/// A brush drawn across the sheet in a thousand motions, none of which is left out, with a frame at the end:
+/// the queue of events has to drain faster than a hand fills it.
+void stroke_of_a_brush(benchmark::State& state) {
+    constexpr int motions = 1000;
+    stage_t stage(state.range(0));
+    stage.editor.set_mode(operation_mode_t::clipping);
+    std::cout.setstate(std::ios::failbit);
+    const auto [x, y] = places[0];
+    for (auto _ : state) {
+        stage.editor.mouse_button(left_button, false, x, y);
+        for (int i = 0; i < motions; ++i)
+            benchmark::DoNotOptimize(stage.editor.mouse_motion(x + i % 100 - 50, y + i / 100));
+        stage.editor.mouse_button(left_button, true, x, y);
+        stage.editor.display();
+        glFinish();
+        stage.editor.scene().clear_polygons();
+    }
+    state.SetItemsProcessed(state.iterations() * motions);
+}
+
 /// All points are marked and follow the mouse.
 void motion_drags_points(benchmark::State& state) {
     stage_t stage(state.range(0));
     modeling_t& model = stage.editor.current_model()->polygon;
     model.selection.assign(model.selection.size(), true);
-    stage.editor.press_modifier(modifier_shift);
+    stage.editor.press_modifier(modifier_shift, modifier_shift);
     run_motions(state, stage, places);
 }
 
 /// The press that takes hold of the surface under the pointer.
 void press_of_the_camera(benchmark::State& state) {
     stage_t stage(state.range(0));
-    stage.editor.press_modifier(modifier_alt);
+    stage.editor.press_modifier(modifier_alt, modifier_alt);
     for (auto _ : state) {
         stage.editor.mouse_button(left_button, false, places[0].x, places[0].y);
         stage.editor.mouse_button(left_button, true, places[0].x, places[0].y);
@@ -169,6 +189,7 @@ BENCHMARK(motion_picks_points)->Apply(sizes);
 BENCHMARK(motion_picks_points_in_front)->Apply(sizes);
 BENCHMARK(motion_marks_all_points)->Apply(sizes);
 BENCHMARK(motion_picks_polygons)->Apply(sizes);
+BENCHMARK(stroke_of_a_brush)->Apply(sizes);
 BENCHMARK(motion_drags_points)->Apply(sizes);
 BENCHMARK(press_of_the_camera)->Apply(sizes);
 BENCHMARK(frame)->Apply(sizes);

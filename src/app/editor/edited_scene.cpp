@@ -59,7 +59,9 @@ bool edited_scene_t::append(const std::function<bool(scene_t&)>& load) {
         model_list.splice(model_list.end(), loaded.models);
         if (!loaded.environment.cubetex.empty())
             environment = loaded.environment;
-        select_model(first_new);
+        // A file may hold an environment alone; the current model then stays.
+        if (model_list.size() > first_new)
+            select_model(first_new);
         steps.forget();
         return true;
     });

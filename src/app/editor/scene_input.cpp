@@ -2,6 +2,7 @@
 
 #include "app/editor/scene_input.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "model/print.h"
@@ -16,6 +17,8 @@ constexpr std::uint32_t key_return = 0xff0d;
 constexpr std::uint32_t key_tab = 0xff09;
 
 constexpr float zoom_per_pixel = 0.015625F;
+/// A step of 64 pixels or more down would turn the views inside out.
+constexpr float least_zoom = 0.015625F;
 constexpr float zoom_per_notch = 0.0625F;
 constexpr float units_per_notch = 0.25F;
 
@@ -80,18 +83,22 @@ bool scene_input_t::mouse_wheel(int delta, int x, int y) {
     }
 }
 
-bool scene_input_t::press_modifier(std::uint32_t modifier) {
+bool scene_input_t::press_modifier(std::uint32_t modifier, std::uint32_t key) {
     if (input.modifier != modifier_none)
         return false;
     input.modifier = modifier;
-    return true;
+    modifier_key = key;
+    return modifier != modifier_none;
 }
 
-bool scene_input_t::release_modifier(std::uint32_t modifier) {
-    if (input.modifier != modifier)
-        return false;
+bool scene_input_t::release_key(std::uint32_t key) {
+    return key == modifier_key && forget_modifiers();
+}
+
+bool scene_input_t::forget_modifiers() {
+    const bool was_held = input.modifier != modifier_none;
     input.modifier = modifier_none;
-    return true;
+    return was_held;
 }
 
 bool scene_input_t::key_command(std::uint32_t keyval) {
@@ -155,7 +162,7 @@ bool scene_input_t::move_camera(int x, int y) {
             view.pan(place, to);
             break;
         case middle_button_held:
-            view.zoom(static_cast<float>(to.y - place.y) * zoom_per_pixel + 1.0F);
+            view.zoom(std::max(static_cast<float>(to.y - place.y) * zoom_per_pixel + 1.0F, least_zoom));
             break;
         default:
             return false;
@@ -170,7 +177,7 @@ bool scene_input_t::wheel_camera(int delta, int x, int y) {
         view.cameras.trackball.translation.z -= static_cast<float>(delta) * units_per_notch;
         view.cameras.update_view();
     } else {
-        view.zoom(static_cast<float>(delta) * zoom_per_notch + 1.0F);
+        view.zoom(std::max(static_cast<float>(delta) * zoom_per_notch + 1.0F, least_zoom));
     }
     return true;
 }

@@ -34,8 +34,9 @@ class scene_input_t {
     bool double_click(std::uint32_t button, int x, int y);
     bool mouse_motion(int x, int y);
     bool mouse_wheel(int delta, int x, int y);
-    bool press_modifier(std::uint32_t modifier);
-    bool release_modifier(std::uint32_t modifier);
+    bool press_modifier(std::uint32_t modifier, std::uint32_t key);
+    bool release_key(std::uint32_t key);
+    bool forget_modifiers();
     bool key_command(std::uint32_t keyval);
     void key_released(std::uint32_t keyval);
 
@@ -72,6 +73,7 @@ class scene_input_t {
     edited_scene_t& scene;
     scene_view_t& view;
     input_state_t input;
+    std::uint32_t modifier_key = 0;  ///< the key that holds `input.modifier`
     selection_t selection{&input};
     punish_t punish{&input};
     clipping_t clipping{&input};

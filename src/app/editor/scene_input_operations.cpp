@@ -3,6 +3,8 @@
 #include <sigc++/adaptors/bind.h>
 #include <sigc++/functors/mem_fun.h>
 
+#include <cmath>
+
 #include "app/editor/scene_input.h"
 #include "gltextures/gr_check_error.h"
 
@@ -93,7 +95,9 @@ dir3 scene_input_t::drag_vector(int x, int y) const {
     const float depth = place.in_perspective() && entry != nullptr
                             ? entry->history.depth(view.cameras.view.matrix, view.cameras.perspective.matrix)
                             : 0.0F;
-    return view.way_between(place, moved_cursor(place, view.areas, x, y), depth);
+    // A point that is no number, or in the plane of the eye, has no depth.
+    return view.way_between(place, moved_cursor(place, view.areas, x, y),
+                            std::isfinite(depth) ? depth : 0.0F);
 }
 
 }  // namespace ulk3d

@@ -4,6 +4,7 @@
 
 #include <GL/glew.h>
 
+#include <cmath>
 #include <map>
 
 #include "app/editor/fit_view.h"
@@ -156,7 +157,12 @@ pos3 scene_view_t::pick_surface(const model_list_t& models, const view_cursor_t&
     const edge_lines_t window = edge_lines_of(pick_rectangle_at(at, areas, 1, 1));
     for (const auto& entry : models)
         polygon_hit(hits, entry->polygon, window, cameras.perspective.matrix, cameras.view.matrix);
-    return hits.empty() ? pos3{} : hits.begin()->second.point;
+    // The camera can not take hold of a hit without a place: one in the plane of the eye, or on a vertex that
+    // is no number.
+    for (const auto& [depth, hit] : hits)
+        if (std::isfinite(depth) && std::isfinite(hit.point.z))
+            return hit.point;
+    return {};
 }
 
 dir3 scene_view_t::way_between(const view_cursor_t& from, const view_cursor_t& to, float depth) const {

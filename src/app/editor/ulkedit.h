@@ -89,9 +89,16 @@ class ulkedit_t {
     /// `delta` is 1 for a notch up, -1 for a notch down, 0 for wheels of other directions.
     bool mouse_wheel(int delta, int x, int y) { return handled.mouse_wheel(delta, x, y); }
 
-    /// A modifier key. A press counts only while none is held, a release only of the one that counts.
-    bool press_modifier(std::uint32_t modifier) { return handled.press_modifier(modifier); }
-    bool release_modifier(std::uint32_t modifier) { return handled.release_modifier(modifier); }
+    /// A modifier key went down; `key` tells the key itself from others that mean the same. It counts only
+    /// while no other is held.
+    bool press_modifier(std::uint32_t modifier, std::uint32_t key) {
+        return handled.press_modifier(modifier, key);
+    }
+    /// A key went up: the modifier is released by the key that pressed it. What the release is called does
+    /// not matter, as other keys that are held change the name.
+    bool release_key(std::uint32_t key) { return handled.release_key(key); }
+    /// Counts no modifier as held.
+    bool forget_modifiers() { return handled.forget_modifiers(); }
     /// Any other key, as an X key symbol: Return fits the scene into the views, z and y undo and redo with
     /// Ctrl, i prints the models' vertices on the standard output stream.
     bool key_command(std::uint32_t keyval) { return handled.key_command(keyval); }

@@ -22,6 +22,10 @@ ViewArea::ViewArea(const char* argv0) : ulkedit(argv0) {
     set_auto_render(true);
     add_events(Gdk::BUTTON1_MOTION_MASK | Gdk::BUTTON2_MOTION_MASK | Gdk::BUTTON3_MOTION_MASK |
                Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::SCROLL_MASK);
+    signal_grab_broken_event().connect([this](GdkEventGrabBroken*) {
+        forget_keys();
+        return false;
+    });
 }
 
 ViewArea::~ViewArea() {
@@ -31,14 +35,28 @@ ViewArea::~ViewArea() {
 }
 
 void ViewArea::redraw() {
-    if (!get_auto_render())
-        queue_render();
-    if (const Glib::RefPtr<Gdk::Window> window = get_window())
-        window->invalidate_rect(Gdk::Rectangle(0, 0, get_width(), get_height()), false);
+    // The whole widget, wherever it lies in its window: the area has no window of its own to draw into, and a
+    // rectangle of the window that has would begin at the menu bar.
+    queue_render();
 }
+
+namespace {
+
+/// The toolkit drops motion events that wait behind others. A brush has to meet every place that it passes.
+void keep_every_motion(Gtk::Widget& widget, const Glib::RefPtr<Gdk::Window>& parent) {
+    for (const Glib::RefPtr<Gdk::Window>& window : parent->get_children()) {
+        gpointer owner = nullptr;
+        gdk_window_get_user_data(window->gobj(), &owner);
+        if (owner == widget.gobj())
+            gdk_window_set_event_compression(window->gobj(), FALSE);
+    }
+}
+
+}  // namespace
 
 void ViewArea::on_realize() {
     Gtk::GLArea::on_realize();
+    keep_every_motion(*this, get_window());
     make_current();
     require_gl_context(!has_error());
     static bool loader_has_run = false;
@@ -213,18 +231,22 @@ std::uint32_t modifier_of(guint keyval) {
 bool ViewArea::key_press(const GdkEventKey& event) {
     return handle([&](ulkedit_t& editor) {
         const std::uint32_t modifier = modifier_of(event.keyval);
-        return modifier == modifier_none ? editor.key_command(event.keyval) : editor.press_modifier(modifier);
+        return modifier == modifier_none ? editor.key_command(event.keyval)
+                                         : editor.press_modifier(modifier, event.hardware_keycode);
     });
 }
 
 bool ViewArea::key_release(const GdkEventKey& event) {
     return handle([&](ulkedit_t& editor) {
-        const std::uint32_t modifier = modifier_of(event.keyval);
-        if (modifier != modifier_none)
-            return editor.release_modifier(modifier);
+        if (editor.release_key(event.hardware_keycode))
+            return true;
         editor.key_released(event.keyval);
         return false;
     });
+}
+
+void ViewArea::forget_keys() {
+    handle([](ulkedit_t& editor) { return editor.forget_modifiers(); });
 }
 
 }  // namespace ulk3d

@@ -67,6 +67,8 @@ class ViewArea : public Gtk::GLArea {
     /// Keys that the window passes on; true when the key meant something here.
     bool key_press(const GdkEventKey& event);
     bool key_release(const GdkEventKey& event);
+    /// For the time when releases of keys go elsewhere: no modifier key counts as held any more.
+    void forget_keys();
 
     const ulkedit_t& scene() const { return ulkedit; }
 

@@ -105,6 +105,11 @@ bool ViewWindow::on_key_release_event(GdkEventKey* event) {
     return Gtk::Window::on_key_release_event(event) || viewarea.key_release(*event);
 }
 
+bool ViewWindow::on_focus_out_event(GdkEventFocus* event) {
+    viewarea.forget_keys();
+    return Gtk::Window::on_focus_out_event(event);
+}
+
 void ViewWindow::set_file_title(const std::string& path) {
     libutils::path_parts_t parts;
     libutils::splitpath(path.c_str(), parts);

@@ -66,6 +66,8 @@ class ViewWindow : public Gtk::Window {
     /// A key that no widget takes goes to the view.
     bool on_key_press_event(GdkEventKey* event) override;
     bool on_key_release_event(GdkEventKey* event) override;
+    /// Keys that are released while another window has the keyboard are not heard here.
+    bool on_focus_out_event(GdkEventFocus* event) override;
 
   private:
     /// The current model when it is of a kind, else null.

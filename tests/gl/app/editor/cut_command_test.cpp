@@ -131,9 +131,9 @@ TEST_F(CutCommand, WhileItRunsNothingIsMarkedOrMoved) {
         EXPECT_FALSE(editor.fold());
         EXPECT_FALSE(click(left_button, corner));
         press_and_drag_marked_points();
-        editor.press_modifier(modifier_shift);
+        editor.press_modifier(modifier_shift, modifier_shift);
         EXPECT_FALSE(editor.mouse_wheel(1, 9, 9));
-        editor.release_modifier(modifier_shift);
+        editor.release_key(modifier_shift);
         EXPECT_FALSE(editor.double_click(right_button, corner.x, corner.y));
     });
     EXPECT_EQ(points_of(0), cutter_before);

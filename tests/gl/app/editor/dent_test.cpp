@@ -34,11 +34,11 @@ class Dent : public editor_test {
     }
 
     bool release_with_shift(pixel_place_t press_at, pixel_place_t release_at) {
-        editor.press_modifier(modifier_shift);
+        editor.press_modifier(modifier_shift, modifier_shift);
         EXPECT_FALSE(press(left_button, press_at));
         EXPECT_FALSE(move(release_at)) << "nothing follows the pointer";
         const bool dented = release(left_button, release_at);
-        editor.release_modifier(modifier_shift);
+        editor.release_key(modifier_shift);
         return dented;
     }
 };
@@ -153,7 +153,7 @@ TEST_F(Dent, OtherButtonsAndTheWheelDoNotDent) {
         drag_with(modifier_shift, button, widget(view_t::front, 3, 4), widget(view_t::front, 30, 40));
         EXPECT_EQ(points_of(0), before);
     }
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_FALSE(editor.mouse_wheel(1, 40, 40));
     EXPECT_EQ(points_of(0), before);
 }

@@ -144,9 +144,9 @@ class editor_test : public gl_test {
     }
     /// The same with a modifier key held.
     void drag_with(std::uint32_t modifier, std::uint32_t button, pixel_place_t from, pixel_place_t to) {
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         drag(button, from, to);
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
     }
     bool undo() { return with_ctrl('z'); }
     bool redo() { return with_ctrl('y'); }
@@ -210,9 +210,9 @@ class editor_test : public gl_test {
     }
 
     bool with_ctrl(std::uint32_t key) {
-        editor.press_modifier(ulk3d::modifier_ctrl);
+        editor.press_modifier(ulk3d::modifier_ctrl, ulk3d::modifier_ctrl);
         const bool changed = editor.key_command(key);
-        editor.release_modifier(ulk3d::modifier_ctrl);
+        editor.release_key(ulk3d::modifier_ctrl);
         return changed;
     }
 };

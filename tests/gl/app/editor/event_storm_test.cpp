@@ -70,29 +70,31 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     /// What a user means to do, begun and ended: loose events seldom come to it.
     void make_gesture(pixel_place_t from) {
         for (const std::uint32_t modifier : {modifier_shift, modifier_ctrl, modifier_alt})
-            editor.release_modifier(modifier);
+            editor.release_key(modifier);
         const auto modifier = static_cast<std::uint32_t>(pick(0, 3));
         if (modifier == modifier_ctrl) {
             pick(0, 2) == 0 ? redo() : undo();
             return;
         }
         const auto button = static_cast<std::uint32_t>(pick(0, 3) == 0 ? pick(1, 2) : 0);
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         press(button, from);
         for (int motion = pick(0, 3); motion > 0; --motion)
             move(place());
         release(button, place());
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
     }
 
     void press_or_release_modifier() {
         const auto modifier = static_cast<std::uint32_t>(pick(1, 3));
-        if (pick(0, 9) == 0)
+        if (pick(0, 19) == 0)
+            editor.forget_modifiers();
+        else if (pick(0, 9) == 0)
             editor.key_released(0xff09);
         else if (pick(0, 1) == 0)
-            editor.press_modifier(modifier);
+            editor.press_modifier(modifier, modifier);
         else
-            editor.release_modifier(modifier);
+            editor.release_key(modifier);
     }
 
     void switch_something() {

@@ -133,7 +133,7 @@ TEST_F(FoldPick, TheRightDoubleClickForgetsBothEnds) {
 
 TEST_F(FoldPick, ShiftMeansNothing) {
     open(square_block());
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     const pixel_place_t at = place_of(view_t::front, {1, 1, 0});
     EXPECT_FALSE(press(left_button, at));
     EXPECT_FALSE(move(at));
@@ -245,11 +245,16 @@ TEST_F(FoldPick, APolygonizedModelHasTheVerticesOfItsSurface) {
 
 TEST_F(FoldPick, AnAxisWithoutLengthDoesNotFold) {
     open(polygon_block({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}}, {0, 1, 2}));
+    select_polygons(entry(0).polygon, {0});
+    editor.set_fold_angle(90);
     editor.scene().fold_picks[0] = {0, 0};
     editor.scene().fold_picks[1] = {0, 3};
     EXPECT_FALSE(editor.fold());
     editor.scene().fold_picks[1] = {0, 0};
     EXPECT_FALSE(editor.fold());
+    EXPECT_EQ(points_of(0)[2], (pos3{0, 1, 0}));
+    editor.scene().fold_picks[1] = {0, 1};
+    EXPECT_TRUE(editor.fold()) << "with a length it does";
 }
 
 TEST_F(FoldPick, LeavesBlendingAndSmoothingOff) {

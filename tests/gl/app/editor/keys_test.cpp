@@ -17,8 +17,8 @@ class Keys : public editor_test {
     /// The modifier that counts now; none is changed.
     std::uint32_t modifier() {
         for (const std::uint32_t held : {modifier_shift, modifier_ctrl, modifier_alt}) {
-            if (editor.release_modifier(held)) {
-                EXPECT_TRUE(editor.press_modifier(held));
+            if (editor.release_key(held)) {
+                EXPECT_TRUE(editor.press_modifier(held, held));
                 return held;
             }
         }
@@ -29,39 +29,64 @@ class Keys : public editor_test {
 TEST_F(Keys, OfSeveralModifiersTheFirstCountsUntilItIsReleased) {
     for (const std::uint32_t first : {modifier_shift, modifier_ctrl, modifier_alt}) {
         for (const std::uint32_t second : {modifier_shift, modifier_ctrl, modifier_alt}) {
-            EXPECT_TRUE(editor.press_modifier(first));
-            EXPECT_FALSE(editor.press_modifier(second));
+            EXPECT_TRUE(editor.press_modifier(first, first));
+            EXPECT_FALSE(editor.press_modifier(second, second));
             EXPECT_EQ(modifier(), first);
             if (second != first) {
-                EXPECT_FALSE(editor.release_modifier(second));
+                EXPECT_FALSE(editor.release_key(second));
                 EXPECT_EQ(modifier(), first);
             }
-            EXPECT_TRUE(editor.release_modifier(first));
+            EXPECT_TRUE(editor.release_key(first));
             EXPECT_EQ(modifier(), modifier_none);
-            EXPECT_FALSE(editor.release_modifier(second)) << "of the key that is still down";
+            EXPECT_FALSE(editor.release_key(second)) << "of the key that is still down";
         }
     }
 }
 
+/// Alt and Shift change the layout of many keyboards: Alt is then released under another name, and by its key
+/// alone it is known.
+TEST_F(Keys, AModifierIsReleasedByTheKeyThatPressedIt) {
+    constexpr std::uint32_t left_alt = 64, right_alt = 108, left_shift = 50;
+    EXPECT_TRUE(editor.press_modifier(modifier_alt, left_alt));
+    EXPECT_FALSE(editor.press_modifier(modifier_shift, left_shift));
+    EXPECT_FALSE(editor.press_modifier(modifier_alt, right_alt));
+    EXPECT_FALSE(editor.release_key(right_alt));
+    EXPECT_FALSE(editor.release_key(left_shift));
+    EXPECT_TRUE(editor.release_key(left_alt));
+    EXPECT_FALSE(editor.release_key(left_alt));
+    EXPECT_EQ(modifier(), modifier_none);
+}
+
+/// Another window has had the keyboard, and the release of the key.
+TEST_F(Keys, ForgottenModifiersAreHeldNoMore) {
+    for (const std::uint32_t held : {modifier_shift, modifier_ctrl, modifier_alt}) {
+        EXPECT_TRUE(editor.press_modifier(held, held));
+        EXPECT_TRUE(editor.forget_modifiers());
+        EXPECT_FALSE(editor.release_key(held));
+        EXPECT_EQ(modifier(), modifier_none);
+        EXPECT_FALSE(editor.forget_modifiers());
+    }
+}
+
 TEST_F(Keys, TheReleaseOfTabRepairsAltAlone) {
-    editor.press_modifier(modifier_alt);
+    editor.press_modifier(modifier_alt, modifier_alt);
     editor.key_released('a');
     editor.key_released(key_return);
     EXPECT_EQ(modifier(), modifier_alt);
     editor.key_released(key_tab);
     EXPECT_EQ(modifier(), modifier_none);
     for (const std::uint32_t other : {modifier_shift, modifier_ctrl}) {
-        editor.press_modifier(other);
+        editor.press_modifier(other, other);
         editor.key_released(key_tab);
         EXPECT_EQ(modifier(), other);
-        editor.release_modifier(other);
+        editor.release_key(other);
     }
 }
 
 TEST_F(Keys, WithCtrlTheMouseDoesNothing) {
     open(scattered_block());
     const camera_t camera = editor.camera();
-    editor.press_modifier(modifier_ctrl);
+    editor.press_modifier(modifier_ctrl, modifier_ctrl);
     for (const view_t view : every_view) {
         const pixel_place_t at = place_of(view, scattered_points()[4]);
         for (const std::uint32_t button : {left_button, middle_button, right_button}) {
@@ -79,11 +104,11 @@ TEST_F(Keys, WithCtrlTheMouseDoesNothing) {
 TEST_F(Keys, AButtonPressedWithCtrlIsNotHeldAfterIt) {
     open(scattered_block());
     const pixel_place_t at = place_of(view_t::front, scattered_points()[4]);
-    editor.press_modifier(modifier_ctrl);
+    editor.press_modifier(modifier_ctrl, modifier_ctrl);
     press(left_button, at);
-    editor.release_modifier(modifier_ctrl);
+    editor.release_key(modifier_ctrl);
     EXPECT_FALSE(move(at));
-    editor.press_modifier(modifier_ctrl);
+    editor.press_modifier(modifier_ctrl, modifier_ctrl);
     EXPECT_FALSE(move(at));
     EXPECT_TRUE(marked(0).empty());
 }
@@ -122,13 +147,13 @@ TEST_F(Keys, AButtonReleasedWithoutItsModifierStaysHeldThere) {
     mark(0, {4});
     const pixel_place_t at = place_of(view_t::front, scattered_points()[4]);
     const auto wheel_acts = [&] { return editor.mouse_wheel(0, at.x, at.y); };
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_TRUE(wheel_acts());
     press(left_button, at);
     EXPECT_FALSE(wheel_acts()) << "a button is held";
-    editor.release_modifier(modifier_shift);
+    editor.release_key(modifier_shift);
     release(left_button, at);
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_FALSE(wheel_acts()) << "it is still held here";
     EXPECT_FALSE(press(right_button, at));
     release(right_button, at);
@@ -138,7 +163,7 @@ TEST_F(Keys, AButtonReleasedWithoutItsModifierStaysHeldThere) {
 }
 
 TEST_F(Keys, ReturnOnAnEmptySceneLooksFromSevenUnitsAway) {
-    editor.press_modifier(modifier_alt);
+    editor.press_modifier(modifier_alt, modifier_alt);
     for (const std::uint32_t button : {left_button, middle_button, right_button}) {
         drag(button, widget(view_t::perspective, 50, 50), widget(view_t::perspective, 90, 66));
         drag(button, widget(view_t::top, 50, 50), widget(view_t::top, 90, 66));
@@ -163,9 +188,9 @@ TEST_F(Keys, ReturnShowsTheSceneAsAfterItsOpening) {
                   widget(view_t::perspective, 90, 66));
         drag_with(modifier_alt, left_button, widget(view_t::side, 50, 50), widget(view_t::side, 90, 66));
         EXPECT_NE(frame(), picture);
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         EXPECT_TRUE(editor.key_command(key_return));
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
         EXPECT_EQ(editor.camera().view.matrix, opened.view.matrix);
         EXPECT_EQ(editor.camera().side.matrix, opened.side.matrix);
         EXPECT_EQ(frame(), picture);
@@ -186,7 +211,7 @@ TEST_F(Keys, OtherKeysDoNothing) {
     drag_with(modifier_shift, left_button, widget(view_t::front, 50, 50), widget(view_t::front, 60, 50));
     const captured_stream output(std::cout);
     for (const std::uint32_t modifier : {modifier_none, modifier_shift, modifier_ctrl, modifier_alt}) {
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         for (const std::uint32_t key :
              {std::uint32_t{'Z'}, std::uint32_t{'Y'}, std::uint32_t{'I'}, std::uint32_t{'a'}, key_tab,
               key_enter_of_keypad, std::uint32_t{0}, ~std::uint32_t{0}})
@@ -195,7 +220,7 @@ TEST_F(Keys, OtherKeysDoNothing) {
             EXPECT_FALSE(editor.key_command('z'));
             EXPECT_FALSE(editor.key_command('y'));
         }
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
     }
     EXPECT_EQ(output.text(), "");
     EXPECT_TRUE(undo()) << "the drag is still there to undo";

@@ -46,11 +46,11 @@ TEST_P(MoveInView, TheFirstMarkedPointFollowsThePointerInTheScreensPlane) {
         for (const pos3& p : before)
             seen_before.push_back(seen(GetParam(), p));
 
-        editor.press_modifier(modifier_shift);
+        editor.press_modifier(modifier_shift, modifier_shift);
         EXPECT_FALSE(press(left_button, widget(GetParam(), 40, 30)));
         EXPECT_TRUE(move(widget(GetParam(), 63, 19)));
         EXPECT_TRUE(release(left_button, widget(GetParam(), 63, 19)));
-        editor.release_modifier(modifier_shift);
+        editor.release_key(modifier_shift);
 
         const std::vector<pos3> after = points_of(0);
         const seen_t first = seen(GetParam(), after[1]);
@@ -72,7 +72,7 @@ TEST_P(MoveInView, TheWayIsCountedFromTheStartOfTheDrag) {
     open(scattered_block());
     mark(0, {4});
     const pos3 before = points_of(0)[4];
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     press(left_button, widget(GetParam(), 40, 30));
     move(widget(GetParam(), 190, 3));
     move(widget(GetParam(), -500, 900));
@@ -100,16 +100,33 @@ TEST_P(MoveInView, TheDragGoesOnInTheViewOfItsPressWhereverTheMouseIs) {
 TEST_P(MoveInView, ADragThatEndsWhereItBeganIsNoStep) {
     open(scattered_block());
     mark(0, {4});
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     press(left_button, widget(GetParam(), 40, 30));
     move(widget(GetParam(), 60, 50));
     move(widget(GetParam(), 40, 30));
     EXPECT_FALSE(release(left_button, widget(GetParam(), 40, 30)));
     EXPECT_FALSE(press(left_button, widget(GetParam(), 40, 30)));
     EXPECT_FALSE(release(left_button, widget(GetParam(), 60, 50))) << "the release alone moves nothing";
-    editor.release_modifier(modifier_shift);
+    editor.release_key(modifier_shift);
     EXPECT_FALSE(undo());
     EXPECT_TRUE(entry(0).history.undo_edits().empty());
+}
+
+/// The depth of a drag is that of the first selected point. One that is no number has none.
+TEST_P(MoveInView, APointThatIsNoNumberLeavesTheOthersNumbers) {
+    open(scattered_block());
+    mark(0, {0, 4});
+    {
+        const array_span<vertex_t> vertices(entry(0).polygon.vertices);
+        vertices[0].position = {std::numeric_limits<float>::quiet_NaN(), 0, 0};
+    }
+    editor.press_modifier(modifier_shift, modifier_shift);
+    press(left_button, widget(GetParam(), 40, 30));
+    move(widget(GetParam(), 60, 50));
+    release(left_button, widget(GetParam(), 60, 50));
+    const pos3 moved = points_of(0)[4];
+    EXPECT_TRUE(std::isfinite(moved.x) && std::isfinite(moved.y) && std::isfinite(moved.z));
+    EXPECT_NE(moved, scattered_points()[4]);
 }
 
 TEST_P(MoveInView, StepsOfTheGridAreStepsOfTheModel) {
@@ -117,7 +134,7 @@ TEST_P(MoveInView, StepsOfTheGridAreStepsOfTheModel) {
     mark(0, {4});
     const pos3 before = points_of(0)[4];
     editor.set_grid_step(0.1);
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     press(left_button, widget(GetParam(), 40, 30));
     int steps_seen = 0;
     for (int pixel = 0; pixel <= 60; ++pixel) {
@@ -133,7 +150,7 @@ TEST_P(MoveInView, StepsOfTheGridAreStepsOfTheModel) {
 
 TEST_P(MoveInView, NothingMarkedMovesNothing) {
     open(scattered_block() + patch_block());
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_FALSE(press(left_button, widget(GetParam(), 40, 30)));
     EXPECT_FALSE(move(widget(GetParam(), 60, 50)));
     EXPECT_FALSE(release(left_button, widget(GetParam(), 60, 50)));
@@ -226,9 +243,9 @@ TEST_F(Move, OnlyTheSelectionOperationMovesPoints) {
         open(scattered_block());
         mark(0, {4});
         drag_with(modifier_shift, left_button, widget(view_t::front, 40, 30), widget(view_t::front, 60, 50));
-        editor.press_modifier(modifier_shift);
+        editor.press_modifier(modifier_shift, modifier_shift);
         EXPECT_FALSE(editor.mouse_wheel(1, 40, 40));
-        editor.release_modifier(modifier_shift);
+        editor.release_key(modifier_shift);
         EXPECT_EQ(points_of(0), scattered_points());
         editor.delete_current();
     }
@@ -237,7 +254,7 @@ TEST_F(Move, OnlyTheSelectionOperationMovesPoints) {
 TEST_F(Move, TheWheelMovesHalfAUnitAlongZWhateverTheView) {
     open(scattered_block());
     mark(0, {1, 4});
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     float expected = scattered_points()[4].z;
     for (const view_t view : every_view) {
         const auto [x, y] = widget(view, 40, 30);
@@ -256,7 +273,7 @@ TEST_F(Move, TheWheelMovesHalfAUnitAlongZWhateverTheView) {
 TEST_F(Move, TheWheelRestsWhileAButtonIsHeld) {
     open(scattered_block());
     mark(0, {4});
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     for (const std::uint32_t button : {left_button, middle_button, right_button}) {
         press(button, widget(view_t::front, 40, 30));
         EXPECT_FALSE(editor.mouse_wheel(1, 40, 30));
@@ -285,14 +302,14 @@ TEST_F(Move, TheSurfaceFollowsAtTheEndOfTheDrag) {
     open(patch_block());
     mark(0, {3});
     const std::vector<pos3> before = surface_of(entry(0));
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     press(left_button, widget(view_t::side, 40, 30));
     move(widget(view_t::side, 70, 40));
     EXPECT_EQ(surface_of(entry(0)), before);
     const pos3 corner = points_of(0)[3];
     EXPECT_NE(corner, (pos3{1, 1, 0}));
     release(left_button, widget(view_t::side, 70, 40));
-    editor.release_modifier(modifier_shift);
+    editor.release_key(modifier_shift);
     const std::vector<pos3> after = surface_of(entry(0));
     ASSERT_EQ(after.size(), before.size());
     // The corner sample lies on the corner of the net; the opposite one has not moved.
@@ -312,7 +329,7 @@ TEST_F(Move, TheSurfaceFollowsAtTheEndOfTheDrag) {
 TEST_F(Move, TheSurfaceFollowsTheWheel) {
     open(patch_block());
     mark(0, {3});
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_TRUE(editor.mouse_wheel(-2, 9, 9));
     EXPECT_NEAR(surface_of(entry(0)).back().z, 1, 1e-6);
     expect_frames(entry(0).polygon);

@@ -1,5 +1,6 @@
 // The perspective view's camera under the mouse: Alt with a button or the wheel.
 
+#include <limits>
 #include <utility>
 
 #include "gl/app/editor/editor_test.h"
@@ -15,7 +16,7 @@ class Navigation : public editor_test {
   protected:
     void SetUp() override {
         editor_test::SetUp();
-        editor.press_modifier(modifier_alt);
+        editor.press_modifier(modifier_alt, modifier_alt);
     }
 
     const trackball_t& trackball() const { return editor.camera().trackball; }
@@ -79,6 +80,42 @@ TEST_F(Navigation, LeftDragOverATurnedSurfaceKeepsThePointUnderThePointer) {
         EXPECT_NEAR(at.x, x, 0.5);
         EXPECT_NEAR(at.y, y, 0.5);
     }
+}
+
+/// A new NURBS model is all zeros, and its mesh no numbers; a triangle may stand in the plane of the eye.
+TEST_F(Navigation, ASurfaceWithoutAPlaceIsNotTakenHoldOf) {
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    open(square_block(2) + square_block(2));
+    const float eye = -trackball().translation.z;
+    for (const pos3& place : {pos3{nan, nan, nan}, pos3{nan, 0, 0}, pos3{0, 0, eye}}) {
+        for (std::size_t model = 0; model < 2; ++model) {
+            const array_span<vertex_t> vertices(entry(model).polygon.vertices);
+            for (vertex_t& vertex : vertices)
+                vertex.position = place;
+        }
+        const dir3 before = trackball().translation;
+        const pixel_place_t middle = widget(view_t::perspective, 100, 80);
+        press(left_button, middle);
+        EXPECT_TRUE(move({middle.x + 8, middle.y - 16}));
+        release(left_button, middle);
+        EXPECT_EQ(trackball().translation, (dir3{before.x + 0.5F, before.y + 1, before.z}));
+    }
+}
+
+TEST_F(Navigation, ASurfaceBehindOneWithoutAPlaceIsTakenHoldOf) {
+    open(square_block(2, -1) + square_block(2));
+    const pos3 point = on_plane(80, 60);
+    {
+        const array_span<vertex_t> vertices(entry(0).polygon.vertices);
+        for (vertex_t& vertex : vertices)
+            vertex.position = {std::numeric_limits<float>::quiet_NaN(), 0, 0};
+    }
+    press(left_button, place_of(view_t::perspective, point));
+    const pixel_place_t to = widget(view_t::perspective, 120, 90);
+    EXPECT_TRUE(move(to));
+    const seen_t now = seen(view_t::perspective, point);
+    EXPECT_NEAR(now.x, 120, 1);
+    EXPECT_NEAR(now.y, 90, 1);
 }
 
 TEST_F(Navigation, TheNearestOfSeveralSurfacesIsTakenHoldOf) {

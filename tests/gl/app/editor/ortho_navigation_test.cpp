@@ -13,7 +13,7 @@ class OrthoNavigation : public editor_test, public testing::WithParamInterface<v
     void SetUp() override {
         editor_test::SetUp();
         open(scattered_block());
-        editor.press_modifier(modifier_alt);
+        editor.press_modifier(modifier_alt, modifier_alt);
     }
 
     /// All orthographic views still are the fit and its turns, and the inverses are inverses.
@@ -54,6 +54,24 @@ TEST_P(OrthoNavigation, LeftDragPansWhatIsUnderThePointerWithIt) {
     }
     EXPECT_FALSE(release(left_button, widget(GetParam(), 61, 50)));
     EXPECT_FALSE(move(widget(GetParam(), 100, 100)));
+}
+
+/// One motion event may come from far.
+TEST_P(OrthoNavigation, AStepOfTheZoomNeverTurnsTheViewsInsideOut) {
+    for (const int pixels : {-63, -64, -65, -100}) {
+        const mtx3w before = editor.camera().fit.matrix;
+        press(middle_button, widget(GetParam(), 60, 110));
+        EXPECT_TRUE(move(widget(GetParam(), 60, 110 + pixels)));
+        release(middle_button, widget(GetParam(), 60, 110));
+        EXPECT_FLOAT_EQ(editor.camera().fit.matrix[0], before[0] / 64) << pixels;
+        expect_one_fit();
+        press(middle_button, widget(GetParam(), 60, 10));
+        move(widget(GetParam(), 60, 10 + 64 * 63));
+        release(middle_button, widget(GetParam(), 60, 10));
+    }
+    const float size = editor.camera().fit.matrix[0];
+    EXPECT_TRUE(editor.mouse_wheel(-16, widget(GetParam(), 60, 50).x, widget(GetParam(), 60, 50).y));
+    EXPECT_FLOAT_EQ(editor.camera().fit.matrix[0], size / 64);
 }
 
 TEST_P(OrthoNavigation, MiddleDragZoomsASixtyFourthPerPixelUp) {

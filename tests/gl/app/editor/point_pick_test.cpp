@@ -189,12 +189,12 @@ TEST_F(PointPick, ADoubleClickMeansNothingWithCtrlOrAlt) {
     open(scattered_block());
     mark(0, {2});
     for (const std::uint32_t modifier : {modifier_ctrl, modifier_alt}) {
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         EXPECT_FALSE(editor.double_click(right_button, 5, 5));
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
     }
     EXPECT_THAT(marked(0), ElementsAre(2));
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_TRUE(editor.double_click(right_button, 5, 5));
     EXPECT_THAT(marked(0), IsEmpty());
 }

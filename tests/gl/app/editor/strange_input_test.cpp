@@ -24,7 +24,7 @@ class StrangeInput : public editor_test {
         for (const std::uint32_t modifier : {modifier_none, modifier_shift, modifier_ctrl, modifier_alt}) {
             for (const operation_mode_t mode : every_mode) {
                 editor.set_mode(mode);
-                editor.press_modifier(modifier);
+                editor.press_modifier(modifier, modifier);
                 for (const pixel_place_t from : places) {
                     for (const std::uint32_t button : {0U, 1U, 2U, 3U, 4U}) {
                         drag(button, from, places.front());
@@ -33,7 +33,7 @@ class StrangeInput : public editor_test {
                     editor.mouse_wheel(1, from.x, from.y);
                     editor.double_click(right_button, from.x, from.y);
                 }
-                editor.release_modifier(modifier);
+                editor.release_key(modifier);
                 undo();
                 redo();
             }
@@ -194,7 +194,7 @@ TEST_F(StrangeInput, DeletingInTheMiddleOfADrag) {
         open(scattered_block() + square_block());
         mark(0, {1, 4});
         const pixel_place_t at = place_of(view_t::front, {0, 0, 0});
-        editor.press_modifier(modifier);
+        editor.press_modifier(modifier, modifier);
         press(left_button, at);
         move({at.x + 5, at.y});
         editor.delete_current();
@@ -202,7 +202,7 @@ TEST_F(StrangeInput, DeletingInTheMiddleOfADrag) {
         editor.delete_current();
         move({at.x + 15, at.y});
         release(left_button, at);
-        editor.release_modifier(modifier);
+        editor.release_key(modifier);
         frame();
         EXPECT_FALSE(undo());
     }
@@ -211,7 +211,7 @@ TEST_F(StrangeInput, DeletingInTheMiddleOfADrag) {
 TEST_F(StrangeInput, OpeningInTheMiddleOfADrag) {
     open(scattered_block());
     mark(0, {1, 4});
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     press(left_button, widget(view_t::front, 50, 50));
     move(widget(view_t::front, 60, 50));
     const pos3 moved = points_of(0)[4];

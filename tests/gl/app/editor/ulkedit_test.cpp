@@ -125,6 +125,16 @@ TEST_F(Ulkedit, AFileOfAnEnvironmentAloneAddsNoModel) {
     EXPECT_EQ(editor.current_index(), 0U);
 }
 
+TEST_F(Ulkedit, AFileOfAnEnvironmentAloneLeavesTheCurrentModel) {
+    ulk_test::write_cube(folder, "sky", {});
+    ASSERT_TRUE(open(triangle_block() + triangle_block()));
+    editor.select_model(1);
+    ASSERT_TRUE(open("begin environment\ncubetex sky.png\nend\n"));
+    EXPECT_EQ(editor.environment().cubetex, "sky.png");
+    EXPECT_EQ(editor.current_index(), 1U);
+    EXPECT_EQ(editor.current_model(), editor.models().back().get());
+}
+
 TEST_F(Ulkedit, AddedModelsBecomeCurrent) {
     editor.add_model(model_kind_t::polygon);
     EXPECT_EQ(editor.current_index(), 0U);

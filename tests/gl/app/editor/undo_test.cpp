@@ -18,9 +18,9 @@ class Undo : public editor_test {
                   widget(view_t::front, 40 + right, 30 + up));
     }
     bool wheel(int delta) {
-        editor.press_modifier(modifier_shift);
+        editor.press_modifier(modifier_shift, modifier_shift);
         const bool moved = editor.mouse_wheel(delta, 9, 9);
-        editor.release_modifier(modifier_shift);
+        editor.release_key(modifier_shift);
         return moved;
     }
 };
@@ -150,9 +150,9 @@ TEST_F(Undo, AReleaseWithoutAPressNamesTheLastStepAgain) {
     open(square_block());
     mark(0, {0});
     drag_points(8, 0);
-    editor.press_modifier(modifier_shift);
+    editor.press_modifier(modifier_shift, modifier_shift);
     EXPECT_TRUE(release(left_button, widget(view_t::front, 40, 30)));
-    editor.release_modifier(modifier_shift);
+    editor.release_key(modifier_shift);
     EXPECT_TRUE(undo());
     EXPECT_EQ(points_of(0)[0], (pos3{-1, -1, 0}));
     EXPECT_TRUE(undo()) << "with no edit left in the model";
