@@ -10,8 +10,8 @@ namespace ulk3d {
 
 namespace {
 
-/// Calls `store(index, line)` with each of the first `count` lines, NUL-terminated. A last line counts also
-/// without its line feed.
+/// Calls `store(index, line)` with each of the first `count` lines, NUL-terminated. The last line may lack
+/// its line feed.
 template <typename Store>
 void for_each_line(std::string& text, std::size_t count, Store&& store) {
     char* line = text.data();

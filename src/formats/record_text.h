@@ -6,31 +6,31 @@
 
 #include "model/attributes.h"
 
-/// GL arrays as plain text, a line for each record, for people who edit them like a file. Numbers are written
-/// as in scene files: six significant digits in every locale. The functions on arrays need a current
-/// GL context.
+/// GL arrays as plain text, one line per record, so that users can edit them like a file. Numbers are written
+/// as in scene files, with six significant digits in every locale. The functions that take an array need a
+/// current GL context.
 namespace ulk3d {
 
-/// The components of one attribute of every vertex, separated by "," and each line ended by a line feed.
-/// `member` counts in the array's element list; empty text for one beyond it.
+/// The components of one attribute of every vertex, separated by ",", one vertex per line; each line ends in
+/// a line feed. `member` is an index into the array's element list; one beyond its end gives an empty text.
 std::string member_text(const array_t& array, std::uint64_t member);
 
-/// Reads such lines back: each component is a sum (utils/text/evalnumber.h, which tells what is wrong on the
-/// standard error stream), and what a line lacks is 0. Lines beyond the vertices are ignored; vertices beyond
-/// the last line stay as they are.
+/// Reads such lines back. Each component is an expression (utils/text/evalnumber.h, which prints its errors
+/// to the standard error stream); components missing from a line become 0. Surplus lines are ignored;
+/// vertices without a line keep their values.
 void store_member_text(array_t& array, std::uint64_t member, std::string text);
 
-/// The same on words in memory; an incomplete vertex at their end is none. Need no GL.
+/// The same on words in memory, without GL; an incomplete vertex at the end is ignored.
 std::string member_text(std::span<const float> words, const record_member_t& member);
 void store_member_text(std::span<float> words, const record_member_t& member, std::string text);
 
-/// One index on each line, the restart mark as "-1".
+/// One index per line, the restart mark as "-1".
 std::string index_text(const element_array_t& elements);
 
-/// Reads such lines back: decimal, hexadecimal (0x) or octal (0) numbers, cut to 32 bits; what is no number
-/// is 0.
+/// Reads such lines back: decimal, hexadecimal (0x) or octal (0) numbers, truncated to 32 bits; anything else
+/// becomes 0. Surplus lines are ignored; indices without a line keep their values.
 void store_index_text(element_array_t& elements, std::string text);
-/// The same on indices in memory. Needs no GL.
+/// The same on indices in memory, without GL.
 void store_index_text(std::span<std::uint32_t> indices, std::string text);
 
 }  // namespace ulk3d

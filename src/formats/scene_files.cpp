@@ -16,15 +16,15 @@ bool is_stl_path(const char* path) {
     return libutils::has_extension(path, ".stl") == 0;
 }
 
-/// Makes a model of a kind at the end of a list.
+/// Appends a new model to a list.
 model_entry_t& append_model(model_list_t& models, model_kind_t kind) {
     return *models.emplace_back(std::make_unique<model_entry_t>(kind));
 }
 
-/// Walks the top level of a scene file: hands each block to its reader and counts it.
+/// Walks the top level of a scene file: passes each block to its reader and counts the blocks.
 class top_level_reader {
   public:
-    /// `environment` takes the environment blocks; null makes them unknown lines.
+    /// `scene_environment` receives the environment blocks; when it is null their lines are unknown lines.
     top_level_reader(const char* scene_path, text_lines& scene_input, environment_t* scene_environment,
                      model_list_t& scene_models, glpolygon_t& view, std::ostream& messages)
         : path(scene_path),
@@ -34,7 +34,7 @@ class top_level_reader {
           glpolygon(view),
           log(messages) {}
 
-    /// The count of blocks in the file, 0 when one of them failed.
+    /// The number of blocks in the file, 0 when one of them failed.
     std::size_t read() {
         std::size_t blocks = 0;
         while (!input.failed()) {
@@ -60,7 +60,7 @@ class top_level_reader {
         if (environment != nullptr && line.starts_with("begin environment"))
             return outcome_of(read_environment(path, *environment, line_counter, line, input, log));
         if (line.starts_with("begin nurbs_surface")) {
-            // A failing block leaves its model in the list: the caller drops what a failed load has left.
+            // A block that fails leaves its model in the list; the caller drops the models of a failed load.
             model_entry_t& entry = append_model(models, model_kind_t::nurbs);
             return outcome_of(read_nurbs_surface(path, entry.nurbs, entry.texture, entry.polygon, glpolygon,
                                                  line_counter, line, input, log));
@@ -134,7 +134,7 @@ bool save_models(model_list_t& models, const char* path) {
     for (const auto& entry : models) {
         write_model(*entry, path, output);
         output.line();
-        // Flushed here, a write that fails stops at the model that it struck.
+        // Flushing after each model stops a failing save at the model where it failed.
         if (!output.flush())
             return false;
     }

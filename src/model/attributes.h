@@ -12,10 +12,12 @@
 
 namespace ulk3d {
 
-/// What a user edits of a model's points. A NURBS model's control points have the first two.
+/// An attribute of a model's points that a user can edit. The control points of a NURBS model have the first
+/// two only.
 enum class attribute_t { position, color, texcoord, tangent, binormal, normal };
 
-/// Where an attribute stands: in which of a model's arrays, and which member of that array's element list.
+/// Where an attribute is stored: in which of a model's arrays, and as which member of that array's element
+/// list.
 struct attribute_place_t {
     std::uint32_t array;
     std::uint32_t member;
@@ -28,19 +30,20 @@ constexpr attribute_place_t place_of(attribute_t attribute) {
     return places[static_cast<std::size_t>(attribute)];
 }
 
-/// The place of one member in the records of an array of words.
+/// Where one member lies in the records of an array of words.
 struct record_member_t {
     std::uint32_t stride = 0;           ///< words of a record
-    std::uint32_t offset = 0;           ///< of the member in it
-    std::uint32_t components = 0;       ///< words of the member; 0 for one that does not exist
-    std::optional<e_type_t> kind = {};  ///< none for a member that does not exist
+    std::uint32_t offset = 0;           ///< words from the start of the record to the member
+    std::uint32_t components = 0;       ///< words of the member; 0 when the array has no such member
+    std::optional<e_type_t> kind = {};  ///< empty when the array has no such member
 };
 
-/// Member `member` of the records of an array, counted in its element list. A member beyond the list has no
-/// components, and stands behind the record.
+/// Looks up a member by its index in the array's element list. A member beyond the list has no components,
+/// and its offset is the end of the record.
 record_member_t member_of(const array_t& array, std::uint64_t member);
 
-/// One member of records in memory. Float is const for reading. Incomplete records at the end are none.
+/// A view of one member of records in memory. Float is const for read-only access. An incomplete record at
+/// the end is ignored.
 template <class Float>
 class member_view_t {
   public:
@@ -49,9 +52,10 @@ class member_view_t {
         : words(record_words), member(place) {}
 
     const record_member_t& place() const { return member; }
-    /// Count of the records.
+    /// The number of complete records.
     std::size_t size() const { return member.stride == 0 ? 0 : words.size() / member.stride; }
-    /// `count` words from the member's first one in record `index`; null unless they lie in a record.
+    /// Points to `count` words, beginning with the member's first one in record `index`; null unless all of
+    /// them lie in that record.
     Float* at(std::uint64_t index, std::uint32_t count) const {
         return index < size() && member.offset + count <= member.stride
                    ? &words[index * member.stride + member.offset]
@@ -63,7 +67,7 @@ class member_view_t {
     record_member_t member;
 };
 
-/// The same for an array, mapped while this lives. A null array has no records.
+/// The same view of an array, which stays mapped as long as this object lives. A null array has no records.
 template <class Float>
 class mapped_member_t {
   public:

@@ -15,21 +15,22 @@
 namespace ulk3d {
 namespace {
 
-/// A model's array, null where there is none.
+/// A model's array; null when it has none at that index.
 template <class Model>
 auto array_of(Model& model, std::uint64_t array) {
     return array <= std::numeric_limits<std::uint32_t>::max() ? model.array(static_cast<std::uint32_t>(array))
                                                               : nullptr;
 }
 
-/// Floats that an edit keeps of a member: 3 or 4, none for a kind that is not handled.
+/// How many floats of a member an edit keeps: 3 or 4; 0 for a kind that is not handled.
 std::uint32_t handled_components(const record_member_t& member) {
     if (member.kind == e_type_t::Position || member.kind == e_type_t::Normal)
         return 3;
     return member.kind == e_type_t::RGBA ? 4 : 0;
 }
 
-/// True, after a line that begins with `what`, when the member is of a kind that is not handled.
+/// True when the member is of a kind that is not handled, after printing a line that begins with `what`;
+/// without a line for a member that does not exist.
 bool is_reported_unhandled(const record_member_t& member, const char* what) {
     if (handled_components(member) != 0)
         return false;
@@ -39,7 +40,7 @@ bool is_reported_unhandled(const record_member_t& member, const char* what) {
     return true;
 }
 
-/// Tells the model of the points that it has.
+/// Notifies the model of each changed point that it has.
 void tell_changed(modeling_t& model, const edit_t& edit) {
     const array_t* const array = array_of(model, edit.array);
     if (array == nullptr)
@@ -50,7 +51,7 @@ void tell_changed(modeling_t& model, const edit_t& edit) {
             model.elementchanged(static_cast<std::uint32_t>(edit.array), point.index);
 }
 
-/// Exchanges the recorded values with those of the array. Returns whether there are any.
+/// Exchanges the recorded values with those in the array. Returns whether there are any.
 bool exchange(edit_t& edit, modeling_t& model) {
     if (edit.points.empty())
         return false;
@@ -74,7 +75,7 @@ bool exchange(edit_t& edit, modeling_t& model) {
     return true;
 }
 
-/// True when x, y or z of a recorded value is no longer what stands in the array.
+/// True when x, y or z of a recorded value is no longer equal to that in the array.
 bool differs(const edit_t& edit, const modeling_t& model) {
     if (edit.points.empty())
         return false;

@@ -18,8 +18,8 @@ struct edit_point_t {
 
 /// One edit of one model: the replaced values of one member of the records of one array.
 ///
-/// The points lie in one block, in the order of their recording: a drag walks over all of them at every
-/// motion of the mouse, and a model has a million.
+/// The points lie in one block, in the order in which they were recorded: a drag walks over all of them at
+/// every motion of the mouse, and a model may have a million.
 struct edit_t {
     std::vector<edit_point_t> points;
     std::uint64_t array = 0;   ///< index of the model's array
@@ -30,45 +30,46 @@ struct edit_t {
 /// same exchange of the recorded values with those in the array, after which the edit holds what the
 /// opposite step needs.
 ///
-/// The model of each call is the one that this history belongs to. Each call maps the array once, and tells
-/// the model (`elementchanged`) of every point that it has written, in order, after the array is unmapped.
-/// Points and arrays that the model does not have are passed over in silence. A GL context must be current
-/// for every operation with a model. There is no limit on the number of edits.
+/// The model passed to each call is the one that this history belongs to. Each call maps the array once and,
+/// after unmapping it, calls the model's `elementchanged` for every point that it has written, in order.
+/// Points and arrays that the model does not have are silently skipped. A GL context must be current for
+/// every operation with a model. The number of edits is not limited.
 class edit_history_t {
   public:
-    /// Begins an edit: appends one that holds the present values of all selected points, in index order. For
-    /// an attribute that is no position, normal or colour the values are zero, and each point prints
-    /// "element.type (KIND) not handled." on the standard error stream.
+    /// Begins an edit: appends one that holds the current values of all selected points, in index order. For
+    /// an attribute other than a position, normal or colour the values are zero, and each point prints the
+    /// line "element.type (KIND) not handled." on the standard error stream.
     void open(std::uint64_t array, std::uint64_t member, const modeling_t& model);
 
     /// Appends an edit that was made and recorded elsewhere.
     void push(edit_t edit);
 
-    /// Depth of the last edit's first point, as recorded, through the affine `modelview` and then the
-    /// projection; 0 when there is no such point.
+    /// Depth of the last edit's first point, at its recorded position, through the affine `modelview` and
+    /// then the projection; 0 when there is no such point.
     float depth(const mtx3w& modelview, const mtx3w& projection) const;
 
-    /// Sets x, y and z of each point of the last edit to the recorded value plus `delta`: the way of a drag
-    /// is always counted from its start. Returns whether there is any point.
+    /// Sets x, y and z of each point of the last edit to the recorded value plus `delta`: a drag is always
+    /// measured from its start. Returns whether the edit has any points.
     bool move(modeling_t& model, const pos3& delta);
 
-    /// The same for wheel notches: each moves the points by half a unit along -z.
+    /// The same for notches of the wheel: each moves the points by half a unit along -z.
     bool wheel(modeling_t& model, std::int32_t delta);
 
-    /// Ends the last edit. True when x, y or z of one of its points differs (not `f_eq`) from the recorded
-    /// value; otherwise nothing has happened and the edit is dropped.
+    /// Ends the last edit. Returns true when x, y or z of one of its points differs (not `f_eq`) from the
+    /// recorded value; otherwise the edit has changed nothing and is dropped.
     bool close(const modeling_t& model);
 
-    /// Takes the last edit back, or does it again, and moves it to the other list. Returns whether the edit
-    /// has points; false when there is no edit. For an attribute that is no position, normal or colour each
-    /// point prints "element_t::e_type_t (KIND) not handled." on the standard error stream and stays.
+    /// Undoes or redoes the last edit and moves it to the other list. Returns whether the edit has any
+    /// points; false when there is no edit. For an attribute other than a position, normal or colour each
+    /// point prints the line "element_t::e_type_t (KIND) not handled." on the standard error stream and stays
+    /// as it is.
     bool undo(modeling_t& model);
     bool redo(modeling_t& model);
 
     /// Forgets all edits.
     void clear();
 
-    /// The edits in their order; the last of `undo_edits` is the one that is open while a gesture lasts.
+    /// The edits in order; while a gesture lasts, the last of `undo_edits` is the open one.
     const std::list<edit_t>& undo_edits() const { return undos; }
     const std::list<edit_t>& redo_edits() const { return redos; }
 

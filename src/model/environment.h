@@ -14,17 +14,17 @@ struct environment_t {
     float refractalpha = 0.0F;
     float refractfactor = 1.0F;
 
-    /// Turns the name into a cube texture of the store: six pictures, "_posx", "_negx", "_posy", "_negy",
-    /// "_posz" and "_negz" before the extension of the name; an empty name becomes a black cube. `base_file`
-    /// is the scene file's path, or null; its drive and directory go before the name, of which the drive is
-    /// not looked at. A name that is in the store already is not loaded again. A current GL context is
-    /// required.
+    /// Turns the name into a cube texture of the store. Its six pictures have "_posx", "_negx", "_posy",
+    /// "_negy", "_posz" and "_negz" before the extension of the name; an empty name becomes a black cube.
+    /// `base_file` is the scene file's path, or null; its drive and directory are put before the name, and a
+    /// drive in the name itself is ignored. A name that is already in the store is not loaded again. Requires
+    /// a current GL context.
     ///
     /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
-    /// of an entry without a GL name, which a draw leaves out.
+    /// of an entry without a GL name, which is left out when drawing.
     bool initex(const char* base_file);
 
-    /// The path of one of the six pictures, 0 to 5 in the order above, as `initex` makes it.
+    /// The path of one of the six pictures, numbered 0 to 5 in the order above, as `initex` builds it.
     std::string face_path(const char* base_file, std::size_t face) const;
 };
 

@@ -8,14 +8,14 @@
 
 namespace ulk3d {
 
-/// Row-major table on the host.
+/// A row-major table in host memory.
 template <typename T>
 struct matrix_t {
     std::vector<T> data;
     std::uint64_t rows = 0;
     std::uint64_t columns = 0;
 
-    /// Takes new dimensions with all entries T{}. Throws std::bad_array_new_length, with nothing changed,
+    /// Sets new dimensions; all entries become T{}. Throws std::bad_array_new_length, with nothing changed,
     /// when the table is larger than anything that can be allocated.
     void resize(std::uint64_t new_rows, std::uint64_t new_columns) {
         constexpr std::uint64_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
 
-/// The kernel's own estimate: free memory and what it can take back from its caches.
+/// The kernel's own estimate: free memory and what it can reclaim from its caches.
 std::optional<std::uint64_t> available_by_kernel() {
     constexpr std::string_view key = "MemAvailable:";
     std::ifstream file("/proc/meminfo");
@@ -37,7 +37,7 @@ std::optional<std::uint64_t> available_by_kernel() {
     return std::nullopt;
 }
 
-/// For systems without the estimate: only what is free right now.
+/// For systems without that estimate: only what is free right now.
 std::optional<std::uint64_t> free_memory() {
     struct sysinfo info {};
     if (sysinfo(&info) != 0)
@@ -45,7 +45,8 @@ std::optional<std::uint64_t> free_memory() {
     return saturating_product(saturating_sum(info.freeram, info.bufferram), info.mem_unit);
 }
 
-/// What the process may still map under its own limit (`ulimit -v`). Drivers do not expect to meet it.
+/// What the process may still map under its own limit (`ulimit -v`), which drivers are not prepared to run
+/// into.
 std::uint64_t address_space_left() {
     rlimit limit{};
     if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)

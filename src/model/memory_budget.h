@@ -4,19 +4,19 @@
 
 namespace ulk3d {
 
-/// a times b and a plus b; the largest value where that does not fit 64 bits. For sizes made of counts that a
-/// file or a dialog gave.
+/// a times b, and a plus b; the largest value where the result does not fit in 64 bits. For sizes computed
+/// from counts that come from a file or a dialog.
 std::uint64_t saturating_product(std::uint64_t a, std::uint64_t b);
 std::uint64_t saturating_sum(std::uint64_t a, std::uint64_t b);
 
-/// Bytes that one model may take up now: half of the memory that the system can give without swapping, and
-/// that the process may take under its limit of address space. The other half is for what comes with it: the
-/// driver's copies, the model's pictures, the scene that is open.
+/// The number of bytes that one model may take up now: half of what the system can give without swapping and
+/// the process may still take under its address space limit. The other half is for what comes with the model:
+/// the driver's copies, its pictures, the scene that is open.
 std::uint64_t memory_budget();
 
-/// True when `bytes` are within `memory_budget`. Asked before an allocation whose size comes from outside:
-/// the system grants more than it has, and a file with an absurd count would end in swapping or in a killed
-/// process instead of an error message.
+/// True when `bytes` are within `memory_budget`. Ask before an allocation whose size comes from outside: the
+/// system grants more than it has, so an absurd count in a file would end in swapping or in a killed process
+/// instead of an error message.
 [[nodiscard]] bool fits_into_memory(std::uint64_t bytes);
 
 }  // namespace ulk3d

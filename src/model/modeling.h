@@ -21,22 +21,22 @@ struct option_view_t {
     std::uint64_t count = 0;
 };
 
-/// Point sizes are the selection made visible: each point is drawn at its size.
+/// Point sizes make the selection visible: each point is drawn at its size.
 inline constexpr float unselected_point_size = 3.0F;
 inline constexpr float selected_point_size = 5.0F;
 
-/// Element lists of the models' arrays, each built once, on first use.
+/// Element lists of the models' arrays, each built on first use.
 const element_list_t& vertex_elements();         ///< Position, RGBA, TexCoord2: 9 floats
 const element_list_t& frame_elements();          ///< Normal x 3 (tangent, binormal, normal): 9 floats
 const element_list_t& work_frame_elements();     ///< Normal x 4 (difference vectors): 12 floats
 const element_list_t& size_elements();           ///< PointSize: 1 float
 const element_list_t& control_point_elements();  ///< Position, RGBA: 7 floats
 
-/// What the view, the dialogs and the edit history see of a model: a name, GL arrays, a selection bit and a
-/// point size per vertex or control point.
+/// What the view, the dialogs and the edit history see of a model: a name, GL arrays, and for each vertex or
+/// control point a selection bit and a point size.
 ///
-/// All coordinates are world coordinates and stand in the GL buffers; contents are reached by mapping. A GL
-/// context must be current for every operation but construction.
+/// All coordinates are world coordinates and are stored in the GL buffers; contents are accessed by mapping.
+/// A GL context must be current for every operation except construction.
 class modeling_t {
   public:
     modeling_t() = default;
@@ -44,31 +44,31 @@ class modeling_t {
     modeling_t(const modeling_t&) = delete;
     modeling_t& operator=(const modeling_t&) = delete;
 
-    /// Count of option tables, and the table at `index`: an empty view where there is none.
+    /// The number of option tables, and the table at `index`: an empty view where there is none.
     virtual std::uint32_t optioncount() const { return 0; }
     virtual option_view_t option(std::uint32_t) { return {}; }
 
-    /// Count of the arrays that a user may edit, and the array at `index` (work arrays included), null
-    /// beyond.
+    /// The number of arrays that a user may edit, and the array at `index`; work arrays follow behind those
+    /// counted. Null beyond.
     virtual std::uint32_t arraycount() const = 0;
     virtual const array_t* array(std::uint32_t index) const = 0;
     virtual array_t* array(std::uint32_t index) = 0;
 
-    /// Tells the model that record `element` of array `array` was written through `array()`.
+    /// Notifies the model that record `element` of array `array` was written through `array()`.
     virtual void elementchanged(std::uint32_t /*array*/, std::uint64_t /*element*/) {}
 
-    /// The strips of the model, null where it has none.
+    /// The strips of the model; null when it has none.
     virtual const element_array_t* elementarray() const { return nullptr; }
     virtual element_array_t* elementarray() { return nullptr; }
 
-    /// Derives the drawn surface again from the edited arrays.
+    /// Derives the drawn surface from the edited arrays again.
     virtual void update(glpolygon_t& /*glpolygon*/) {}
 
-    /// GL_POINTS of all points, each at its point size.
+    /// Draws all points as GL_POINTS, each at its point size.
     virtual void drawpoints() = 0;
     virtual void draw() = 0;
 
-    /// The model's box.
+    /// The model's bounding box.
     virtual void bounds(pos3& low, pos3& high) const {
         low = {};
         high = {};
@@ -77,9 +77,9 @@ class modeling_t {
     /// Returns to the empty state: no name, no points, no selection.
     virtual void clear();
 
-    /// Unmarks all points; the count of points stays.
+    /// Unselects all points; the number of points stays.
     void clearselection();
-    /// Marks or unmarks one point. False when it is so already, or when there is no such point.
+    /// Selects or unselects one point. False when it already is so, or when there is no such point.
     bool select(std::uint64_t point);
     bool unselect(std::uint64_t point);
 

@@ -14,16 +14,16 @@ namespace ulk3d {
 
 enum class model_kind_t : std::uint32_t { polygon = 0, nurbs = 1 };
 
-/// One model of the scene, of either kind. Models are told apart by their place in the scene's list.
+/// One model of the scene, of either kind. Models are identified by their place in the scene's list.
 ///
-/// What both kinds have stands here and in `texture`, so that it stays when a NURBS model becomes the polygon
-/// model that it is drawn as: only `kind` changes then.
+/// What both kinds have is kept here and in `texture`, so that it stays when a NURBS model becomes the
+/// polygon model that it is drawn as: only `kind` changes then.
 struct model_entry_t {
     explicit model_entry_t(model_kind_t model_kind) : kind(model_kind), nurbs(&texture, &polygon) {}
     model_entry_t(const model_entry_t&) = delete;
     model_entry_t& operator=(const model_entry_t&) = delete;
 
-    /// The model by its kind.
+    /// The model that `kind` selects.
     modeling_t& modeling();
     const modeling_t& modeling() const;
 

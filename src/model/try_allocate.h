@@ -4,8 +4,9 @@
 
 namespace ulk3d {
 
-/// The result of `allocate()`, which makes arrays of a size that a file or a dialog gave; false also when it
-/// runs out of memory. The only place that catches an exception of the allocator.
+/// Returns the result of `allocate()`, which makes arrays whose size comes from a file or a dialog; false
+/// also when it runs out of memory. The only place that catches an exception of the allocator. Prints
+/// nothing.
 template <typename Allocate>
 [[nodiscard]] bool try_allocate(Allocate&& allocate) {
     try {

@@ -10,7 +10,7 @@ namespace {
 
 using nine_floats = std::array<float, 9>;
 
-/// `operation` on each pair of floats of two records of nine.
+/// Applies `operation` to each pair of floats of two records of nine.
 template <typename Record, typename Operation>
 Record by_component(const Record& a, const Record& b, Operation operation) {
     auto result = std::bit_cast<nine_floats>(a);

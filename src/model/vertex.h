@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// A vertex as it stands in a GL buffer: 9 floats.
+/// A vertex as stored in a GL buffer: 9 floats.
 struct vertex_t {
     pos3 position;
     col3a color;
@@ -22,7 +22,7 @@ struct frame_t {
 };
 static_assert(sizeof(frame_t) == 9 * sizeof(float));
 
-/// The four difference vectors of a vertex from which the frame pass makes its frame: 12 floats.
+/// The four difference vectors of a vertex, from which the frame pass makes its frame: 12 floats.
 struct work_frame_t {
     dir3 first, second, third, fourth;
     bool operator==(const work_frame_t&) const = default;

@@ -9,7 +9,7 @@ namespace ulktool {
 
 namespace {
 
-/// Prints what is wrong with pictures. True when nothing is.
+/// Prints what is wrong with the pictures. True when nothing is.
 bool check_pictures(const std::vector<scene_picture_t>& pictures, const std::string& owner) {
     bool all_well = true;
     for (const scene_picture_t& picture : pictures) {

@@ -3,7 +3,8 @@
 #include <span>
 #include <string>
 
-/// The commands of ulktool. Each takes the words behind its name and returns the exit status.
+/// The commands of ulktool. Each takes the words after its name and returns the exit status. Wrong usage
+/// gives a line on the standard error stream.
 namespace ulktool {
 
 enum exit_status_t : int {
@@ -14,13 +15,14 @@ enum exit_status_t : int {
 
 using arguments_t = std::span<const std::string>;
 
-/// Draws the frame of the view area, or one of its views, into a PNG picture.
+/// Draws the frame of the view area, or one of its views, and saves it as a PNG picture.
 int render(arguments_t arguments);
-/// Reports what the reader says of each file, and what is wrong with its pictures.
+/// Prints the reader's messages about each file, and what is wrong with its pictures, to the standard output
+/// stream. Fails if a file does not load, or not with all its pictures.
 int check(arguments_t arguments);
-/// Prints the models of a file: kinds, counts, boxes and pictures.
+/// Prints the models of a file to the standard output stream: kinds, counts, boxes and pictures.
 int info(arguments_t arguments);
-/// Loads one file and saves it as another, each by its extension.
+/// Loads one file and saves it as another, each in the format of its extension.
 int convert(arguments_t arguments);
 
 }  // namespace ulktool

@@ -36,7 +36,7 @@ struct job_t {
     const named_view_t* view = nullptr;  ///< null for all four
 };
 
-/// "640x480"; both above 0.
+/// Parses "640x480". False unless both numbers are from 1 to 16384.
 bool parse_size(const std::string& text, job_t& job) {
     const char* const end = text.data() + text.size();
     const auto [cross, width_error] = std::from_chars(text.data(), end, job.width);
@@ -86,7 +86,7 @@ int draw(const job_t& job) {
     ulk3d::ulkedit_t editor("");
     editor.init();
 
-    // One view of a frame of twice the size has the size that was asked for.
+    // A view is half as wide and high as the frame, so a single view needs a frame of twice its size.
     const int scale = job.view == nullptr ? 1 : 2;
     const ulk3d::offscreen_target_t target(job.width * scale, job.height * scale);
     if (!target.is_complete()) {
@@ -101,7 +101,7 @@ int draw(const job_t& job) {
 
     rgba_picture_t picture = target.read_pixels();
     if (job.view != nullptr) {
-        // A viewport counts y up.
+        // In a viewport y counts upwards, in a picture downwards.
         const viewport_t area = (editor.layout().*job.view->area)();
         picture = picture.part(area.x, picture.height - area.y - area.height, area.width, area.height);
     }

@@ -14,7 +14,7 @@ using libutils::image2d;
 
 namespace {
 
-/// Why nothing could be read from a path.
+/// Why no picture could be read from a path.
 std::string problem_of(const std::string& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
@@ -36,7 +36,7 @@ scene_picture_t described(const char* key, const std::string& name, const std::s
     return {key, name, std::to_string(image.width) + " x " + std::to_string(image.height), ""};
 }
 
-/// The image that a load has left in the store or, when it never came to this path, that of its file.
+/// The image that loading left in the store or, if it never reached this path, the image in the file.
 image2d image_at(const std::string& path, bool& loaded) {
     if (const std::uint32_t handle = libgr::model_textures.find(path); handle != 0) {
         const image2d image = libgr::model_textures.get(handle)->image;

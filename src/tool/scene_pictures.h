@@ -10,16 +10,16 @@ namespace ulktool {
 /// A picture file that a scene names.
 struct scene_picture_t {
     std::string key;      ///< the key of the scene file, "texture" and the like
-    std::string name;     ///< as the scene names it; for the environment the path of a face
-    std::string size;     ///< "512 x 256"; empty when it can not be read
-    std::string problem;  ///< what is wrong with it; empty when all is well
+    std::string name;     ///< as given in the scene; for the environment the path of a face
+    std::string size;     ///< "512 x 256"; empty when the picture can not be read
+    std::string problem;  ///< what is wrong with the picture; empty when nothing is
 };
 
-/// The maps of a model of a scene that was loaded from `scene_path`. A map that the load did not come to, as
-/// an earlier one had failed, is read here; what its codec says goes to the standard error stream.
+/// The maps of a model in a scene that was loaded from `scene_path`. A map that loading did not reach,
+/// because an earlier one had failed, is read here; its codec prints to the standard error stream.
 std::vector<scene_picture_t> model_pictures(const ulk3d::texture_t& texture, const std::string& scene_path);
 
-/// The six faces of the environment, none when it has no name; likewise.
+/// The six faces of the environment's cube map, likewise; empty when no cube map is named.
 std::vector<scene_picture_t> environment_pictures(const ulk3d::environment_t& environment,
                                                   const std::string& scene_path);
 

@@ -10,17 +10,17 @@
 
 namespace ulktool {
 
-/// A GL context without a display, with the programs that loading a scene needs. Ends the process with status
-/// 1 and a line on the standard error stream when there is none to be had.
+/// A GL context without a display, and the GL programs needed to load a scene. The constructor ends the
+/// process with status 1, after a line on the standard error stream, when it can not make them.
 class scene_session_t {
   public:
     scene_session_t();
 
-    /// Loads a file into `scene`; messages are lines of `log`.
+    /// Loads a file into `scene` as `load_scene` does (formats/scene_files.h), with its messages on `log`.
     [[nodiscard]] bool load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
 
   private:
-    /// Built before everything that needs it.
+    /// Constructed before the members that need it.
     struct context_t {
         context_t();
         ulk3d::offscreen_context_t offscreen;
@@ -31,7 +31,7 @@ class scene_session_t {
     ulk3d::glpolygon_t glpolygon;
 };
 
-/// Makes a context without a display current, or ends the process as told above.
+/// Creates a context without a display and makes it current, or ends the process as above.
 void create_or_exit(ulk3d::offscreen_context_t& context);
 
 }  // namespace ulktool

@@ -1,4 +1,4 @@
-// The modeller's companion for scripts: draws, checks, describes and converts scene files without a display.
+// The modeller's command-line companion: draws, checks, describes and converts scene files without a display.
 
 #include <algorithm>
 #include <array>

@@ -6,8 +6,8 @@
 
 namespace ulk_test {
 
-/// Takes what is written to a stream (std::cerr, say) while it lives; the stream gets its buffer back
-/// afterwards.
+/// Captures what is written to a stream (such as std::cerr) during its lifetime; the stream gets its own
+/// buffer back afterwards.
 class captured_stream {
   public:
     explicit captured_stream(std::ostream& stream);
@@ -15,7 +15,7 @@ class captured_stream {
     captured_stream(const captured_stream&) = delete;
     captured_stream& operator=(const captured_stream&) = delete;
 
-    /// What was written so far.
+    /// What has been written so far.
     std::string text() const { return taken.str(); }
 
   private:

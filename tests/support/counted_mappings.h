@@ -4,7 +4,7 @@
 
 namespace ulk_test {
 
-/// Counts the mappings of GL buffers that are made while it lives. A GL context must be current.
+/// Counts the mappings of GL buffers that are made during its lifetime. A GL context must be current.
 class counted_mappings {
   public:
     counted_mappings() : original(__glewMapBufferRange) {

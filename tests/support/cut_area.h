@@ -10,8 +10,8 @@
 #include "model/polygon/strip_walk.h"
 #include "support/cut_meshes.h"
 
-/// Measures by samples how well a cut keeps its promise: what is inside of the cutter goes, all else stays.
-/// Computed in double precision and by other means than the cut's.
+/// Measures by sampling how well a cut does what it should: remove what is inside the cutter and keep
+/// everything else. Computed in double precision, with methods other than those of the cut.
 namespace ulk_test {
 
 struct point_t {
@@ -77,7 +77,7 @@ inline double distance(const point_t& p, const face_t& f) {
                      distance_to_segment(p, f[2], f[0])});
 }
 
-/// At least that far from the face, judged by its box.
+/// True when the point is further than `reach` outside the face's bounding box.
 inline bool is_clearly_beyond(const point_t& p, const face_t& f, double reach) {
     const auto apart = [&](double v, double a, double b, double c) {
         return v < std::min({a, b, c}) - reach || v > std::max({a, b, c}) + reach;
@@ -91,7 +91,7 @@ inline bool is_within(const point_t& p, std::span<const face_t> faces, double re
         faces, [&](const face_t& f) { return !is_clearly_beyond(p, f, reach) && distance(p, f) < reach; });
 }
 
-/// By the winding number, as the sum of the solid angles of all faces.
+/// Tests the winding number, computed as the sum of the solid angles of all faces.
 inline bool is_inside(const point_t& p, std::span<const face_t> faces) {
     double sum = 0;
     for (const face_t& f : faces) {
@@ -103,11 +103,11 @@ inline bool is_inside(const point_t& p, std::span<const face_t> faces) {
     return std::fabs(sum) > 2 * std::numbers::pi;
 }
 
-/// Areas, estimated.
+/// Estimated areas.
 struct cut_area_t {
-    double touched = 0;      ///< of the victim's triangles that reach into the cutter, or have lost something
-    double left_inside = 0;  ///< inside of the cutter, and still there
-    double lost_outside = 0;  ///< outside of it, and gone
+    double touched = 0;       ///< of the victim's triangles that extend into the cutter or have lost area
+    double left_inside = 0;   ///< inside the cutter, but still there
+    double lost_outside = 0;  ///< outside the cutter, but gone
 
     cut_area_t& operator+=(const cut_area_t& other) {
         touched += other.touched;
@@ -117,8 +117,8 @@ struct cut_area_t {
     }
 };
 
-/// Looks at `samples` points of each triangle of the victim. Points within the cut's tolerance of the
-/// cutter's surface, where both answers are right, are left out.
+/// Tests `samples` random points of each triangle of the victim. Points closer to the cutter's surface than
+/// the cut's tolerance are skipped, since there both answers are right.
 inline cut_area_t measure_cut(const strip_mesh_t& before, const strip_mesh_t& after,
                               const strip_mesh_t& cutter, std::uint32_t samples, unsigned seed) {
     constexpr double tolerance = 1e-4;

@@ -24,7 +24,7 @@ struct corner_ids_t {
     std::uint32_t a, b, c;
 };
 
-/// Colour and texture coordinate follow the place, so that interpolated values can be recognised.
+/// Colour and texture coordinates are functions of the position, so that interpolated values can be checked.
 inline ulk3d::vertex_t vertex_with_attributes(const pos3& p) {
     return {p, {0.5F + p.x / 8, 0.5F + p.y / 8, 0.5F + p.z / 8, 1}, {p.x / 4, p.y / 4}};
 }
@@ -41,7 +41,7 @@ inline strip_mesh_t mesh_with_attributes(strip_mesh_t mesh) {
     return mesh;
 }
 
-/// A mesh of the points, one strip per triangle.
+/// A mesh of these points and triangles, one strip per triangle.
 inline strip_mesh_t mesh_of(const std::vector<pos3>& points, const std::vector<corner_ids_t>& triangles) {
     strip_mesh_t mesh;
     for (const pos3& p : points) {
@@ -55,7 +55,7 @@ inline strip_mesh_t mesh_of(const std::vector<pos3>& points, const std::vector<c
     return mesh;
 }
 
-/// The same triangles in strips as long as they come by taking the neighbour over the last edge.
+/// The same triangles joined into strips, each continued across its last edge for as long as possible.
 inline strip_mesh_t in_strips(const strip_mesh_t& soup) {
     std::map<std::pair<std::uint32_t, std::uint32_t>, std::size_t> by_edge;
     std::vector<corner_ids_t> triangles;
@@ -145,7 +145,8 @@ inline strip_mesh_t sphere(const pos3& center, float radius, int levels) {
     return mesh_of(places, triangles);
 }
 
-/// A grid over the unit square about the origin, laid over a height.
+/// A grid of `cells` by `cells` squares over the square of side `size` about the origin, raised to `height(x,
+/// y)`.
 template <typename Height>
 strip_mesh_t sheet(std::uint32_t cells, float size, Height height) {
     std::vector<pos3> points;
@@ -164,7 +165,7 @@ strip_mesh_t sheet(std::uint32_t cells, float size, Height height) {
     return mesh_of(points, triangles);
 }
 
-/// About the z axis.
+/// A torus about the axis through `center` that is parallel to z.
 inline strip_mesh_t torus(const pos3& center, float radius, float thickness, std::uint32_t around,
                           std::uint32_t across) {
     std::vector<pos3> points;

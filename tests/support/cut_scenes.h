@@ -10,7 +10,7 @@
 
 #include "support/cut_meshes.h"
 
-/// Random scenes for the mesh cut, of the kinds that it meets and of those that it should never meet.
+/// Random scenes for the mesh cut, both of kinds that occur in practice and of kinds that should not.
 namespace ulk_test {
 
 struct cut_scene_t {
@@ -69,7 +69,7 @@ class cut_scenes_t {
         }
     }
 
-    /// Elements at random over vertices at random: strips that share and repeat vertices.
+    /// Random elements over random vertices: strips that share and repeat vertices.
     strip_mesh_t strip_soup(std::uint32_t vertex_count, std::uint32_t element_count, bool on_lattice) {
         std::vector<pos3> points;
         for (std::uint32_t n = 0; n < vertex_count; ++n)
@@ -92,7 +92,7 @@ class cut_scenes_t {
         return mesh_of(points, triangles);
     }
 
-    /// One long strip in rows there and back.
+    /// One long strip that winds around the z axis.
     strip_mesh_t ribbon(std::uint32_t length) {
         std::vector<pos3> points;
         for (std::uint32_t n = 0; n < length; ++n) {
@@ -106,7 +106,7 @@ class cut_scenes_t {
         return mesh;
     }
 
-    /// Some coordinates become values at the edge of what floats are.
+    /// Replaces some coordinates by extreme or special floats.
     strip_mesh_t with_odd_values(strip_mesh_t mesh) {
         static constexpr float infinity = std::numeric_limits<float>::infinity();
         static constexpr float odd[] = {infinity, -infinity, std::numeric_limits<float>::quiet_NaN(),
@@ -167,7 +167,7 @@ class cut_scenes_t {
     std::mt19937 random;
 };
 
-/// Two not-a-numbers are the same: which one an operation hands on is not laid down.
+/// Any two NaNs are the same, because it is unspecified which one an operation passes on.
 inline bool is_same(float a, float b) {
     return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b) ||
            (std::isnan(a) && std::isnan(b));

@@ -4,8 +4,8 @@
 
 namespace ulk_test {
 
-/// While it lives, GL gives no new buffer stores from the call numbered `first_failing` on, 1 for the very
-/// first: as if there were no memory left. A context must be current.
+/// During its lifetime GL fails to make buffer stores, as if memory had run out, from the call numbered
+/// `first_failing` on, counted from 1. A context must be current.
 class failing_stores {
   public:
     explicit failing_stores(int first_failing);

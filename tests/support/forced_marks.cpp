@@ -11,7 +11,7 @@ bool is_forced = false;
 
 }  // namespace
 
-/// Stands in front of the GL library's function of this name.
+/// Takes the place of the GL library's function of this name.
 extern "C" GLenum GLAPIENTRY glGetError() {
     static const auto library_function =
         reinterpret_cast<GLenum(GLAPIENTRY*)()>(dlsym(RTLD_NEXT, "glGetError"));

@@ -7,8 +7,8 @@
 
 namespace ulk_test {
 
-/// While it lives, every glGetError of this program reports GL_INVALID_ENUM, so that every grCheckError of
-/// the code between prints its line: a test sees which error labels there are, and in which order.
+/// During its lifetime every glGetError of this program reports GL_INVALID_ENUM, so every grCheckError prints
+/// its line and a test sees all error labels in their order.
 class forced_marks {
   public:
     forced_marks();
@@ -16,7 +16,7 @@ class forced_marks {
     forced_marks(const forced_marks&) = delete;
     forced_marks& operator=(const forced_marks&) = delete;
 
-    /// The error labels so far that begin with `prefix`.
+    /// The error labels printed so far that begin with `prefix`.
     std::vector<std::string> beginning_with(const std::string& prefix) const;
 
   private:

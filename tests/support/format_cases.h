@@ -21,7 +21,7 @@ inline void PrintTo(const format_case_t& row, std::ostream* os) {
     *os << "format " << row.format << ", type " << row.type << ", bits " << row.bits;
 }
 
-/// All of them.
+/// All such combinations.
 inline constexpr format_case_t format_cases[] = {
     {0, 0, 2, {GL_LUMINANCE4, GL_LUMINANCE, GL_BYTE}},
     {0, 0, 3, {GL_LUMINANCE8, GL_LUMINANCE, GL_BYTE}},

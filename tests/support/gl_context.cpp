@@ -9,7 +9,7 @@ namespace ulk_test {
 
 namespace {
 
-/// Lives until the process is gone: objects in static storage may still release GL names after main.
+/// Never destroyed, because static objects may still release GL names after main.
 ulk3d::offscreen_context_t& context() {
     static auto* const process_context = new ulk3d::offscreen_context_t;
     return *process_context;

@@ -6,20 +6,21 @@
 
 namespace ulk_test {
 
-/// Makes the process's one GL context current, creating it at the first call. False, with the reason in a
-/// test failure, when none can be made.
+/// Makes the process's only GL context current, after creating it in the first call. False, after a test
+/// failure that states the reason, when that is impossible.
 bool make_gl_context_current();
 
-/// Base of all tests that call GL: the context is current, and no test may leave a GL error behind.
+/// Base of all tests that call GL. The context is current, and a test that leaves a GL error behind fails.
 class gl_test : public testing::Test {
   protected:
-    /// The context is there before the members of a derived fixture are built: they may hold GL objects.
+    /// Makes the context current before the members of a derived fixture are constructed, as they may own GL
+    /// objects.
     gl_test();
     void SetUp() override;
     void TearDown() override;
 };
 
-/// Off-screen framebuffer of a test: colour and depth, bind, read_pixels.
+/// The off-screen framebuffer that a test draws into.
 using render_target_t = ulk3d::offscreen_target_t;
 
 }  // namespace ulk_test

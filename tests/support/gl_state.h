@@ -4,14 +4,14 @@
 
 namespace ulk_test {
 
-/// A single integer of GL's state, a binding for example.
+/// One integer of GL's state, such as a binding.
 inline GLint gl_integer(GLenum name) {
     GLint value = -1;
     glGetIntegerv(name, &value);
     return value;
 }
 
-/// Bytes of the store of buffer `id`, 0 for a buffer without one.
+/// Size in bytes of the store of buffer `id`; 0 when it has none.
 inline GLint64 gl_store_size(GLuint id) {
     GLint64 size = -1;
     glBindBuffer(GL_COPY_WRITE_BUFFER, id);
@@ -20,7 +20,7 @@ inline GLint64 gl_store_size(GLuint id) {
     return size;
 }
 
-/// Leaves a GL_INVALID_ENUM pending, for the next grCheckError to print.
+/// Leaves a GL_INVALID_ENUM pending for the next grCheckError to print.
 inline void make_gl_error() {
     glEnable(0xFFFF);
 }

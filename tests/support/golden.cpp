@@ -24,7 +24,7 @@ bool is_update_wanted() {
 }
 
 bool write_into(const std::filesystem::path& folder, const std::string& file, const rgba_picture_t& picture) {
-    std::error_code ignored;  // a folder that can not be made shows in the write
+    std::error_code ignored;  // if the folder can not be made, the write fails
     std::filesystem::create_directories(folder, ignored);
     return libutils::write_png((folder / file).c_str(), picture);
 }

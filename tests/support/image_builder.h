@@ -11,7 +11,7 @@
 
 namespace ulk_test {
 
-/// The header of an unsigned image, without bytes.
+/// An unsigned image with its header set, but without bytes.
 inline libutils::image2d image_header(std::uint32_t format, std::uint32_t bits, std::uint32_t width,
                                       std::uint32_t height) {
     libutils::image2d image;
@@ -23,8 +23,8 @@ inline libutils::image2d image_header(std::uint32_t format, std::uint32_t bits, 
     return image;
 }
 
-/// An unsigned image of 8 bits a channel. `bytes` are those of all its pixels, from the bottom row on,
-/// without what fills the rows.
+/// An unsigned image of 8 bits per channel. `bytes` has all its pixels, bottom row first, without row
+/// padding.
 inline libutils::image2d image_of(std::uint32_t format, std::uint32_t width, std::uint32_t height,
                                   std::initializer_list<int> bytes) {
     libutils::image2d image = image_header(format, libutils::image_bits::bits_8, width, height);
@@ -39,7 +39,7 @@ inline libutils::image2d image_of(std::uint32_t format, std::uint32_t width, std
     return image;
 }
 
-/// The bytes of all pixels, from the bottom row on, without what fills the rows.
+/// The bytes of all pixels, bottom row first, without row padding.
 inline std::vector<int> pixel_bytes(const libutils::image2d& image) {
     std::vector<int> bytes;
     EXPECT_TRUE(image.holds_pixels());
@@ -50,7 +50,7 @@ inline std::vector<int> pixel_bytes(const libutils::image2d& image) {
     return bytes;
 }
 
-/// All bytes of the window.
+/// All bytes of the image's window, including row padding.
 inline std::vector<int> window_bytes(const libutils::image2d& image) {
     const auto bytes = image.elements();
     return {bytes.begin(), bytes.end()};

@@ -5,14 +5,14 @@
 
 namespace ulk_test {
 
-/// The locales under which files are read and written: plain, UTF-8, one with a decimal comma and a point
-/// between thousands, and the users' own.
+/// The locales under which files are read and written: the plain one, UTF-8, one with a decimal comma and a
+/// point between thousands, and a Japanese one.
 inline constexpr const char* file_locales[] = {"C", "C.UTF-8", "de_DE.UTF-8", "ja_JP.UTF-8"};
 
-/// Makes a locale the global one of the C and the C++ library for its scope.
+/// Sets the global locale of the C and C++ libraries for its scope.
 ///
-/// Tests leave out a locale that this machine does not have. Where the environment names a folder of locales
-/// made for the tests (LOCPATH, as ctest does) none may be missing: that is a failure of the test.
+/// Tests skip a locale that the machine does not have. But if the environment names a folder of locales made
+/// for the tests (LOCPATH, set by ctest), a missing one fails the test.
 class locale_scope_t {
   public:
     explicit locale_scope_t(const std::string& name);

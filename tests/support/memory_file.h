@@ -5,7 +5,7 @@
 
 namespace ulk_test {
 
-/// A file in memory that has a path. Ends the process when the system has none to give.
+/// A file in memory that has a path. Ends the process when the system can not provide one.
 class memory_file_t {
   public:
     explicit memory_file_t(const char* label);
@@ -14,9 +14,9 @@ class memory_file_t {
     memory_file_t& operator=(const memory_file_t&) = delete;
 
     const char* path() const { return name.c_str(); }
-    /// Replaces what the file holds.
+    /// Replaces the content of the file.
     void write(std::string_view bytes) const;
-    /// All that the file holds.
+    /// The whole content of the file.
     std::string read() const;
 
   private:

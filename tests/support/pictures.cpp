@@ -40,7 +40,8 @@ void write_cube(const temporary_folder_t& folder, const std::string& base,
 
 namespace {
 
-/// Sets the limit of the process's pages, which an own process may always take back; the former one.
+/// Sets the soft limit of the process's address space, which it may always raise again, and returns the
+/// former one.
 std::uint64_t set_page_limit(std::uint64_t bytes) {
     rlimit limit{};
     EXPECT_EQ(getrlimit(RLIMIT_AS, &limit), 0);

@@ -2,10 +2,10 @@
 
 #include <string>
 
-/// Files and programs that tests use, as the build knows them. Absolute paths.
+/// Absolute paths of files and programs that tests use, set by the build.
 std::string samples_folder();
 std::string test_data_folder();
-/// Where pictures that differ are left, with the difference beside them.
+/// Where pictures that differ are left, along with the difference.
 std::string golden_failures_folder();
-/// A program that reads and writes STL files beside ours.
+/// An independent program that reads and writes STL files.
 std::string admesh_program();

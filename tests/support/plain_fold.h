@@ -12,13 +12,13 @@
 #include "operations/strips/strip_mesh.h"
 #include "render/gl/element_array.h"
 
-/// The fold step by step, as it is defined: strips cut in place, one insertion at a time, and one pass over
-/// the selected elements for every vertex that is torn. The reference of tests and benchmarks.
+/// The fold step by step, as it is defined: strips are cut in place, one insertion at a time, with one pass
+/// over the selected elements for every vertex that is torn. The reference for tests and benchmarks.
 namespace ulk_test {
 
 struct plain_strips_t {
     std::vector<std::uint32_t> elements;
-    std::vector<bool> marked;  ///< by place
+    std::vector<bool> marked;  ///< by position in `elements`
     std::vector<std::size_t> touched;
 
     void insert_behind(std::size_t place, std::size_t count) {
@@ -34,8 +34,9 @@ struct plain_strips_t {
     }
 };
 
-/// Cuts the strip before the triangle whose last element is at `i`, the n-th of its strip, n above 3. True
-/// when the triangle stands alone now: in front of the next two elements, at i + 5, begins another strip.
+/// Cuts the strip before the triangle whose last element is at `i`, the n-th element of its strip, with n
+/// above 3. True when the triangle now stands alone, because another strip begins before the next two
+/// elements, at i + 5.
 inline bool plain_cut(plain_strips_t& strips, std::size_t& i, std::uint64_t n, std::uint64_t vertex_count) {
     std::vector<std::uint32_t>& e = strips.elements;
     const std::uint32_t first = e[i - 2], second = e[i - 1], last = e[i];

@@ -6,12 +6,12 @@
 
 #include "utils/pictures/image2d.h"
 
-/// The transforms of images by their definition, pixel by pixel, without any short cut. Results and speed of
-/// the library's ones are compared with them. They take images that the transforms accept, and give the bytes
-/// of the rows of the target, one behind the other.
+/// The image transforms by their definition, pixel by pixel, without shortcuts: the reference for the results
+/// and the speed of the library's own. They take images that those accept, and write the bytes of the
+/// target's rows one after the other.
 namespace ulk_test {
 
-/// Makes `target`, a fresh image or one of the same kind, an image of 8 bits a channel and of the size of
+/// Makes `target`, which is new or of the same kind already, an image of 8 bits per channel with the size of
 /// `source`.
 inline void plain_target(libutils::image2d& target, const libutils::image2d& source, std::uint32_t format,
                          std::uint32_t type) {
@@ -24,7 +24,7 @@ inline void plain_target(libutils::image2d& target, const libutils::image2d& sou
         target.clear();
 }
 
-/// RGB and BGR, or RGBA and BGRA, become each other, as `format` says.
+/// Converts between RGB and BGR, or between RGBA and BGRA; `format` is that of the target.
 inline void plain_swap(libutils::image2d& target, const libutils::image2d& source, std::uint32_t format) {
     plain_target(target, source, format, source.type);
     const std::uint32_t channels = libutils::channel_count(format);

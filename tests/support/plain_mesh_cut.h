@@ -12,9 +12,9 @@
 #include "operations/cut/mesh_cut.h"
 #include "operations/strips/strip_surgery.h"
 
-/// The mesh cut without any short cut: every triangle of the cutter against every triangle of the victim, and
-/// the inside test over all triangles of the cutter with its hits in a multiset. Results and speed of the
-/// program's one are compared with it.
+/// The mesh cut without shortcuts: every triangle of the cutter against every triangle of the victim, and the
+/// inside test over all triangles of the cutter with its hits in a multiset. The reference for the results
+/// and the speed of the program's own.
 namespace ulk_test {
 
 using progress_t = std::function<void(double)>;
@@ -117,7 +117,8 @@ inline bool plain_is_inside(const ulk3d::strip_mesh_t& cutter, const ulk3d::pos3
     return plain_sum(hits) < 0;
 }
 
-/// Removes the triangle that closes at i. Returns where the walk goes on, with a run count of 0.
+/// Removes the triangle whose last element is at `i`. Returns where the walk continues, with a run count of
+/// 0.
 inline std::uint32_t plain_remove(ulk3d::strip_mesh_t& mesh, std::uint32_t i, std::uint32_t number) {
     using ulk3d::strip_place_t;
     const bool has_next = i + 1 < mesh.elements.size();

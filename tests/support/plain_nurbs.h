@@ -10,8 +10,8 @@
 
 #include "model/nurbs/nurbs_evaluate.h"
 
-/// The evaluation of B-spline surfaces by its definition, step by step and without any shortcut: what the
-/// fast evaluator is compared with.
+/// The evaluation of B-spline surfaces by its definition, step by step and without shortcuts: the reference
+/// for the fast evaluator.
 namespace ulk_test {
 
 inline float plain_basis(std::uint64_t i, std::uint64_t k, float t, ulk3d::knot_view_t K) {
@@ -33,7 +33,7 @@ inline float plain_basis(std::uint64_t i, std::uint64_t k, float t, ulk3d::knot_
 
 using seven_floats = std::array<float, 7>;
 
-/// Tables of a surface that can be filled and handed to any evaluator.
+/// The tables of a surface, to be filled and passed to any evaluator.
 struct net_t {
     net_t(std::uint64_t columns, std::uint64_t row_order, std::uint64_t rows, std::uint64_t column_order)
         : count1(columns), order1(row_order), count2(rows), order2(column_order) {
@@ -55,7 +55,7 @@ struct net_t {
     ulk3d::matrix_t<ulk3d::control_point_t> points;
 };
 
-/// The sums over all control points and, last, the sum of the factors.
+/// The weighted sums over all control points, followed by the sum of the factors.
 template <typename Basis>
 std::array<float, 8> plain_sums(const net_t& net, float u, float v, Basis basis_function) {
     std::array<float, 8> sums{};
@@ -73,7 +73,7 @@ std::array<float, 8> plain_sums(const net_t& net, float u, float v, Basis basis_
     return sums;
 }
 
-/// The surface where the sum of the factors is not 0.
+/// The surface point; valid where the sum of the factors is not 0.
 inline ulk3d::control_point_t plain_mean(const std::array<float, 8>& sums) {
     seven_floats result;
     const float scale = 1 / sums[7];
@@ -82,7 +82,7 @@ inline ulk3d::control_point_t plain_mean(const std::array<float, 8>& sums) {
     return std::bit_cast<ulk3d::control_point_t>(result);
 }
 
-/// Clamped knots from 0 to 1 with even inner intervals.
+/// Fills in clamped knots from 0 to 1 with equal inner intervals.
 inline void fill_clamped(std::span<float> knots, std::uint64_t count, std::uint64_t order) {
     for (std::uint64_t n = 0; n < knots.size(); ++n) {
         if (n < order)
@@ -94,8 +94,8 @@ inline void fill_clamped(std::span<float> knots, std::uint64_t count, std::uint6
     }
 }
 
-/// A net of random points and weights of 0.5 to 1.5 with clamped knots. With `different_knots` the inner
-/// knots of every row and column are moved a little, so that no two knot vectors are equal.
+/// A net with random points, weights from 0.5 to 1.5 and clamped knots. With `different_knots` the inner
+/// knots of every row and column are shifted a little, so that no two knot vectors are equal.
 inline net_t random_net(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2,
                         std::uint64_t order2, bool different_knots, std::uint32_t seed = 1) {
     net_t net(count1, order1, count2, order2);
@@ -126,7 +126,7 @@ inline net_t random_net(std::uint64_t count1, std::uint64_t order1, std::uint64_
     return net;
 }
 
-/// Equal to the last bit; any two not-a-numbers are equal.
+/// Equal to the last bit; any two NaNs are equal.
 inline bool same_bits(float a, float b) {
     return (std::isnan(a) && std::isnan(b)) ||
            std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);

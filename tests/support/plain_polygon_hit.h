@@ -8,8 +8,9 @@
 #include "model/polygon/strip_walk.h"
 #include "operations/hit/polygon_hit.h"
 
-/// The hit test by its definition, without any short cut: every triangle is projected, clipped by all four
-/// lines and its corners are put into a map. Results and speed of the program's one are compared with it.
+/// The hit test by its definition, without shortcuts: every triangle is projected and clipped by all four
+/// lines, and the remaining corners are put into a map. The reference for the results and the speed of the
+/// program's own.
 namespace ulk_test {
 
 using plain_polygon_t = std::vector<ulk3d::clip_vertex_t>;

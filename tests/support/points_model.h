@@ -11,7 +11,7 @@
 
 namespace ulk_test {
 
-/// A model of arrays and a selection, nothing else, that notes which records it is notified of.
+/// A model with only arrays and a selection, which records each notification of a changed record.
 struct points_model_t : ulk3d::modeling_t {
     using changes_t = std::vector<std::pair<std::uint32_t, std::uint64_t>>;
 
@@ -28,12 +28,13 @@ struct points_model_t : ulk3d::modeling_t {
     void drawpoints() override {}
     void draw() override {}
 
-    /// Appends an array of `words`, whole records. False when it can not be allocated.
+    /// Appends an array with the content `words`, which must be whole records. False when it can not be
+    /// allocated.
     [[nodiscard]] bool add(const ulk3d::element_list_t& list, const std::vector<float>& words) {
         const auto count = static_cast<std::int64_t>(words.size() / ulk3d::words_of(list));
         return arrays.emplace_back().allocate(count, list, words.data());
     }
-    /// Sizes the selection and sets the bits of `points`.
+    /// Resizes the selection to `count` points and selects only `points`.
     void choose(std::size_t count, const std::vector<std::uint64_t>& points) {
         selection.assign(count, false);
         for (const std::uint64_t point : points)

@@ -4,8 +4,8 @@
 
 namespace ulk_test {
 
-/// While it lives, every new buffer store begins full of ones, as garbage as GL may leave there. A context
-/// must be current.
+/// During its lifetime every new buffer store is filled with ones, like the garbage that GL may leave in it.
+/// A context must be current.
 class poisoned_stores {
   public:
     poisoned_stores();

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-/// Scene files for tests: small blocks as text, and files that go away with the test.
+/// Scene files for tests: small blocks as text, and temporary files.
 namespace ulk_test {
 
-/// A folder of its own that is removed, with what it holds, at the end of the scope.
+/// A new folder that is removed, with its content, at the end of the scope.
 class temporary_folder_t {
   public:
     temporary_folder_t();
@@ -15,16 +15,16 @@ class temporary_folder_t {
     temporary_folder_t(const temporary_folder_t&) = delete;
     temporary_folder_t& operator=(const temporary_folder_t&) = delete;
 
-    /// Writes a file into the folder; its path.
+    /// Writes a file into the folder and returns its path.
     std::string write(const std::string& name, std::string_view bytes) const;
-    /// The path that a file of this name has or would have.
+    /// The path of a file of this name, which need not exist.
     std::string path(const std::string& name) const { return (folder / name).string(); }
 
   private:
     std::filesystem::path folder;
 };
 
-/// A polygon block of one triangle: (0, 0), (1, 0), (0, 1), each times `size`, at a depth, looking along +z.
+/// A polygon block of one triangle: (0, 0), (1, 0) and (0, 1), each times `size`, at z = `depth`, facing +z.
 std::string triangle_block(float size = 1, float depth = 0);
 
 /// A NURBS block of a bilinear patch over 0..1 in x and y.

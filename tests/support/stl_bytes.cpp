@@ -23,7 +23,7 @@ void put(std::string& bytes, float x, float y, float z) {
         put(bytes, std::bit_cast<std::uint32_t>(value), 4);
 }
 
-/// Takes numbers off the front of a record.
+/// Reads numbers from the front of a record.
 struct taker_t {
     std::string_view bytes;
 

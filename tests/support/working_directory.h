@@ -4,7 +4,7 @@
 
 namespace ulk_test {
 
-/// Makes a folder the working directory while it lives.
+/// Makes a folder the working directory during its lifetime.
 class working_directory {
   public:
     explicit working_directory(const std::filesystem::path& folder)

@@ -21,7 +21,7 @@ void camera_t::update_ortho(const view_layout_t& layout) {
 }
 
 void camera_t::update_perspective(const view_layout_t& layout) {
-    // The field of view spans the whole diagonal, so a view keeps its feeling when its shape changes.
+    // The field of view spans the whole diagonal, so that a view looks much the same when its shape changes.
     const lens_t lens{.fov = std::numbers::pi / 2, .aspect = layout.aspect(), .near = 0.0625, .far = 1024.0};
     const projection frustum = lens_to_projection_near(lens);
     perspective = {frustum_matrix(frustum), frustum_inverse(frustum)};

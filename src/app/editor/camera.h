@@ -7,7 +7,7 @@
 
 namespace ulk3d {
 
-/// A matrix and its inverse, carried side by side: neither is ever computed from the other.
+/// A matrix and its inverse, kept side by side: neither is ever computed from the other.
 struct matrix_pair_t {
     mtx3w matrix = mtx_identity;
     mtx3w inverse = mtx_identity;
@@ -23,16 +23,17 @@ struct camera_t {
     matrix_pair_t ortho;             ///< projection of the orthographic views
     matrix_pair_t perspective;       ///< projection of the perspective view
 
-    /// A box of height 2 and of the view's aspect, from -10 to 1000.
+    /// Sets the orthographic projection: a box of height 2 with the view's aspect, from -10 to 1000.
     void update_ortho(const view_layout_t& layout);
 
-    /// A frustum from 0.0625 to 1024 with a field of view of 90 degrees over its diagonal.
+    /// Sets the perspective projection: a frustum from 0.0625 to 1024 with a field of view of 90 degrees over
+    /// its diagonal.
     void update_perspective(const view_layout_t& layout);
 
-    /// Makes the matrices of the orthographic views from `fit`.
+    /// Derives the matrices of the orthographic views from `fit`.
     void update_ortho_views();
 
-    /// Makes `view` from the trackball.
+    /// Derives `view` from the trackball.
     void update_view();
 };
 

@@ -13,7 +13,7 @@ namespace ulk3d {
 
 namespace {
 
-/// A fold pick after the model at `removed` has gone.
+/// Adjusts a fold pick after the model at `removed` has been removed.
 void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
     if (pick.model == no_index)
         return;
@@ -82,7 +82,7 @@ void edited_scene_t::delete_current() {
             follow_removal(pick, index_of_current);
         steps.forget();
         model_list.erase(current);
-        // Of an empty list the last index is all ones here, which the selection turns into 0.
+        // For an empty list the last index is all ones here, which `select_model` turns into 0.
         select_model(std::min<std::uint64_t>(index_of_current, model_list.size() - 1));
     });
 }
@@ -102,8 +102,8 @@ bool edited_scene_t::fold(float angle) {
         bool folded = false;
         for (const auto& entry : model_list) {
             polygon_t& polygon = entry->polygon;
-            // A model without a selection would stay as it is: that counts as no fold, so that the user hears
-            // of it.
+            // A model without a selection would stay as it is: that does not count as a fold, so that the
+            // user learns that nothing was folded.
             if (entry->kind != model_kind_t::polygon || polygon.selectpolygons().empty())
                 continue;
             if (!fold_polygons(polygon.selectpolygons(), axis->first, axis->second, angle, polygon.vertices,

@@ -1,4 +1,4 @@
-// What is selected of an edited_scene_t: points, polygons and the ends of the fold axis.
+// The selection of an edited_scene_t: points, polygons and the ends of the fold axis.
 
 #include <iostream>
 #include <iterator>
@@ -73,7 +73,7 @@ void edited_scene_t::clear_fold_vertices() {
 
 namespace {
 
-/// The position of a point of a model; none when it has no such point.
+/// The position of a point of a model; empty when it has no such point.
 std::optional<pos3> position_of(const model_entry_t* entry, std::uint64_t point) {
     constexpr attribute_place_t place = place_of(attribute_t::position);
     const array_t* const points = entry == nullptr ? nullptr : entry->modeling().array(place.array);

@@ -18,7 +18,7 @@ struct box_t {
     pos3 low{infinity, infinity, infinity};
     pos3 high{-infinity, -infinity, -infinity};
 
-    /// The largest reach along each axis to either side of the origin.
+    /// The greatest distance from the origin along each axis, to either side.
     pos3 furthest() const {
         return {std::max(std::fabs(low.x), std::fabs(high.x)), std::max(std::fabs(low.y), std::fabs(high.y)),
                 std::max(std::fabs(low.z), std::fabs(high.z))};
@@ -29,7 +29,7 @@ bool has_points(const model_entry_t& entry) {
     return entry.modeling().array(0)->element_count() > 0;
 }
 
-/// The box of all models that have points; that of a scene without any is the origin.
+/// The box of all models that have points; a scene without points has the origin as its box.
 box_t scene_box(const model_list_t& models) {
     box_t box;
     for (const auto& entry : models) {
@@ -43,7 +43,7 @@ box_t scene_box(const model_list_t& models) {
     return box.low == box_t{}.low ? box_t{origin, origin} : box;
 }
 
-/// Width of a box along one axis with room around it; a flat one counts as 1.
+/// The width of a box along one axis with some room around it; a flat box counts as 1.
 float roomy(float low, float high) {
     const float size = (high - low) * 1.125F;
     return size == 0 ? 1 : size;
@@ -52,7 +52,7 @@ float roomy(float low, float high) {
 /// The outermost of the points seen so far, in normalised coordinates.
 class extremes_t {
   public:
-    /// A point in the plane of the eye projects to nowhere, and counts for nothing.
+    /// Ignores points in the plane of the eye: their projections are not finite.
     void add(const pos3& p) {
         if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z))
             return;
@@ -69,7 +69,7 @@ class extremes_t {
 
     bool has_points() const { return !empty; }
 
-    /// The point that lies furthest from the centre along an axis.
+    /// The point that lies furthest from the centre on the axis with the greater extent.
     pos3 furthest() const {
         const float reach_x = reach(left.x, right.x);
         const float reach_y = reach(bottom.y, top.y);
@@ -101,9 +101,9 @@ float distance_to(const pos3& p) {
     return (-std::max(std::fabs(p.x), std::fabs(p.y)) - std::fabs(p.z)) * 1.25F - 1.0F;
 }
 
-/// How far along z the trackball goes for all points to be seen. `centre_and_back` is the point from which
-/// they are looked at while it is found out. A flat model can lie in the plane of that point; then the box
-/// tells.
+/// How far along z the trackball has to go for all points to be visible. `centre_and_back` is the point from
+/// which the scene is viewed to find that out. A flat model can lie in the plane of that point; then the box
+/// decides.
 float distance_to(const model_list_t& models, const camera_t& camera, const dir3& centre_and_back,
                   const box_t& box) {
     const mtx3w projecting = translation(-centre_and_back) * camera.perspective.matrix;

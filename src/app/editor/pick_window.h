@@ -7,7 +7,7 @@
 
 namespace ulk3d {
 
-/// The rectangle of `width` by `height` pixels around a cursor, in the view that the cursor lies in.
+/// The rectangle of `width` by `height` pixels around a cursor, in the view that the cursor is in.
 pick_rectangle_t pick_rectangle_at(const view_cursor_t& cursor, const view_layout_t& layout, float width,
                                    float height);
 

@@ -24,7 +24,7 @@ std::string hexadecimal(float value) {
 
 void print_triangle(std::ostream& out, const strip_triangle_t& triangle, std::span<const vertex_t> vertices) {
     const std::uint32_t p = triangle.position;
-    // The element places in the order of the corners: an even triangle of a strip has its first two swapped.
+    // Element places in the order of the corners: in an even triangle of a strip the first two are swapped.
     const std::array<std::uint32_t, 3> places{p + (triangle.flipped ? 1 : 0), p + (triangle.flipped ? 0 : 1),
                                               p + 2};
     out << "element id: " << places[0] << ", " << places[1] << ", " << places[2] << '\n';

@@ -56,7 +56,7 @@ void scene_view_t::draw_grids() {
 void scene_view_t::draw_surface(const environment_t& environment, model_entry_t& entry) {
     set_viewport(areas.perspective());
     grCheckError("ulkedit_t::display(1)");
-    // Depth counts between surfaces only, so that points, grids and lines lie over everything.
+    // Only surfaces are tested for depth, so that points, grids and lines are drawn over everything.
     glEnable(GL_DEPTH_TEST);
     const surface_view_t surface_view{.Globalview = Globalview,
                                       .Modelview = cameras.view.matrix,

@@ -4,17 +4,17 @@
 
 namespace ulk3d {
 
-/// Lets one change of the models in at a time.
+/// Admits one change of the models at a time.
 ///
-/// A long change, such as a cut, runs the event loop so that the window lives on. What the user asks for
-/// meanwhile would change the models under its hands: it comes to this gate, finds it closed, and does
-/// nothing. Every change of the list of models, of their kinds and of what they hold goes through it.
+/// A long change, such as a cut, runs the event loop to keep the window responsive. What the user asks for
+/// meanwhile would change the models while they are in use: it comes to this gate, finds it closed, and does
+/// nothing. Every change to the list of models, to their kinds and to their contents goes through it.
 class scene_gate_t {
   public:
     bool is_open() const { return !busy; }
 
-    /// Runs `change` with the gate closed behind it and returns its result. Where the gate is closed already
-    /// nothing runs; the result is then that of an empty `Result`, such as false.
+    /// Runs `change` with the gate closed behind it and returns its result. Where the gate is already closed
+    /// nothing runs, and the result is an empty `Result`, such as false.
     template <class Change>
     auto pass(Change&& change) {
         using result_t = decltype(change());

@@ -1,4 +1,4 @@
-// The mouse and the keys of scene_input_t.
+// The handling of mouse and keys in scene_input_t.
 
 #include "app/editor/scene_input.h"
 
@@ -128,7 +128,7 @@ bool scene_input_t::take_back(bool (edit_steps_t::*step)()) {
 }
 
 void scene_input_t::key_released(std::uint32_t keyval) {
-    // Alt+Tab takes the window away before the release of Alt can arrive.
+    // Alt+Tab moves the focus to another window before the release of Alt can arrive.
     if (keyval == key_tab && input.modifier == modifier_alt)
         input.modifier = modifier_none;
 }

@@ -16,14 +16,15 @@ namespace ulk3d {
 /// What the left button does in the view.
 enum class operation_mode_t : std::uint32_t { selection = 0, punish = 1, clipping = 2, folding = 3 };
 
-/// How the scene is handled: modifier keys say whether the mouse drives the operation object of the mode or
-/// the cameras, and the signals of the operation objects become selections and edits.
+/// How the scene is handled: modifier keys decide whether the mouse drives the operation object of the mode
+/// or the cameras, and the signals of the operation objects become selections and edits.
 ///
-/// Positions are device pixels of the view area, y counted down; buttons as in input_state.h. Operations
-/// return whether the view is to be painted again. While the scene's gate is closed only the cameras move.
+/// Positions are device pixels of the view area, y counted down; buttons as in input_state.h. Operations with
+/// a result return whether the view has to be redrawn. While the scene's gate is closed only the cameras
+/// move.
 class scene_input_t {
   public:
-    /// The scene and its view are not owned and outlive this object.
+    /// The scene and its view are not owned and must outlive this object.
     scene_input_t(edited_scene_t& edited_scene, scene_view_t& scene_view);
     scene_input_t(const scene_input_t&) = delete;
     scene_input_t& operator=(const scene_input_t&) = delete;
@@ -40,7 +41,7 @@ class scene_input_t {
     bool key_command(std::uint32_t keyval);
     void key_released(std::uint32_t keyval);
 
-    /// Where the gesture under way began, or went on from: pick, drag, or move of a camera, whichever was
+    /// Where the current gesture began or was continued: a pick, a drag or a camera move, whichever came
     /// last.
     const view_cursor_t& gesture_place() const { return place; }
 

@@ -1,4 +1,4 @@
-// What scene_input_t makes of the signals of its operation objects: selections, moves and dents.
+// What scene_input_t does on the signals of its operation objects: selections, moves and dents.
 
 #include <sigc++/adaptors/bind.h>
 #include <sigc++/functors/mem_fun.h>
@@ -51,8 +51,7 @@ bool scene_input_t::polyselection(int x, int y, float width, float height, const
     return view.pick_polygons(scene.models(), place, width, height, receiver);
 }
 
-// The place where the result of a polygon pick would be put to use; fold and cut read the selection
-// themselves.
+// Here the result of a polygon pick could be used; fold and cut read the selection themselves.
 void scene_input_t::ApplySelPolygon() {
     grCheckError("ulkedit_t::ApplySelPolygon(start)");
     grCheckError("ulkedit_t::ApplySelPolygon(end)");

@@ -1,4 +1,4 @@
-// The views of scene_view_t: their start, their cameras, and what lies under the mouse.
+// The views of scene_view_t: their initialisation, their cameras, and what lies under the mouse.
 
 #include "app/editor/scene_view.h"
 
@@ -33,7 +33,7 @@ void scene_view_t::init(const char* base_directory, const model_list_t& models) 
     grCheckError("ulkedit_t::init() after GL inited.");
     libgr::clear_texture_stores_at_exit();
 
-    // The failures that return have printed their line; the program goes on without what they make.
+    // Failures that return have printed their own line; the program continues without what could not be made.
     static_cast<void>(glpolygon.init(base_directory));
     static_cast<void>(glnurbs.init(base_directory));
     grid_t::init(base_directory);
@@ -68,7 +68,7 @@ void scene_view_t::set_grid(bool on) {
 
 void scene_view_t::update_ortho_views() {
     cameras.update_ortho_views();
-    // A grid that can not be made has printed its line, and stays as it was.
+    // A grid that can not be made has printed its own line and stays as it was.
     if (grid_on)
         static_cast<void>(
             axis_grids.rebuild(cameras.front.inverse, cameras.side.inverse, cameras.top.inverse));
@@ -114,7 +114,8 @@ bool scene_view_t::pick_points(const model_list_t& models, const view_cursor_t& 
     bool hit = false;
     std::uint64_t index = 0;
     {
-        // One list for all models: the points of each model are reported again under every model behind it.
+        // All models share one list, so that the points of each model are reported again for every model
+        // after it.
         pick_hits_t hits;
         for (const auto& entry : models) {
             hit |= glnurbs.selection(hits, entry->modeling(), planes, projection_of(at).matrix,

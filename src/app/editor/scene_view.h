@@ -19,7 +19,7 @@ namespace ulk3d {
 class edited_scene_t;
 
 /// How the scene is seen: the four views with their cameras, what is switched on in them, the GL programs,
-/// the frame, and what lies under the mouse.
+/// drawing a frame, and what lies under the mouse.
 ///
 /// Construction touches no GL. Every other operation needs a current GL context, the same one each time.
 class scene_view_t {
@@ -28,14 +28,15 @@ class scene_view_t {
     scene_view_t(const scene_view_t&) = delete;
     scene_view_t& operator=(const scene_view_t&) = delete;
 
-    /// Sets the GL state and makes the programs, whose sources files in `base_directory` (ends with its
-    /// separator, empty for none) replace.
+    /// Sets the GL state and makes the programs, whose sources may be replaced by files in `base_directory`
+    /// (which ends with a separator; empty for none). Where GL 3.3 is missing, or a program does not compile
+    /// or link, the process ends.
     void init(const char* base_directory, const model_list_t& models);
 
-    /// Takes the size of the view area in device pixels.
+    /// Sets the size of the view area in device pixels.
     void reshape(int width, int height);
 
-    /// Draws a frame into the bound framebuffer; `cursor` is the place of the crosshair.
+    /// Draws a frame into the bound framebuffer; `cursor` is where the crosshair is.
     void draw(const edited_scene_t& scene, const view_cursor_t& cursor);
 
     /// Fits the models into all four views.
@@ -45,27 +46,30 @@ class scene_view_t {
 
     /// Brings the perspective view up to date with its trackball.
     void update_perspective_view() { cameras.update_view(); }
-    /// Moves the three orthographic views so that what is at `from` comes to `to`, in the view of `from`.
+    /// Moves the three orthographic views so that what is at `from` moves to `to`, as seen in the view of
+    /// `from`.
     void pan(const view_cursor_t& from, const view_cursor_t& to);
-    /// Enlarges the three orthographic views.
+    /// Scales the three orthographic views up by `factor`.
     void zoom(float factor);
-    /// Model to view, and the projection, of the view in which a cursor lies.
+    /// The model-to-view matrix and the projection of the view that a cursor is in.
     const matrix_pair_t& view_of(const view_cursor_t& at) const;
     const matrix_pair_t& projection_of(const view_cursor_t& at) const;
 
     // What lies under the mouse.
 
     /// Emits `receiver` for each point in the rectangle of `width` by `height` pixels around a cursor, at any
-    /// depth. The points of a model are emitted again under every model behind it. Whether there was one.
+    /// depth. The points of a model are emitted again for every model after it. Returns whether there was a
+    /// point.
     bool pick_points(const model_list_t& models, const view_cursor_t& at, float width, float height,
                      const hit_signal_t& receiver);
-    /// Emits `receiver` for the nearest polygon of each polygon model in such a rectangle, the nearest first.
-    /// Whether there was one; the orthographic views have none.
+    /// Emits `receiver` for the nearest polygon of each polygon model in such a rectangle, the nearest one
+    /// first. Returns whether there was one; the orthographic views have none.
     bool pick_polygons(const model_list_t& models, const view_cursor_t& at, float width, float height,
                        const hit_signal_t& receiver) const;
-    /// The nearest place of a surface in the pixel of a cursor; z is its depth. Zero for none.
+    /// The nearest point of a surface in the pixel of a cursor; z is its depth. Zero when there is none.
     pos3 pick_surface(const model_list_t& models, const view_cursor_t& at) const;
-    /// The way in the model from one place of a view to another; `depth` is theirs in the perspective view.
+    /// The movement in model space from one place of a view to another; `depth` is the depth of both in the
+    /// perspective view.
     dir3 way_between(const view_cursor_t& from, const view_cursor_t& to, float depth) const;
 
     void set_grid(bool on);
@@ -75,7 +79,7 @@ class scene_view_t {
     glpolygon_t glpolygon;          ///< a model's `update` runs its frame pass with it
     bool control_points_on = true;  ///< points in the perspective view, and the fold line
     bool crosshair_on = false;      ///< bands across the perspective view at the cursor; no command sets it
-    double grid_step = 0.0;         ///< to which `way_between` rounds both places; 0 for no rounding
+    double grid_step = 0.0;         ///< step to which `way_between` rounds both places; 0 for no rounding
 
   private:
     void draw_grids();

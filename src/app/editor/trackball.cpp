@@ -9,7 +9,7 @@ namespace {
 constexpr float units_per_pixel = 0.0625F;
 constexpr float wheel_units = 0.25F;
 
-/// The place in model space of a pixel at the depth of a drag.
+/// The position in model space of a pixel at the depth of a drag.
 pos3 unproject(float x, float y, const drag_view_t& view) {
     const vec3w on_screen{(x - view.half_width) / view.half_width, (y - view.half_height) / view.half_height,
                           view.depth, 1};

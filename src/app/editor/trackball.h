@@ -8,9 +8,9 @@
 
 namespace ulk3d {
 
-/// What a drag in the perspective view needs to know of it: the size of half the view in pixels, the matrices
+/// What a drag in the perspective view needs to know about the view: half its size in pixels, the matrices
 /// back from the screen, and the depth (in normalised coordinates) of the surface that was under the pointer
-/// at the press, 0 for none.
+/// when the button was pressed, 0 for none.
 struct drag_view_t {
     float half_width = 0, half_height = 0;
     mtx3w view_inverse = mtx_identity;
@@ -20,8 +20,8 @@ struct drag_view_t {
 
 /// The perspective view's camera, moved by mouse drags. Positions are pixels in the view, y counted up.
 ///
-/// Rotations are kept as records and pass through quaternions only where a drag step combines them; the
-/// inverse is a record of its own, carried along and never derived.
+/// Rotations are kept as records and pass through quaternions only where a step of a drag combines them; the
+/// inverse is a record of its own, updated alongside and never derived.
 struct trackball_t {
     enum button_t : unsigned { left = 0, middle = 1, right = 2, wheel_up = 3, wheel_down = 4 };
 
@@ -30,20 +30,20 @@ struct trackball_t {
         float x = 0, y = 0;  ///< where the last step ended
     };
 
-    /// Begins a drag with one of the three buttons. Wheels that arrive as buttons move a quarter of a unit
-    /// along z.
+    /// Begins a drag with one of the three buttons. Wheel notches that arrive as buttons move by a quarter of
+    /// a unit along z.
     void press(unsigned button, float x, float y);
     void release(unsigned button);
 
-    /// A step of every drag under way. Left: moves, the surface under the pointer following it. Middle: goes
-    /// along z and rolls, a degree per pixel. Right: turns, a degree per pixel.
+    /// Performs a step of every drag under way. Left: moves, so that the surface under the pointer follows
+    /// it. Middle: moves along z and rolls, a degree per pixel. Right: turns, a degree per pixel.
     void move(float x, float y, const drag_view_t& view);
 
-    /// Forgets all turns and moves; drags under way stay.
+    /// Resets all turns and moves; drags under way continue.
     void reset();
 
     std::array<drag_t, 3> drag;
-    bool alternate = false;  ///< the right button turns the alternate records, the other buttons do nothing
+    bool alternate = false;  ///< the right button turns the alternate records, others do nothing
     rot3 alternate_rotation = rot3_identity;
     rot3 alternate_inverse = rot3_identity;
     rot3 rotation = rot3_identity;

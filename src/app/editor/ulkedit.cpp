@@ -54,7 +54,7 @@ void ulkedit_t::set_nurbs(const nurbs_settings_t& settings) {
 
 void ulkedit_t::set_environment(const environment_settings_t& settings) {
     edited.gate().pass([&] {
-        // The map lies where a scene file would name it: beside the file of the current model.
+        // The map is looked for where a scene file would name it: beside the file of the current model.
         const model_entry_t* const entry = current_model();
         const std::string base = entry == nullptr ? std::string() : entry->modeling().name;
         set_environment_settings(edited.environment, settings, base.empty() ? nullptr : base.c_str());

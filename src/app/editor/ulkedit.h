@@ -20,27 +20,29 @@ namespace ulk3d {
 /// Construction touches no GL. Every other operation needs a current GL context, the same one each time.
 class ulkedit_t {
   public:
-    /// `argv0` tells the program's directory, in which shader files are looked for.
+    /// `argv0` gives the program's directory, in which shader files are looked for.
     explicit ulkedit_t(const char* argv0);
     ulkedit_t(const ulkedit_t&) = delete;
     ulkedit_t& operator=(const ulkedit_t&) = delete;
 
-    /// Sets the GL state and compiles the programs; GL entry points are loaded. Where GL 3.3 is missing it
-    /// prints "OpenGL 3.3 or later required." on the standard output stream and ends the process with
-    /// status 1.
+    /// Sets the GL state and compiles the programs; the GL entry points must have been loaded. Where GL 3.3
+    /// is missing it prints "OpenGL 3.3 or later required." on the standard output stream and ends the
+    /// process with status 1.
     void init() { seen.init(program_dir.c_str(), edited.models()); }
-    /// Takes the size of the view area in device pixels.
+    /// Sets the size of the view area in device pixels.
     void reshape(int width, int height) { seen.reshape(width, height); }
     /// Draws a frame into the bound framebuffer.
     void display() { seen.draw(edited, handled.gesture_place()); }
 
-    // Commands. While a cut is running those that change models do nothing; those with a result give false.
+    // Commands. While a cut is running, those that change models do nothing; those with a result return
+    // false.
 
-    /// Adds a file's models, and its environment when it has one, to the scene, makes the first new model
+    /// Adds a file's models, and its environment if it has one, to the scene, makes the first new model
     /// current, fits the view and clears the edit history. On failure the scene stays as it was; messages are
-    /// lines of `errors`, and one line goes to the standard error stream.
+    /// written as lines to `errors`, and one line, "NAME: file open error.", to the standard error stream.
     bool file_open(const char* name, std::ostream& errors);
-    /// Saving by path; false when not all bytes reached the file, or when there is no current model to save.
+    /// Saves to a path, whose ending decides the form (formats/scene_files.h). False when not all bytes have
+    /// reached the file, or when there is no current model to save.
     bool save_models_to(const char* path) { return edited.save_models_to(path); }
     bool save_current_to(const char* path) { return edited.save_current_to(path); }
 
@@ -52,8 +54,8 @@ class ulkedit_t {
     void cut_current(const sigc::slot<void, double>& receiver) { edited.cut_current(receiver); }
     bool cut_is_running() const { return !edited.gate().is_open(); }
 
-    // What dialogs show of the current model, and what their OK and Apply do to it. Each asks for a model of
-    // its kind; where the current one is none, it shows nothing and changes nothing.
+    // What dialogs show of the current model, and what their OK and Apply do to it. Each applies to a model
+    // of one kind; when the current model is not of that kind, the result is empty and nothing changes.
 
     void set_polygon(const polygon_settings_t& settings);
     void set_nurbs(const nurbs_settings_t& settings);
@@ -67,7 +69,7 @@ class ulkedit_t {
     std::string element_text() const;
     void set_element_text(std::string text);
 
-    /// Makes an edit of the current model that was made elsewhere a step of undo.
+    /// Makes a step of undo of an edit of the current model that was carried out elsewhere.
     void note_edit(edit_t edit);
 
     // The display switches and settings of the toolbar.
@@ -79,14 +81,14 @@ class ulkedit_t {
     void set_mode(operation_mode_t mode) { handled.set_mode(mode); }
 
     // Mouse and keys. Positions are device pixels of the view area, y counted down; buttons as in
-    // input_state.h. Each returns whether the view is to be painted again.
+    // input_state.h. Those with a result return whether the view has to be redrawn.
 
     bool mouse_button(std::uint32_t button, bool release, int x, int y) {
         return handled.mouse_button(button, release, x, y);
     }
     bool double_click(std::uint32_t button, int x, int y) { return handled.double_click(button, x, y); }
     bool mouse_motion(int x, int y) { return handled.mouse_motion(x, y); }
-    /// `delta` is 1 for a notch up, -1 for a notch down, 0 for wheels of other directions.
+    /// `delta` is 1 for a notch up, -1 for a notch down, and 0 for wheels that turn in other directions.
     bool mouse_wheel(int delta, int x, int y) { return handled.mouse_wheel(delta, x, y); }
 
     /// A modifier key went down; `key` tells the key itself from others that mean the same. It counts only
@@ -105,7 +107,7 @@ class ulkedit_t {
     /// The release of any other key.
     void key_released(std::uint32_t keyval) { handled.key_released(keyval); }
 
-    // What there is.
+    // Read access.
 
     edited_scene_t& scene() { return edited; }
     const edited_scene_t& scene() const { return edited; }
@@ -121,7 +123,7 @@ class ulkedit_t {
     const view_layout_t& layout() const { return seen.areas; }
 
   private:
-    /// The current model when it is of a kind, else null.
+    /// The current model when it is of the given kind, else null.
     model_entry_t* current_of_kind(model_kind_t kind);
     const model_entry_t* current_of_kind(model_kind_t kind) const;
 

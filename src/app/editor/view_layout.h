@@ -9,7 +9,7 @@ struct viewport_t {
 };
 
 /// How the view area is divided: perspective at the top right, front at the bottom left, side at the bottom
-/// right, top at the top left, all of one size. An odd width or height leaves one column or row unused
+/// right, top at the top left, all of the same size. An odd width or height leaves one column or row unused
 /// between the views.
 struct view_layout_t {
     int width = 0, height = 0;            ///< the view area
@@ -22,7 +22,7 @@ struct view_layout_t {
     viewport_t top() const { return {0, upper(), half_width, half_height}; }
     viewport_t perspective() const { return {right(), upper(), half_width, half_height}; }
 
-    /// Width to height of one view; infinite or not a number for a view without area.
+    /// Width to height of one view; infinite or not-a-number for a view without area.
     double aspect() const { return static_cast<double>(half_width) / static_cast<double>(half_height); }
 
   private:

@@ -13,7 +13,7 @@ namespace ulk3d {
 using libgr::grCheckError;
 
 ViewArea::ViewArea(const char* argv0) : ulkedit(argv0) {
-    // Asked for so that the toolkit gives the newest context there is; 3.3 is all that the programs need.
+    // Requested so that the toolkit creates the newest context there is; the programs need only 3.3.
     set_required_version(4, 5);
     set_has_alpha(true);
     set_has_depth_buffer(true);
@@ -29,7 +29,7 @@ ViewArea::ViewArea(const char* argv0) : ulkedit(argv0) {
 }
 
 ViewArea::~ViewArea() {
-    // The members release their GL objects after this.
+    // The members release their GL objects in their destructors, which run after this.
     if (get_realized())
         make_current();
 }
@@ -62,7 +62,7 @@ void ViewArea::on_realize() {
     static bool loader_has_run = false;
     if (!loader_has_run) {
         grCheckError("on_realize(0)");
-        // What was not found is told by the test for GL 3.3 that init begins with.
+        // Missing entry points are reported by the test for GL 3.3 that init begins with.
         loader_has_run = load_gl_entry_points();
         grCheckError("on_realize(1)");
     }
@@ -89,7 +89,7 @@ void ViewArea::on_resize(int width, int height) {
 
 void ViewArea::make_input_current() {
     make_current();
-    // Picks and the frame pass draw, which needs a complete framebuffer outside of a frame too.
+    // Picks and the frame pass draw, which needs a complete framebuffer outside a frame too.
     attach_buffers();
 }
 
@@ -162,13 +162,13 @@ void ViewArea::set_mode(operation_mode_t mode) {
 }
 
 bool ViewArea::fold() {
-    // While a cut is running the button does nothing, and says nothing either.
+    // While a cut is running the button does nothing and shows no message either.
     return with_gl([](ulkedit_t& editor) { return editor.cut_is_running() || editor.fold(); });
 }
 
 void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {
-    // The toolkit paints the whole window for each move of the progress bar. The frame that stands in the
-    // view is taken again for that; it is drawn anew only when something asks for it.
+    // The toolkit repaints the whole window whenever the progress bar moves. For that it uses the view's last
+    // frame again; a new one is drawn only on request.
     set_auto_render(false);
     with_gl_unseen([&](ulkedit_t& editor) { editor.cut_current(receiver); });
     set_auto_render(true);
@@ -209,7 +209,7 @@ bool ViewArea::on_scroll_event(GdkEventScroll* event) {
 
 namespace {
 
-/// The modifier state that a key stands for, modifier_none for other keys.
+/// The modifier state that a key stands for; modifier_none for other keys.
 std::uint32_t modifier_of(guint keyval) {
     switch (keyval) {
         case GDK_KEY_Shift_L:

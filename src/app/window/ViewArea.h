@@ -9,8 +9,8 @@
 
 namespace ulk3d {
 
-/// The GL area of the window around the editor. Everything that reaches the editor from outside goes through
-/// one of two doors, which make the GL context current for it.
+/// The GL area of the window, around the editor. Every access to the editor from outside goes through one of
+/// the functions below, which make the GL context current for it.
 class ViewArea : public Gtk::GLArea {
   public:
     explicit ViewArea(const char* argv0);
@@ -23,15 +23,15 @@ class ViewArea : public Gtk::GLArea {
         const redraw_t after(*this);
         return work(ulkedit);
     }
-    /// The same for work that draws outside of a frame, as picks and the updates of NURBS models do: the
-    /// area's framebuffer is complete then.
+    /// The same for work that draws outside a frame, as picks and updates of NURBS models do: makes sure that
+    /// the area's framebuffer is complete.
     template <class Work>
     auto with_input_gl(Work&& work) {
         make_input_current();
         const redraw_t after(*this);
         return work(ulkedit);
     }
-    /// The same for work that changes nothing that is seen: no new frame is asked for.
+    /// The same for work that changes nothing visible: no new frame is asked for.
     template <class Work>
     auto with_gl_unseen(Work&& work) {
         make_current();
@@ -61,10 +61,10 @@ class ViewArea : public Gtk::GLArea {
     void set_clipping_mode();
     void set_folding_mode();
     bool fold();
-    /// Rings the bell when it has finished.
+    /// Rings the bell when the cut has finished.
     void cut_current(const sigc::slot<void, double>& receiver);
 
-    /// Keys that the window passes on; true when the key meant something here.
+    /// Keys that the window passes on; true when the view has handled the key.
     bool key_press(const GdkEventKey& event);
     bool key_release(const GdkEventKey& event);
     /// For the time when releases of keys go elsewhere: no modifier key counts as held any more.
@@ -93,7 +93,8 @@ class ViewArea : public Gtk::GLArea {
 
     void make_input_current();
     void set_mode(operation_mode_t mode);
-    /// Runs the handling of an event, which draws outside of a frame, and redraws when it asks for that.
+    /// Runs the handling of an event, which may draw outside a frame, and redraws when the handling asks for
+    /// it.
     template <class Handling>
     bool handle(Handling&& handling) {
         make_input_current();
@@ -106,7 +107,7 @@ class ViewArea : public Gtk::GLArea {
     struct device_position_t {
         int x, y;
     };
-    /// Events come in logical pixels, the views are in device pixels.
+    /// Converts a position: events are in logical pixels, the views in device pixels.
     device_position_t device_position(double x, double y) const;
 
     ulkedit_t ulkedit;

@@ -13,7 +13,7 @@ ViewIconButtons::ViewIconButtons() : Gtk::HBox(false, 0) {
     configure(grid_step_spin, {0.0, 10.0, 0.05, 1.0, 2}, 0.1);
     configure(fold_angle_spin, {-180.0, 180.0, 1.0, 15.0, 0}, 0.0);
 
-    // Controls that show no words of their own, for those who hear the window.
+    // Names for screen readers, for controls that show no text of their own.
     grid_step_spin.get_accessible()->set_name("方眼間隔");
     fold_angle_spin.get_accessible()->set_name("折曲角度");
     progress.get_accessible()->set_name("カットの進行状況");
@@ -26,8 +26,8 @@ void ViewIconButtons::build(ViewWindow& window) {
     for (Gtk::RadioButton* radio : {&punish_radio, &clipping_radio, &folding_radio})
         radio->set_group(group);
 
-    // Only now: the values above are where the view stands already. The snap step shown is 0.10, but the view
-    // does not snap until the user changes it.
+    // Connected only now, as the view already has the values set above. The snap step shown is 0.10, but the
+    // view does not snap until the user changes it.
     connect(window);
 
     for (Gtk::Widget* control : std::initializer_list<Gtk::Widget*>{
@@ -51,7 +51,7 @@ void ViewIconButtons::connect(ViewWindow& window) {
         [this, &area] { area.set_fold_angle(fold_angle_spin.get_value()); });
     fold_button.signal_clicked().connect(sigc::mem_fun(window, &ViewWindow::on_fold_execute));
 
-    // The signal comes from the radio that goes off too, which then sets nothing.
+    // The radio button that is switched off emits the signal too; it then sets nothing.
     const auto sets_mode = [&area](Gtk::RadioButton& radio, void (ViewArea::*set_mode)()) {
         radio.signal_toggled().connect([&area, &radio, set_mode] {
             if (radio.get_active())

@@ -12,19 +12,19 @@ namespace ulk3d {
 
 class ViewWindow;
 
-/// The row under the menu bar: display switches, the snap step, what the mouse means, the fold, and the
+/// The row under the menu bar: display switches, the snap step, the mode of the mouse, the fold, and the
 /// progress of a cut. None of its controls takes the focus, so that keys reach the view.
 ///
-/// The row tells the view of every change and is never told back.
+/// The row passes every change on to the view; the view never changes the row.
 class ViewIconButtons : public Gtk::HBox {
   public:
     ViewIconButtons();
     ~ViewIconButtons() override = default;
 
-    /// Packs the controls and connects them to the window; called once.
+    /// Packs the controls and connects them to the window; call once.
     void build(ViewWindow& window);
 
-    /// Shows how far a cut has come, 0 to 1; anything above is a full bar. The bar keeps its last value.
+    /// Shows how far a cut has come, from 0 to 1; anything above is a full bar. The bar keeps its last value.
     void set_progress(double fraction);
 
   private:

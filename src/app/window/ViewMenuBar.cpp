@@ -49,8 +49,8 @@ void ViewMenuBar::build() {
     for (Gtk::MenuItem* item : {&file_item, &edit_item, &dialog_item, &view_item})
         append(*item);
 
-    // Alt with a letter opens a menu, which then hears the release of Alt in the window's place. Without it
-    // the view would take the next drag for one of the camera.
+    // Alt with a letter opens a menu, which then receives the release of Alt instead of the window. If it
+    // were lost, the view would take the next drag for a camera move.
     for (Gtk::Menu* menu :
          {&file_menu, &edit_menu, &view_menu, &nurbs_dialog_menu, &polygon_dialog_menu, &model_menu})
         menu->signal_key_release_event().connect(
@@ -110,7 +110,7 @@ Glib::ustring ViewMenuBar::row_label(const model_row_t& row, std::uint64_t index
     for (const char c : row.name) {
         label += c;
         if (c == '_')
-            label += c;  // shown as one: a single one would make a mnemonic
+            label += c;  // doubled, as a single one would make a mnemonic
     }
     return widget_text(label);
 }

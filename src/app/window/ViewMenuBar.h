@@ -15,25 +15,25 @@ namespace ulk3d {
 
 class ViewWindow;
 
-/// The menus of the window. Every item runs a command of ViewWindow. Two submenus follow the scene:
-/// "_Select Model..." lists the models, and "_Dialog" is swapped by the kind of the current model.
+/// The menus of the window. Every item runs a command of ViewWindow. Two submenus follow the scene: "_Select
+/// Model..." lists the models, and "_Dialog" is swapped according to the kind of the current model.
 ///
-/// The list of models is a shadow of the scene's, and it changes only when the window says so.
+/// The list of models is a copy of the scene's, and it changes only when the window says so.
 class ViewMenuBar : public Gtk::MenuBar {
   public:
     explicit ViewMenuBar(ViewWindow& commands);
     ~ViewMenuBar() override = default;
 
-    /// Makes the fixed items and connects them; called once.
+    /// Makes the fixed items and connects them; call once.
     void build();
 
-    /// Attaches the "_Dialog" submenu for the kind of the current model; none for an empty scene.
+    /// Attaches the "_Dialog" submenu for the kind of the current model, or none when the scene is empty.
     void set_dialog_menu(bool empty, model_kind_t kind);
 
-    /// set_dialog_menu, and lists the rows anew with a "v " before the current one.
+    /// Calls set_dialog_menu, and rebuilds the list of models with "v " before the current one.
     void rebuild_model_menu(bool empty, model_kind_t kind, std::uint64_t current_index);
 
-    /// Edits of the shadow list; no menu changes before the next rebuild.
+    /// Edits of the copied list; no menu changes before the next rebuild.
     void add_polygon_row();
     void add_nurbs_row();
     bool remove_row(std::uint64_t index);  ///< false when there is no such row
@@ -48,7 +48,8 @@ class ViewMenuBar : public Gtk::MenuBar {
     struct menu_row_t {
         const char* label;  ///< with mnemonic
         void (ViewWindow::*command)();
-        /// The window lives on while a cut is running; what would get into its way waits for its end.
+        /// The window stays usable while a cut is running; until its end, commands that would interfere do
+        /// nothing.
         bool works_during_cut = false;
     };
 
@@ -62,7 +63,7 @@ class ViewMenuBar : public Gtk::MenuBar {
     Gtk::MenuItem dialog_item{"_Dialog", true}, view_item{"_View", true};
     Gtk::MenuItem select_model_item{"_Select Model...", true};
     std::list<Gtk::MenuItem> model_items;    ///< the items of model_menu
-    std::list<Gtk::MenuItem> retired_items;  ///< those before: one of them may be the item whose command runs
+    std::list<Gtk::MenuItem> retired_items;  ///< those before: the command of one of them may be running
     std::list<model_row_t> model_list;
     ViewWindow& window;
 };

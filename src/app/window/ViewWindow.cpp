@@ -31,8 +31,8 @@ void ViewWindow::on_quit() {
 
 void ViewWindow::on_delete_model() {
     viewarea.delete_current();
-    // The row that goes is the one at the index that is current now: after the last model of several was
-    // deleted that is the new last one, and the deleted model's row stays until the rows are copied anew.
+    // The row removed is the one at the index that is current now: after the last of several models was
+    // deleted that is the new last one, and the deleted model's row stays until the rows are copied again.
     if (menubar.remove_row(viewarea.scene().current_index()))
         rebuild_model_menu();
     set_model_title();
@@ -83,7 +83,7 @@ void ViewWindow::on_cut_progress(double fraction) {
     while (Gtk::Main::events_pending())
         if (Gtk::Main::iteration(false))
             std::exit(EXIT_SUCCESS);
-    // A repaint among these events may have left another context current.
+    // A repaint among these events may have made another context current.
     viewarea.make_current();
     cut_pace.handled(begin, event_pace_t::clock::now());
 }
@@ -94,8 +94,8 @@ void ViewWindow::on_fold_execute() {
 }
 
 bool ViewWindow::on_key_press_event(GdkEventKey* event) {
-    // The toolkit's window takes every Return for its default widget, also when it has none; the view fits
-    // the scene by it.
+    // The toolkit's window passes every Return to its default widget, even when it has none; in the view
+    // Return fits the scene.
     const bool is_for_nobody =
         event->keyval == GDK_KEY_Return && get_focus() == nullptr && get_default_widget() == nullptr;
     return (!is_for_nobody && Gtk::Window::on_key_press_event(event)) || viewarea.key_press(*event);

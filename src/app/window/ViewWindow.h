@@ -16,11 +16,11 @@ namespace ulk3d {
 
 /// The main window: menu bar, toolbar row and view area, and every command that needs a dialog.
 ///
-/// It owns no model. The menu bar's shadow of the model list is kept in step here, by each command that
-/// changes the scene's list.
+/// It owns no models. Each command that changes the scene's list of models also updates the menu bar's copy
+/// of it here.
 class ViewWindow : public Gtk::Window {
   public:
-    /// `argv0` tells the name for the title and the directory of the program.
+    /// `argv0` gives the name for the title and the program's directory.
     explicit ViewWindow(const char* argv0);
     ~ViewWindow() override = default;
 
@@ -53,34 +53,34 @@ class ViewWindow : public Gtk::Window {
     void on_cut_model();
     void on_fold_execute();  ///< the toolbar's fold button
 
-    /// Receives how much of a cut is done: moves the bar and lets the window live. Asked to quit meanwhile,
-    /// it ends the process in the middle of the cut.
+    /// Receives how much of a cut is done: moves the bar and handles the window's events. When the user quits
+    /// meanwhile, it ends the process in the middle of the cut.
     void on_cut_progress(double fraction);
 
-    /// Puts the file name of a path, and the program's, into the window title.
+    /// Puts the file name from a path, and the program's name, into the window title.
     void set_file_title(const std::string& path);
 
     ViewArea& area() { return viewarea; }
 
   protected:
-    /// A key that no widget takes goes to the view.
+    /// Passes keys that no widget takes on to the view.
     bool on_key_press_event(GdkEventKey* event) override;
     bool on_key_release_event(GdkEventKey* event) override;
     /// Keys that are released while another window has the keyboard are not heard here.
     bool on_focus_out_event(GdkEventFocus* event) override;
 
   private:
-    /// The current model when it is of a kind, else null.
+    /// The current model when it is of the given kind, else null.
     const model_entry_t* current_of_kind(model_kind_t kind) const;
-    /// Runs the dialog of the current model's settings; whether OK or Apply was pressed.
+    /// Runs the dialog of the current model's settings; returns whether OK or Apply was pressed.
     bool run_settings_dialog();
-    /// Edits an attribute of the current model's vertices, or of its control points.
+    /// Edits an attribute of the current model's vertices or control points in a dialog.
     void run_vertex_dialog(attribute_t attribute, const char* title);
     void run_array_dialog(attribute_t attribute, const char* title);
-    /// Edits an option table of the current model, when that is a NURBS model.
+    /// Edits an option table of the current model in a dialog, when that is a NURBS model.
     void run_option_array_dialog(const OptionArrayDialog::form_t& form, const char* title);
 
-    /// The title of the current model, or the program's alone when there is none.
+    /// Shows the current model in the title; the program's name alone when there is none.
     void set_model_title();
     void rebuild_model_menu();
     void copy_models_to_menu();

@@ -17,8 +17,8 @@ namespace ulk3d {
 
 namespace {
 
-/// A chooser with the program's two kinds of files. The accept button says Open for saving too: users know it
-/// so.
+/// A chooser with the program's two kinds of files. The accept button says Open even for saving: users know
+/// it that way.
 class scene_file_chooser_t : public Gtk::FileChooserDialog {
   public:
     scene_file_chooser_t(const char* title, Gtk::FileChooserAction action)
@@ -29,7 +29,7 @@ class scene_file_chooser_t : public Gtk::FileChooserDialog {
         add_pattern("stlファイル", "*.stl");
     }
 
-    /// Runs the dialog once; the bytes of the chosen path, none when it was not accepted.
+    /// Runs the dialog once; returns the bytes of the chosen path, or nothing when it was not accepted.
     std::optional<std::string> choose() {
         if (run() != Gtk::RESPONSE_OK)
             return std::nullopt;
@@ -58,7 +58,8 @@ bool may_overwrite(Gtk::Window& parent, const std::string& path) {
     return question.run() == Gtk::RESPONSE_OK;
 }
 
-/// Asks for a path to save to, until a new file is named or the overwriting of an existing one is agreed to.
+/// Asks for a path to save to, until a new file is named or the user agrees to overwrite an existing one.
+/// Empty when the user cancels.
 std::optional<std::string> choose_save_path(Gtk::Window& parent) {
     scene_file_chooser_t chooser("保存", Gtk::FILE_CHOOSER_ACTION_SAVE);
     for (;;) {
@@ -107,7 +108,7 @@ void ViewWindow::on_file_save_model_as() {
         return;
     if (!viewarea.save_current_to(*path))
         show_error("ファイルの上書き保存に失敗しました", "ファイル保存エラー");
-    // Unlike the other save command, this one puts the file into the title even when nothing was written.
+    // Unlike the other save command, this one shows the file in the title even when nothing was written.
     set_file_title(*path);
 }
 

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* polygon_title = "ポリゴン設定";
 constexpr const char* nurbs_title = "NURBS設定";
 
-/// Runs a dialog of settings; whether OK or Apply was pressed.
+/// Runs a settings dialog; returns whether OK or Apply was pressed.
 bool was_applied(Gtk::Dialog& dialog) {
     bool applied = false;
     run_until_closed(dialog, [&](int answer) { applied |= writes_back(answer); });
@@ -67,7 +67,8 @@ void ViewWindow::on_add_nurbs() {
         set_model_title();
         return;
     }
-    // Here the menu goes first, unlike with a polygon model: its row is the one that is current before.
+    // Here the menu is updated first, unlike for a polygon model: its row is the one that is current before
+    // the deletion.
     menubar.remove_row(viewarea.scene().current_index());
     rebuild_model_menu();
     viewarea.delete_current();

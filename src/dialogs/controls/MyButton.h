@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// A button that says by a signal of its own that it was clicked, after the toolkit's handling of the click.
+/// A button with a signal of its own for clicks, emitted after the toolkit has handled the click.
 class MyButton : public Gtk::Button {
   public:
     using Gtk::Button::Button;

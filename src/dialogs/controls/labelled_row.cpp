@@ -24,7 +24,7 @@ name_entry_t::name_entry_t(const std::string& name) : first_name(name) {
 
 std::string name_entry_t::name() const {
     const Glib::ustring text = get_text();
-    // By bytes: the comparison of the texts themselves takes half-width and full-width letters for the same.
+    // Compared as bytes: comparing the texts themselves takes half-width and full-width letters for the same.
     return text.raw() == widget_text(first_name).raw() ? first_name : system_bytes(text);
 }
 

@@ -14,20 +14,21 @@
 
 namespace ulk3d {
 
-/// Puts a label before a control of a dialog's row. The label names the control for those who hear the
-/// dialog.
+/// Puts a label before a control in a row of a dialog, and names the control after it for screen readers.
 void add_labelled(Gtk::Box& row, const char* label, Gtk::Widget& control,
                   Gtk::PackOptions control_packing = Gtk::PACK_SHRINK);
 
-/// A label that names a control which stands elsewhere.
+/// Makes a label that names, for screen readers, a control placed elsewhere. The label is managed by the
+/// toolkit.
 Gtk::Label& make_label_of(Gtk::Widget& control, const char* label);
 
-/// A file name in a dialog. Bytes that can not be shown stay as they are while the user does not touch them.
+/// A file name in a dialog. Bytes that can not be shown are preserved as long as the user does not edit the
+/// entry.
 class name_entry_t : public Gtk::Entry {
   public:
     explicit name_entry_t(const std::string& name);
 
-    /// The name's bytes as the entry stands now.
+    /// The bytes of the name, as the entry is now.
     std::string name() const;
 
   private:
@@ -35,7 +36,7 @@ class name_entry_t : public Gtk::Entry {
 };
 
 /// A whole number from 0 up to a limit, in steps of 1 and 10. A number beyond the limit, which a file may
-/// bring, shows as the limit and stays as it is while the user does not touch it.
+/// contain, is shown as the limit and preserved as long as the user does not edit it.
 class count_spin_t : public Gtk::SpinButton {
   public:
     count_spin_t(double highest, std::uint64_t value);

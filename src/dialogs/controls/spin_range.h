@@ -6,23 +6,24 @@
 
 namespace ulk3d {
 
-/// How a spin button counts: its limits, its steps for the arrow and the page keys, and the digits behind the
-/// point. None of them wraps.
+/// How a spin button counts: its limits, its steps for the arrow and the page keys, and its digits after the
+/// decimal point. None of these buttons wraps.
 struct spin_range_t {
     double low, high, step, page;
     unsigned digits;
 };
 
-/// What a spin button of this range is constructed with: `value`, moved to the nearest limit when it lies
-/// outside; not-a-number counts as 0. A button that is made from it formats its text once only, which tables
-/// of thousands feel.
+/// The adjustment to construct a spin button of this range with: `value` is moved to the nearest limit when
+/// it lies outside; not-a-number counts as 0. A button constructed from it formats its text only once, which
+/// matters for tables of thousands.
 Glib::RefPtr<Gtk::Adjustment> make_adjustment(const spin_range_t& range, double value);
 
-/// Gives a spin button that exists its range and value.
+/// Gives an existing spin button its range and value.
 void configure(Gtk::SpinButton& spin, const spin_range_t& range, double value);
 
-/// Takes over the number that is being typed into a spin button of the window: one that is accepted by a
-/// mnemonic keeps the focus where it is, and the toolkit reads a number only when the focus leaves it.
+/// Takes over the number that is being typed into a spin button of the window: a dialog accepted by a
+/// mnemonic leaves the focus where it is, and the toolkit reads a number only when the focus leaves its
+/// button.
 void finish_typing(Gtk::Window& window);
 
 }  // namespace ulk3d

@@ -10,12 +10,12 @@
 namespace ulk3d {
 
 /// The cube map of the scene's surroundings, and how much of it models reflect and refract. OK and Apply set
-/// the values and load the map, whether or not anything was changed.
+/// the values and load the map, whether or not anything has changed.
 class EnvDialog : public Gtk::Dialog {
   public:
     using apply_t = std::function<void(const environment_settings_t&)>;
 
-    /// Shows `shown`; `apply` takes what the user has made of it.
+    /// Shows `shown`; `apply` receives the values as the user has set them, on OK and on every Apply.
     EnvDialog(const environment_settings_t& shown, apply_t apply, const Glib::ustring& title,
               Gtk::Window& window);
     ~EnvDialog() override = default;

@@ -9,12 +9,12 @@
 namespace ulk3d {
 
 /// The sizes and file names of a NURBS model (operations/settings/model_settings.h), set on OK and Apply. Any
-/// change, that of a name included, empties the surface.
+/// change, even of a name, empties the surface.
 class NurbsDialog : public Gtk::Dialog {
   public:
     using apply_t = std::function<void(const nurbs_settings_t&)>;
 
-    /// Shows `shown`; `apply` takes what the user has made of it.
+    /// Shows `shown`; `apply` receives the values as the user has set them, on OK and on every Apply.
     NurbsDialog(const nurbs_settings_t& shown, apply_t apply, const Glib::ustring& title,
                 Gtk::Window& window);
     ~NurbsDialog() override = default;

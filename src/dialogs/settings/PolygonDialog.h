@@ -13,7 +13,7 @@ class PolygonDialog : public Gtk::Dialog {
   public:
     using apply_t = std::function<void(const polygon_settings_t&)>;
 
-    /// Shows `shown`; `apply` takes what the user has made of it.
+    /// Shows `shown`; `apply` receives the values as the user has set them, on OK and on every Apply.
     PolygonDialog(const polygon_settings_t& shown, apply_t apply, const Glib::ustring& title,
                   Gtk::Window& window);
     ~PolygonDialog() override = default;

@@ -5,16 +5,16 @@
 
 namespace ulk3d {
 
-/// The file names in the dialog of a model: its own above the dialog's counts, those of its maps below them.
+/// The file names in a model's dialog: its own above the dialog's counts, those of its maps below them.
 class model_name_rows_t {
   public:
     explicit model_name_rows_t(const model_names_t& names);
 
     void add_name_to(Gtk::Box& dialog_box);
-    /// Labels stand to the left, entries to the right.
+    /// Adds a row for each map, with labels on the left and entries on the right.
     void add_maps_to(Gtk::Box& dialog_box);
 
-    /// The names as they stand in the entries.
+    /// The names as they are in the entries now.
     model_names_t names() const;
 
   private:

@@ -40,9 +40,9 @@ ArrayDialog::ArrayDialog(const array_dialog_kind_t& edited_kind, const net_table
 }
 
 ArrayDialog::~ArrayDialog() {
-    // The toolkit looks for each widget that goes in lists of all of them. Out of the window there are fewer
-    // lists, and the newest one is the first in those that are left. The window would keep a pointer to the
-    // one with the focus.
+    // The toolkit looks up each widget that is destroyed in lists of all of them. Outside the window there
+    // are fewer such lists, and in those that remain the newest widget comes first. The window would keep a
+    // pointer to the focused one.
     unset_focus();
     scroller.remove();
     table.unset_focus_chain();
@@ -92,7 +92,7 @@ void ArrayDialog::attach(item_t& item, const net_layout_t& layout) {
     const auto column = static_cast<unsigned>(item.point % columns);
     const auto row = static_cast<unsigned>(item.point / columns);
     const auto put = [this](Gtk::Widget& widget, const table_place_t& place) {
-        // Shown at once: the style of a widget looks for the nearest shown one beside it.
+        // Shown at once: the style of a widget depends on the nearest shown one beside it.
         widget.show();
         table.attach(widget, place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
                      Gtk::EXPAND | Gtk::FILL, 0, 0);

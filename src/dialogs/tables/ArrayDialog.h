@@ -21,16 +21,16 @@ namespace ulk3d {
 
 struct net_layout_t;
 
-/// What a table of control points shows: how many numbers to a point, and their spin buttons.
+/// What a table of control points shows: how many numbers there are for each point, and their spin buttons.
 struct array_dialog_kind_t {
     std::uint32_t numbers;
     spin_range_t range;
-    const char* axes[4];  ///< what the numbers of a point are called, for those who hear the dialog
+    const char* axes[4];  ///< names of a point's numbers for screen readers
 };
 
 /// The control net of a NURBS model as a table laid out like the net itself: for each point a check button
 /// for its selection, and the numbers of one attribute. OK and Apply hand the table over; Apply leaves the
-/// dialog as it stands. ArrayDialogPoint and ArrayDialogColor are its two kinds.
+/// dialog open. ArrayDialogPoint and ArrayDialogColor are its two kinds.
 ///
 /// Modal; the caller runs it.
 class ArrayDialog : public Gtk::Dialog {
@@ -46,7 +46,7 @@ class ArrayDialog : public Gtk::Dialog {
     void on_response(int id) override;
 
   private:
-    /// The cell of a point.
+    /// The cell of one point.
     struct item_t {
         std::uint64_t point;
         Gtk::CheckButton check;
@@ -63,14 +63,14 @@ class ArrayDialog : public Gtk::Dialog {
     const array_dialog_kind_t& kind;
     std::uint64_t columns;                       ///< control points across the net
     std::uint64_t rows;                          ///< control points down the net
-    std::vector<std::unique_ptr<item_t>> items;  ///< one for each point, in their order
+    std::vector<std::unique_ptr<item_t>> items;  ///< one for each point, in the points' order
     Gtk::Table table{1, 1, false};
     Gtk::ScrolledWindow scroller;
     cells_in_view_t cells_in_view{table, scroller};
     apply_t apply;
 };
 
-/// The table of the control points' positions: three numbers to a point.
+/// The table of the control points' positions: three numbers for each point.
 class ArrayDialogPoint : public ArrayDialog {
   public:
     ArrayDialogPoint(const net_table_t& shown, apply_t apply, const Glib::ustring& title,

@@ -25,7 +25,7 @@ KnotDraw::KnotDraw(std::uint64_t function_order, std::uint64_t function_count, s
 }
 
 KnotDraw::~KnotDraw() {
-    // The toolkit unrealizes the widget later, when it is no KnotDraw any more.
+    // The toolkit unrealizes the widget later, when it is no longer a KnotDraw.
     if (plot)
         make_current();
 }

@@ -11,11 +11,11 @@
 
 namespace ulk3d {
 
-/// A plot of the basis functions of one knot vector, which stands in a row of a matrix: `count` functions of
-/// `order`, one sample for each column of pixels.
+/// A plot of the basis functions of one knot vector, which is a row of a matrix: `count` functions of
+/// `order`, with one sample for each column of pixels.
 class KnotDraw : public Gtk::GLArea {
   public:
-    /// The matrix outlives this widget. `shader_folder` is looked in for shader files, empty for none.
+    /// The matrix must outlive this widget. Shader files are looked for in `shader_folder`; empty for none.
     KnotDraw(std::uint64_t order, std::uint64_t count, std::uint64_t row, const matrix_t<float>& knots,
              std::string shader_folder);
     ~KnotDraw() override;

@@ -18,7 +18,7 @@ namespace {
 constexpr spin_range_t knot_range{-100.0, 100.0, 0.025, 0.1, 7};
 constexpr guint row_spacing = 2;
 
-/// What the numbers of an option table are called, for those who hear the dialog.
+/// Names of the numbers of an option table, for screen readers.
 const char* name_of_table(std::uint32_t index) {
     constexpr const char* names[] = {"横ノット", "縦ノット", "重み"};
     return index < std::size(names) ? names[index] : "";
@@ -64,8 +64,8 @@ OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, const form_t& form, op
 }
 
 OptionArrayDialog::~OptionArrayDialog() {
-    // As in ArrayDialog: out of the window, and newest first, the cells go fast. The window would keep a
-    // pointer to the one with the focus.
+    // As in ArrayDialog, cells are destroyed fast outside the window and newest first. The window would keep
+    // a pointer to the focused one.
     unset_focus();
     scroller.remove();
     while (!items.empty())
@@ -97,7 +97,7 @@ void OptionArrayDialog::add_row(unsigned row) {
 }
 
 void OptionArrayDialog::put(std::unique_ptr<item_t> item, const table_place_t& place) {
-    // Shown at once: the style of a widget looks for the nearest shown one beside it.
+    // Shown at once: the style of a widget depends on the nearest shown one beside it.
     item->widget().show();
     table.attach(item->widget(), place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
                  Gtk::EXPAND | Gtk::FILL, 0, 0);
@@ -105,7 +105,7 @@ void OptionArrayDialog::put(std::unique_ptr<item_t> item, const table_place_t& p
 }
 
 void OptionArrayDialog::watch_cells() {
-    // Tab goes through the table line by line.
+    // Tab visits the table line by line.
     std::vector<const placed_item_t*> order;
     for (const placed_item_t& item : items)
         order.push_back(&item);
@@ -122,14 +122,14 @@ Glib::ustring OptionArrayDialog::name_of(unsigned row, unsigned element) const {
 
 void OptionArrayDialog::on_map() {
     Gtk::Dialog::on_map();
-    // The toolkit has given the focus to the top of the table, and has taken the view there.
+    // The toolkit has given the focus to the top of the table and scrolled there.
     if (!knots.empty())
         knots.front()->widget().grab_focus();
 }
 
 void OptionArrayDialog::on_realize() {
     Gtk::Dialog::on_realize();
-    // The first row stands at the bottom.
+    // The first row is at the bottom.
     const Glib::RefPtr<Gtk::Adjustment> vertical = scroller.get_vadjustment();
     vertical->set_value(vertical->get_upper() - vertical->get_page_size());
 }

@@ -20,21 +20,21 @@
 namespace ulk3d {
 
 /// An option table of a NURBS model, its weights or knots, as a table of spin buttons laid out like the net.
-/// Where it holds knots, each knot vector has a button that shows its basis functions as the dialog has them,
-/// applied or not. OK and Apply hand the table over.
+/// If it holds knots, each knot vector has a button that shows its basis functions with the knots as they are
+/// in the dialog, applied or not. OK and Apply hand the table over.
 ///
 /// Modal; the caller runs it.
 class OptionArrayDialog : public Gtk::Dialog {
   public:
     /// What is shown and how: `index` is that of the option table, `hasviews` gives each row its view button,
-    /// `columns` stands the rows upright, for the knot vectors along the columns of the net.
+    /// `columns` turns the rows upright, for the knot vectors along the columns of the net.
     struct form_t {
         std::uint32_t index;
         bool hasviews, columns;
     };
     using apply_t = std::function<void(const matrix_t<float>& values)>;
 
-    /// `shader_folder` is looked in for shader files of the plots, empty for none.
+    /// Shader files of the plots are looked for in `shader_folder`; empty for none.
     OptionArrayDialog(Gtk::Window& parent, const form_t& form, option_table_t shown, apply_t apply,
                       const Glib::ustring& title, std::string shader_folder);
     ~OptionArrayDialog() override;
@@ -55,7 +55,7 @@ class OptionArrayDialog : public Gtk::Dialog {
     /// A number of the option table.
     class knot_t : public item_t {
       public:
-        /// `place` is that of the number in the option table, which is read row by row.
+        /// `place` is the index of the number in the option table, counted row by row.
         knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name);
         Gtk::Widget& widget() override { return spin; }
         /// A number that nobody has touched is the one that it was, whatever it shows: the toolkit rounds to
@@ -90,7 +90,7 @@ class OptionArrayDialog : public Gtk::Dialog {
     void add_row(unsigned row);
     void put(std::unique_ptr<item_t> item, const table_place_t& place);
     Glib::ustring name_of(unsigned row, unsigned element) const;
-    /// The table as it stands now, with the numbers that the dialog has no cell for.
+    /// The table as it is now, including the numbers that have no cell in the dialog.
     matrix_t<float> values() const;
     void on_view(unsigned row);
 
@@ -100,7 +100,7 @@ class OptionArrayDialog : public Gtk::Dialog {
     Gtk::ScrolledWindow scroller;
     cells_in_view_t cells_in_view{table, scroller};
     std::uint32_t index;
-    option_table_t option;  ///< as the dialog was opened with it
+    option_table_t option;  ///< as it was when the dialog was opened
     apply_t apply;
     std::string shader_folder;
     option_layout_t layout;

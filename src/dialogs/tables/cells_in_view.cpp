@@ -47,7 +47,7 @@ void cells_in_view_t::reveal_in_view() {
 }
 
 bool cells_in_view_t::is_near_view(const cell_t& cell) const {
-    // A page to each side: whatever a key or a turn of the wheel brings into view is there already.
+    // One page to each side: whatever a key or the wheel brings into view is already there.
     const auto is_near = [](const Glib::RefPtr<Gtk::Adjustment>& place, int low, int size) {
         const double page = place->get_page_size();
         return low + size >= place->get_value() - page && low <= place->get_value() + 2 * page;

@@ -8,23 +8,24 @@
 
 namespace ulk3d {
 
-/// Keeps the cells of a large table from being realized before they come near the view.
+/// Keeps the cells of a large table from being realized before they come near the visible part.
 ///
-/// All widgets of the table exist, have their places and values and are heard through the accessibility
-/// tree. But a widget that is realized has GDK windows, which the toolkit finds in one list of all when they
-/// go: 12,288 spin buttons take seconds to come and the square of that to go. A cell that has come near the
-/// view stays realized. So do the first and the last one and those on both sides of the focus, as Tab moves
-/// between realized widgets only.
+/// All widgets of the table exist, have their places and values and are accessible to screen readers. But a
+/// realized widget has GDK windows, which the toolkit looks up in a single list when they are destroyed:
+/// creating those of 12,288 spin buttons takes seconds, and destroying them time that grows with the square
+/// of their number. A cell that has once come near the visible part stays realized. So are the first and the
+/// last cell and those on both sides of the focus, as Tab moves between realized widgets only.
 class cells_in_view_t {
   public:
-    /// For the cells of `shown_table`, which is the child of `table_scroller`. Both outlive this object.
+    /// For the cells of `shown_table`, which is the child of `table_scroller`. Both must outlive this object.
     cells_in_view_t(Gtk::Table& shown_table, Gtk::ScrolledWindow& table_scroller);
 
-    /// Takes over a cell: one or more widgets that stand together in the table. Cells come in the order in
-    /// which Tab walks over them.
+    /// Adds a cell: one or more widgets that lie together in the table, not owned. Cells are added in the
+    /// order in which Tab visits them.
     void add(std::vector<Gtk::Widget*> widgets);
 
-    /// Begins to watch the view; called once, when all cells are in the table and the table in the scroller.
+    /// Starts watching the visible part; call once, when all cells are in the table and the table is in the
+    /// scroller.
     void watch();
 
   private:
@@ -41,7 +42,7 @@ class cells_in_view_t {
     Gtk::Table& table;
     Gtk::ScrolledWindow& scroller;
     std::vector<cell_t> cells;
-    bool have_places = false;  ///< before the first layout all cells seem to stand in one corner
+    bool have_places = false;  ///< before the first layout all cells seem to lie in one corner
 };
 
 }  // namespace ulk3d

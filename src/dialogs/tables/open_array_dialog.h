@@ -8,7 +8,7 @@
 namespace ulk3d {
 
 /// Shows one attribute of all control points of a model in a table until the dialog is closed: positions in
-/// an ArrayDialogPoint, colours in an ArrayDialogColor. For an attribute of another kind nothing opens.
+/// an ArrayDialogPoint, colours in an ArrayDialogColor. Opens nothing for an attribute of another kind.
 void open_array_dialog(std::optional<e_type_t> kind, const net_table_t& shown,
                        const ArrayDialog::apply_t& apply, const Glib::ustring& title, Gtk::Window& window);
 

@@ -3,21 +3,21 @@
 #include <algorithm>
 #include <cstdint>
 
-/// Where the cells of the table dialogs stand in their Gtk::Table. Tables of nets are laid out as the net is
-/// seen in the front view: rows from the bottom up, columns from the left.
+/// Where the cells of the table dialogs are in their Gtk::Table. Tables of nets are laid out as the net
+/// appears in the front view: rows from the bottom up, columns from the left.
 namespace ulk3d {
 
-/// Most rows and most columns of a Gtk::Table; the cells of larger tables have no place.
+/// The most rows and the most columns of a Gtk::Table; further cells of larger tables have no place.
 inline constexpr std::uint64_t most_table_lines = 65535;
 
-/// A block of table cells; right and bottom are not part of it.
+/// A block of table cells; right and bottom are exclusive.
 struct table_place_t {
     unsigned left = 0, right = 0, top = 0, bottom = 0;
     bool operator==(const table_place_t&) const = default;
 };
 
-/// The table of a control net: for each point a block two columns wide, on the left a check button, on the
-/// right one number above the other, below both a separator.
+/// The table of a control net. Each point has a block two columns wide: on the left a check button, on the
+/// right the numbers one above the other, below both a separator.
 struct net_layout_t {
     net_layout_t(std::uint64_t columns, std::uint64_t rows, unsigned numbers)
         : net_columns(static_cast<unsigned>(std::min(columns, most_table_lines / 2))),
@@ -37,7 +37,7 @@ struct net_layout_t {
         return {2 * column, 2 * column + 2, top(row) + numbers_of_point, top(row) + block_height()};
     }
 
-    unsigned net_columns, net_rows;  ///< of the net, as far as it has a place in the table
+    unsigned net_columns, net_rows;  ///< of the net, as far as it fits into the table
     unsigned numbers_of_point;
 
   private:
@@ -45,8 +45,8 @@ struct net_layout_t {
     unsigned top(unsigned row) const { return (net_rows - row - 1) * block_height(); }
 };
 
-/// The table of an option table of a model, row by row from the bottom up, or, `upright`, one row in each
-/// column with its values from the bottom up. A view button stands before or above each row.
+/// The table of a model's option table: row by row from the bottom up, or, if `upright`, each row in a column
+/// of its own with its values from the bottom up. A view button is before or above each row.
 struct option_layout_t {
     option_layout_t(std::uint64_t model_rows, std::uint64_t model_columns, bool with_views, bool is_upright)
         : has_views(with_views),
@@ -65,7 +65,7 @@ struct option_layout_t {
     table_place_t view(unsigned row) const { return upright ? at(row, 0) : at(0, rows - 1 - row); }
 
     bool has_views, upright;
-    unsigned rows, columns;  ///< of the model's table, as far as it has a place
+    unsigned rows, columns;  ///< of the model's table, as far as it fits
 
   private:
     unsigned length() const { return columns + (has_views ? 1 : 0); }

@@ -7,7 +7,7 @@
 
 namespace ulk3d {
 
-/// A text that OK and Apply hand over, each time as it then stands.
+/// A text that OK and Apply hand over, each time as it is then.
 class ApplyTextDialog : public Gtk::Dialog {
   public:
     using apply_t = std::function<void(std::string text)>;
@@ -23,20 +23,21 @@ class ApplyTextDialog : public Gtk::Dialog {
     apply_t apply;
 };
 
-/// One attribute of all vertices of a polygon model as text, a line for each vertex (formats/record_text.h).
+/// One attribute of all vertices of a polygon model as text, one line for each vertex
+/// (formats/record_text.h).
 ///
-/// OK and Apply write the text into the model's array and nothing else: what is derived from it follows with
-/// the model's next update, and no step of undo is made.
+/// OK and Apply write the text into the model's array and change nothing else: what is derived from it
+/// follows with the model's next update, and there is no step of undo.
 class VertexDialog : public ApplyTextDialog {
   public:
     using ApplyTextDialog::ApplyTextDialog;
     ~VertexDialog() override = default;
 };
 
-/// The strips of a polygon model as text, an index on each line (formats/record_text.h).
+/// The strips of a polygon model as text, one index on each line (formats/record_text.h).
 ///
-/// OK and Apply write the text into the model. The ids of its polygons and which of them are selected stay as
-/// they were until something rebuilds the model.
+/// OK and Apply write the text into the model. The ids of its polygons, and which of them are selected, stay
+/// as they were until something rebuilds the model.
 class ElementDialog : public ApplyTextDialog {
   public:
     using ApplyTextDialog::ApplyTextDialog;

@@ -12,29 +12,29 @@
 
 namespace ulk3d {
 
-/// The fill of one of a block's arrays, which its lines fill strictly in file order.
+/// How far one of a block's arrays is filled. Lines fill it strictly in file order.
 struct fill_t {
-    std::string_view full;     ///< names the array in the message of a line too many
-    std::string_view name;     ///< names it in the message of a shortage,
-    std::string_view too_few;  ///< which ends in these words
+    std::string_view full;     ///< the array's name in the message about a surplus line
+    std::string_view name;     ///< its name in the message about missing lines,
+    std::string_view too_few;  ///< and how that message ends
     std::uint64_t capacity = 0;
     std::uint64_t count = 0;
 };
 
-/// One key of a block: a line that starts with `name` hands its value to `read`.
+/// One key of a block: `read` takes the value of each line that starts with `name`.
 template <typename Block>
 struct block_key_t {
     line_key name;
-    /// What follows the line number when the line holds no space; none for a key that stays silent then.
+    /// The message, after the line number, for a line without a space; empty for no message.
     std::string_view missing;
     void (*read)(Block&, std::string_view value);
-    /// The array that the line fills. `read` writes entry `count`; a full array ends the block, also at a
-    /// line without a value, which fills nothing.
+    /// The array that the line fills, or null. `read` writes entry `count`. A further line for a full array
+    /// ends the block, even a line without a value, which would fill nothing.
     fill_t Block::*fill = nullptr;
 };
 
-/// True when no key begins with another one: each line then matches one key at most, and the order in which
-/// keys are tried is of no consequence.
+/// True when no key is a prefix of another one. A line then matches at most one key, so the order in which
+/// keys are tried does not matter.
 template <typename Block, std::size_t N>
 constexpr bool is_prefix_free(const std::array<block_key_t<Block>, N>& keys) {
     for (const auto& key : keys) {
@@ -46,7 +46,7 @@ constexpr bool is_prefix_free(const std::array<block_key_t<Block>, N>& keys) {
     return true;
 }
 
-/// The keys of two tables in one.
+/// Concatenates two tables of keys.
 template <typename Block, std::size_t N, std::size_t M>
 constexpr std::array<block_key_t<Block>, N + M> joined(const std::array<block_key_t<Block>, N>& first,
                                                        const std::array<block_key_t<Block>, M>& second) {
@@ -65,7 +65,7 @@ key_names_t names_of(const std::array<block_key_t<Block>, N>& keys) {
     return names;
 }
 
-/// The array that a key fills, null for none. Blocks without arrays say so by `has_arrays`.
+/// The array that a key fills, or null. A block without arrays sets `has_arrays` to false.
 template <typename Block>
 fill_t* fill_of(Block& block, const block_key_t<Block>& key) {
     if constexpr (Block::has_arrays)
@@ -76,15 +76,15 @@ fill_t* fill_of(Block& block, const block_key_t<Block>& key) {
 
 enum class block_end_t { end_line, end_of_file, over_run };
 
-/// Finds the keys of a block's lines. Lines come in patterns (tangent, binormal, normal, tangent, ...): the
-/// key that followed the previous line's key last time is tried before the whole table.
+/// Finds the key of each line of a block. Lines come in patterns (tangent, binormal, normal, tangent, ...),
+/// so the key that last followed the previous line's key is tried before the whole table.
 template <typename Block, std::size_t N>
 class key_finder {
   public:
-    /// `keys` are prefix-free.
+    /// `block_keys` must be prefix-free and outlive the finder.
     explicit key_finder(const std::array<block_key_t<Block>, N>& block_keys) : keys(block_keys) {}
 
-    /// Null for a line that holds none of the keys.
+    /// Null for a line that starts with none of the keys.
     const block_key_t<Block>* find(const text_line_t& line) {
         std::size_t index = successor[previous];
         if (!line.starts_with_key(keys[index].name)) {
@@ -104,8 +104,8 @@ class key_finder {
     std::size_t previous = 0;
 };
 
-/// Hands the value of a line to its key, or says on `log` that there is none. False when the array that the
-/// key fills is full, which is asked first.
+/// Passes the value of a line to its key, or logs that the value is missing. False, with a message, when the
+/// key's array is already full; that is checked first.
 template <typename Block>
 [[nodiscard]] bool read_key_line(const block_key_t<Block>& key, Block& block, const text_line_t& line,
                                  line_log& log) {
@@ -125,8 +125,9 @@ template <typename Block>
     return true;
 }
 
-/// Reads the lines of a block up to one that starts with "end". Lines that hold none of the keys are offered
-/// to `Block::read_other(line, log)`, which returns false when it does not know them either.
+/// Reads the lines of a block up to one that starts with "end", and returns what ended the block. A line that
+/// starts with none of the keys goes to `Block::read_other(line, log)`; if that returns false and the line is
+/// neither blank nor a comment, it is logged as illegal.
 template <typename Block, std::size_t N>
 block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Block& block, text_line_t& line,
                              text_lines& input, line_log& log) {
@@ -146,7 +147,7 @@ block_end_t read_block_lines(const std::array<block_key_t<Block>, N>& keys, Bloc
     return block_end_t::end_of_file;
 }
 
-/// Says on `log` which arrays are not full, in the order given. True when all are.
+/// True when all arrays are full. Logs a message for each one that is not, in the order given.
 template <typename... Fills>
 [[nodiscard]] bool all_filled(line_log& log, const Fills&... fills) {
     const auto is_full = [&log](const fill_t& fill) {

@@ -6,15 +6,16 @@
 
 namespace ulk3d {
 
-/// What a block claims by its opening line: the bytes that its arrays take up, and the bytes that the lines
-/// which fill them have at least. Saturated: what a file claims may be any number.
+/// What the opening line of a block announces: the bytes that its arrays take, and the fewest bytes that the
+/// lines which fill them can have. Computed with saturation, since a file may announce any number.
 struct block_size_t {
     std::uint64_t arrays = 0;
     std::uint64_t lines = 0;
 };
 
-/// True when the rest of a file can fill what a block claims. Arrays of a mebibyte are granted unseen, so
-/// that a small block that lacks some lines hears which ones.
+/// True when the rest of a file is long enough to fill the arrays that a block announces. Arrays of up to a
+/// mebibyte always pass, so that for a small incomplete block the reader still reports which lines are
+/// missing.
 [[nodiscard]] inline bool is_within_reach(const block_size_t& size, std::uint64_t rest_of_file) {
     constexpr std::uint64_t granted = std::uint64_t{1} << 20;
     // A last line may lack its line feed.

@@ -5,8 +5,8 @@
 
 namespace ulk3d {
 
-/// Writes the "color" lines of a block: only where the bytes differ from those of the point before, and at
-/// first from those of the colour that points have without any such line.
+/// Writes the "color" lines of a block, only where a point's colour in bytes differs from that of the point
+/// before. The first point is compared with `default_color`, which points have without any such line.
 class color_writer {
   public:
     color_writer();

@@ -9,11 +9,11 @@ namespace ulk3d {
 
 /// Reads the fields of a list value one after the other.
 ///
-/// Behind each field the scanner steps over exactly one character, whatever stands there: "1+1,2" read as
-/// plain numbers gives 1, 1, 2. It never steps past the terminator, so that missing fields are 0.
+/// After each field the scanner skips exactly one character, whatever it is: "1+1,2" read as plain numbers
+/// gives 1, 1, 2. It never moves past the terminator, so missing fields are 0.
 class field_scanner {
   public:
-    /// `text` ends in NUL and outlives the scanner.
+    /// `text` must be NUL-terminated and outlive the scanner.
     explicit field_scanner(const char* text) : cursor(text) {}
 
     /// An arithmetic expression, in single precision.

@@ -8,13 +8,13 @@
 
 namespace ulk3d {
 
-/// The messages of a block's reader, each a line that begins with the zero-based number of the line read.
-/// Nothing is formed before a message is due, and no locale changes the numbers.
+/// Writes the messages of a block's reader. Each is one line that begins with the zero-based number of the
+/// line last read. Text is only formatted when there is a message, and numbers look the same in every locale.
 class line_log {
   public:
     line_log(std::ostream& messages, std::uint64_t& line_counter) : log(messages), counter(line_counter) {}
 
-    /// Counts one line more.
+    /// Advances the line number by one.
     void step() { ++counter; }
 
     /// "<line><text>"; `text` begins with its colon.
@@ -35,7 +35,7 @@ class line_log {
     std::uint64_t& counter;
 };
 
-/// Writes pieces of text as one line.
+/// Writes the two texts as one line.
 void put_line(std::ostream& log, std::string_view first, std::string_view second = {});
 
 }  // namespace ulk3d

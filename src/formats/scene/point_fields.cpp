@@ -10,7 +10,7 @@ namespace ulk3d {
 
 namespace {
 
-/// The product is taken in double precision, sine and cosine in single.
+/// The multiplication is done in double precision; sine and cosine are taken in single precision.
 float radians(float degrees) {
     return static_cast<float>(static_cast<double>(degrees) * 0.017453292519943122);
 }
@@ -21,7 +21,7 @@ float byte_channel(std::uint32_t field) {
 
 }  // namespace
 
-// Braces fix the order: the fields are read from left to right.
+// Braced initialisers are evaluated from left to right, which is the order of the fields.
 
 col3a read_byte_color(field_scanner fields) {
     return {byte_channel(fields.uint()), byte_channel(fields.uint()), byte_channel(fields.uint()),

@@ -7,19 +7,19 @@ namespace ulk3d {
 class field_scanner;
 class text_output;
 
-/// The colour that a point takes before any colour line was read.
+/// The colour of points that precede any colour line.
 inline constexpr col3a default_color{0.5F, 0.5F, 0.5F, 1.0F};
 
-/// Four bytes, each cut to its low 8 bits: 255 becomes 1.
+/// Four integers, each truncated to its low 8 bits; 255 becomes 1.
 col3a read_byte_color(field_scanner fields);
 
-/// Four expressions, taken as they are.
+/// Four expressions, used unchanged.
 col3a read_float_color(field_scanner fields);
 
 /// x, y, z.
 pos3 read_position(field_scanner fields);
 
-/// The line that `read_position` reads back.
+/// Writes the "position" line that `read_position` reads back.
 void write_position(const pos3& position, text_output& output);
 
 /// Radius, angle in degrees, z: see circle_point.
@@ -31,10 +31,10 @@ pos3 read_sphere(field_scanner fields);
 /// Three plain numbers.
 dir3 read_direction(field_scanner fields);
 
-/// The point at `angle` degrees of the circle about the z axis at height z, from +y towards -x.
+/// The point on a circle about the z axis, at height z and at `angle` degrees, counted from +y towards -x.
 pos3 circle_point(float radius, float angle, float z);
 
-/// The point at `angle` degrees from +z and `around` degrees about the z axis, from +y towards -x.
+/// The point at `angle` degrees from +z and `around` degrees about the z axis, counted from +y towards -x.
 pos3 sphere_point(float radius, float angle, float around);
 
 }  // namespace ulk3d

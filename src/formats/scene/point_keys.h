@@ -4,10 +4,10 @@
 #include "formats/scene/field_scanner.h"
 #include "formats/scene/point_fields.h"
 
-/// The keys of points and their colours, which both kinds of surface block have.
+/// The keys for points and their colours, which both kinds of surface block share.
 ///
-/// A block has a `color`, which its next points take, `points`, the fill of its array of points, and
-/// `put_point(pos3)`, which writes entry `points.count`.
+/// A block provides `color`, the colour of the points that follow; `points`, the fill of its array of points;
+/// and `put_point(pos3)`, which writes entry `points.count`.
 namespace ulk3d {
 
 template <typename Block, col3a (*read)(field_scanner)>

@@ -49,7 +49,7 @@ bool read_environment(const char* path, environment_t& environment, std::uint64_
     }
     line_log messages(log, line_counter);
     environment_block block{environment};
-    // Nothing can run over, and a file that ends without "end" has ended the block just as well.
+    // The result is ignored: no array can overflow, and the end of the file ends this block as well as "end".
     read_block_lines(environment_keys, block, line, input, messages);
     if (!environment.initex(path)) {
         put_line(log, "environment.initex() failed.");

@@ -21,12 +21,12 @@ struct opening_t {
     std::uint64_t count1, order1, count2, order2;  // of 32 bits each
 };
 
-/// The cost of a basis function grows with the square of its order, and no surface has a use for orders like
-/// these.
+/// The cost of a basis function grows with the square of its order, and no real surface has an order beyond
+/// this.
 constexpr std::uint64_t highest_order = 1024;
 
 block_size_t size_of(const opening_t& opening) {
-    constexpr std::uint64_t knot_line = sizeof "knot1 ";  // the NUL counts for the line feed
+    constexpr std::uint64_t knot_line = sizeof "knot1 ";  // the NUL stands in for the line feed
     constexpr std::uint64_t weight_line = sizeof "weight ";
     constexpr std::uint64_t point_line = sizeof "circle ";
     constexpr std::uint64_t point_bytes = 2 * sizeof(control_point_t) + 2 * sizeof(float);
@@ -94,8 +94,8 @@ constexpr std::array own_keys = {
 constexpr auto nurbs_keys = joined(own_keys, point_keys<nurbs_block>);
 static_assert(is_prefix_free(nurbs_keys));
 
-/// Makes the tables for the numbers of the opening line; false when they are out of all proportion to the
-/// file or do not fit into memory.
+/// Allocates the tables for the sizes in the opening line. False, without a message, when these are out of
+/// all proportion to the file or do not fit into memory.
 bool allocate(nurbs_t& nurbs, const opening_t& opening, std::uint64_t rest_of_file) {
     if (opening.order1 > highest_order || opening.order2 > highest_order ||
         !is_within_reach(size_of(opening), rest_of_file))

@@ -17,7 +17,7 @@ namespace ulk3d {
 namespace {
 
 block_size_t size_of(std::uint64_t vertices, std::uint64_t elements) {  // of 32 bits each
-    constexpr std::uint64_t vertex_lines =                              // the NULs count for the line feeds
+    constexpr std::uint64_t vertex_lines =  // the NULs stand in for the line feeds
         sizeof "circle " + sizeof "tangent " + sizeof "binormal " + sizeof "normal ";
     constexpr std::uint64_t element_line = sizeof "element ";
     constexpr std::uint64_t vertex_bytes =
@@ -28,7 +28,7 @@ block_size_t size_of(std::uint64_t vertices, std::uint64_t elements) {  // of 32
             .lines = vertices * vertex_lines + elements * element_line};
 }
 
-/// The arrays of a model, mapped for as long as a block is read.
+/// The arrays of a model, mapped while its block is read.
 struct mapped_arrays {
     explicit mapped_arrays(polygon_t& polygon)
         : vertices(polygon.vertices), frames(polygon.normals), elements(polygon.elements) {}
@@ -65,7 +65,7 @@ struct polygon_block {
         return read_shared_key(line, surface_block_t::polygon, texture, log);
     }
 
-    /// New arrays have undefined contents; what the file has not filled becomes zero.
+    /// Zeroes the entries that the file has not filled, as new arrays have undefined contents.
     void zero_unfilled() const {
         std::ranges::fill(arrays.vertices.span().subspan(points.count), vertex_t{});
         std::ranges::fill(arrays.elements.span().subspan(elements.count), 0U);
@@ -78,7 +78,7 @@ struct polygon_block {
     }
 };
 
-/// The mesh has no resolution; files that carry one are fine.
+/// A mesh has no resolution, but the key is accepted.
 void ignore_value(polygon_block&, std::string_view) {}
 
 void read_texcoord(polygon_block& block, std::string_view value) {
@@ -111,8 +111,8 @@ constexpr std::array own_keys = {
 constexpr auto polygon_keys = joined(own_keys, point_keys<polygon_block>);
 static_assert(is_prefix_free(polygon_keys));
 
-/// Makes the arrays for the numbers of the opening line; false when they are out of all proportion to the
-/// file or do not fit into memory.
+/// Allocates the arrays for the sizes in the opening line. False, without a message, when these are out of
+/// all proportion to the file or do not fit into memory.
 bool allocate(polygon_t& polygon, std::uint64_t vertices, std::uint64_t elements,
               std::uint64_t rest_of_file) {
     return is_within_reach(size_of(vertices, elements), rest_of_file) &&

@@ -23,7 +23,7 @@ struct filter_list {};  ///< mipmap, nearlinear and maglinear in one list
 /// When a key is written.
 struct saving_t {
     bool is_written;
-    path_field beside;  ///< only beside a path that is not empty; null for always
+    path_field beside;  ///< only if this path is not empty; null for always
 };
 constexpr saving_t always{true, nullptr};
 constexpr saving_t never{false, nullptr};
@@ -35,9 +35,9 @@ struct shared_key_t {
     std::string_view name;
     std::variant<path_field, bool_field, expr_field, filter_list> target;
     saving_t saving;
-    /// What follows the line number when the line holds no space.
+    /// The message, after the line number, for a line without a space.
     std::string_view missing;
-    /// The same in a NURBS block where that differs.
+    /// The same for a NURBS block where it differs; empty where it does not.
     std::string_view missing_in_nurbs = {};
 };
 
@@ -65,7 +65,7 @@ constexpr std::array shared_keys = {
 
 struct filter_field_t {
     bool texture_t::*target;
-    std::string_view missing;  ///< for want of the comma in front of the field
+    std::string_view missing;  ///< the message when the comma before the field is missing
 };
 
 constexpr std::array filter_fields = {
@@ -74,7 +74,7 @@ constexpr std::array filter_fields = {
     filter_field_t{&texture_t::maglinear, ": maglinear is not set. "},
 };
 
-/// What was set before a comma that is missing stays set.
+/// The fields before a missing comma keep their new values.
 void read_filter_list(std::string_view value, const text_line_t& line, texture_t& texture, line_log& log) {
     for (const filter_field_t& field : filter_fields) {
         if (&field != filter_fields.data()) {
@@ -89,7 +89,7 @@ void read_filter_list(std::string_view value, const text_line_t& line, texture_t
     }
 }
 
-/// Stores a value in the form that the type of the target asks for.
+/// Parses a value according to the type of its target, and stores it.
 struct value_reader {
     std::string_view value;
     const text_line_t& line;

@@ -18,7 +18,7 @@ text_lines::text_lines(std::string_view text)
     std::copy(text.begin(), text.end(), window.get());
 }
 
-// One byte more than the file lets the read that finds its end go without a larger window.
+// One byte more than the file has, so that the read that finds its end does not need a larger window.
 text_lines::text_lines(libutils::file_descriptor&& source, std::uint64_t size)
     : file(std::move(source)),
       unread(size),
@@ -57,7 +57,8 @@ text_line_t text_lines::next() {
     return last;
 }
 
-/// Reads on behind the partial line at the cursor, which moves to the front of the window. False at the end.
+/// Moves the partial line at the cursor to the front of the window and reads more bytes behind it. False at
+/// the end of the file.
 bool text_lines::refill() {
     if (!file.is_open())
         return false;

@@ -12,7 +12,7 @@
 
 namespace ulk3d {
 
-/// A key that lines are compared with by the million: its first eight bytes are compared as one number.
+/// A key, prepared for comparison with millions of lines: its first eight bytes are compared as one number.
 class line_key {
   public:
     using head_t = std::uint64_t;
@@ -29,7 +29,7 @@ class line_key {
     }
 
     constexpr std::string_view name() const { return whole; }
-    /// True when the first eight bytes of a line are those of the key, as far as it reaches.
+    /// True when the first eight bytes of a line match the key, as far as the key reaches.
     constexpr bool fits(head_t line_head) const { return (line_head & mask) == head; }
 
   private:
@@ -38,8 +38,8 @@ class line_key {
     head_t mask = 0;
 };
 
-/// A line without its line feed; a CR before it belongs to the line. The bytes stand in the reader's window
-/// and are valid until its next read. A NUL stands behind the last byte; others may stand inside.
+/// A line without its line feed; a CR before that is part of the line. The bytes lie in the reader's window
+/// and are valid until its next read. They are NUL-terminated, and may contain further NULs.
 struct text_line_t {
     const char* text = "";
     std::size_t length = 0;
@@ -58,22 +58,22 @@ struct text_line_t {
         return key.fits(head) && (key.name().size() <= line_key::head_size || starts_with(key.name()));
     }
 
-    /// Nothing at all, or a lone CR.
+    /// Empty, or a lone CR.
     bool is_blank() const { return length == 0 || (length == 1 && *text == '\r'); }
     bool is_comment() const { return *text == '#'; }
 };
 
-/// Cuts a text into lines at LF, in one pass and with one window of memory that only a long line makes grow.
+/// Splits a text into lines at LF, in one pass, through one window of memory that grows only for a long line.
 ///
-/// A last line without a line feed is a line like any other. The read behind the last line yields an empty
-/// line, and only then `failed` is true.
+/// A last line without a line feed counts like any other. Reading on after the last line yields an empty
+/// line, and only then does `failed` become true.
 class text_lines {
   public:
     /// The lines of a text in memory, which is copied.
     explicit text_lines(std::string_view text);
 
-    /// The lines of a file. `is_open` is false when the path can not be opened or is no plain file. A file
-    /// that shrinks or breaks while it is read ends there.
+    /// The lines of a file. `is_open` is false, without a message, when the path can not be opened or is not
+    /// a plain file. A file that shrinks or fails while it is read ends there.
     static text_lines open(const char* path);
 
     bool is_open() const { return opened; }
@@ -83,7 +83,7 @@ class text_lines {
     /// True after the read that found no further line.
     bool failed() const { return at_end; }
 
-    /// Bytes of the text behind the line that was read last.
+    /// Bytes of the text after the line that was read last.
     std::uint64_t remaining() const { return limit - cursor + unread; }
 
   private:
@@ -92,7 +92,7 @@ class text_lines {
 
     libutils::file_descriptor file;
     std::uint64_t unread = 0;        ///< bytes of the file that are not in the window yet
-    std::unique_ptr<char[]> window;  ///< `capacity` bytes and one for a terminator
+    std::unique_ptr<char[]> window;  ///< `capacity` bytes and one more for a terminator
     std::size_t capacity = 0;
     std::size_t cursor = 0;  ///< start of the next line
     std::size_t limit = 0;   ///< end of the bytes in the window

@@ -9,13 +9,13 @@
 
 namespace ulk3d {
 
-/// Writes the lines of a text file through one buffer; a line ends in CR LF, numbers have the default form of
-/// a stream ("%g") in every locale.
+/// Writes the lines of a text file through one buffer. A line ends in CR LF; numbers have a stream's default
+/// form ("%g") in every locale.
 ///
 /// After a failure nothing more is written and `failed` stays true.
 class text_output {
   public:
-    /// Opens as output_file does; a FIFO needs a reader.
+    /// Opens the path as output_file does; a FIFO needs a reader. `failed` reports a failure to open.
     explicit text_output(const char* path) : file(path, libutils::fifo_t::needs_reader) {}
 
     /// Writes one line made of texts, characters and numbers.
@@ -27,14 +27,14 @@ class text_output {
             flush();
     }
 
-    /// Hands the buffered bytes to the system. False after this or an earlier failure, which `complete` tells
-    /// of as well.
+    /// Passes the buffered bytes to the system. False after this or an earlier failure; `complete` reports it
+    /// too, so the result may be ignored.
     bool flush();
 
-    /// Flushes and closes. True when all bytes have reached the file.
+    /// Flushes and closes. True when all bytes have reached the file; false also after any earlier failure.
     [[nodiscard]] bool complete();
 
-    /// Marks the output as failed: what was to be written is not at hand.
+    /// Marks the output as failed because its content is not available.
     void fail() { file.fail(); }
     bool failed() const { return file.failed(); }
 

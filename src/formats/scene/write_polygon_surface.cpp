@@ -54,7 +54,7 @@ bool write_polygon_surface(const texture_t& texture, const polygon_t& polygon, t
     const array_span<const vertex_t> vertices(polygon.vertices);
     const const_index_span elements(polygon.elements);
     const array_span<const frame_t> frames(polygon.normals);
-    // An array that can not be mapped would leave a block that announces more than it holds.
+    // With an array that can not be mapped the block would announce more than it contains.
     if (vertices.size() != vertex_count || elements.size() != element_count || frames.size() != vertex_count)
         output.fail();
     write_vertices(vertices.span(), output);

@@ -19,10 +19,10 @@ using libutils::file_descriptor;
 
 namespace {
 
-/// A strip of one triangle and its mark.
+/// A strip of one triangle and its restart mark.
 constexpr std::uint64_t elements_per_triangle = 4;
 
-/// Reads until `size` bytes are there or the file ends; the count of bytes read.
+/// Reads `size` bytes, or fewer when the file ends. Returns the number of bytes read.
 std::size_t read_block(const file_descriptor& file, char* target, std::size_t size) {
     std::size_t total = 0;
     while (total < size) {
@@ -34,12 +34,12 @@ std::size_t read_block(const file_descriptor& file, char* target, std::size_t si
     return total;
 }
 
-/// The triangles whose corners lie in `bytes` bytes: the last one may lack its attribute.
+/// The number of triangles whose corners lie within `bytes` bytes; the last one may lack its attribute.
 std::uint64_t whole_triangles(std::uint64_t bytes) {
     return (bytes + stl::attribute_size) / stl::record_size;
 }
 
-/// Reads the header and the count. The triangles that the count announces and the file holds.
+/// Reads the header and the count. Returns the number of triangles that are both announced and present.
 std::uint64_t count_triangles(const file_descriptor& file, std::uint64_t file_size) {
     char prologue[stl::prologue_size];
     if (read_block(file, prologue, sizeof prologue) < sizeof prologue || file_size < sizeof prologue)
@@ -54,7 +54,7 @@ bool allocate(polygon_t& polygon, std::uint64_t triangle_count) {
         [&] { return polygon.allocate(3 * triangle_count, elements_per_triangle * triangle_count); });
 }
 
-/// The frame of a triangle by its winding, not by what the file says.
+/// The frame of a triangle, computed from its winding; the file's normal is ignored.
 frame_t flat_frame(const pos3& a, const pos3& b, const pos3& c) {
     const dir3 along_first = normalize(b - a);
     const dir3 tangent = normalize(c - a);
@@ -85,8 +85,8 @@ struct triangle_soup {
     }
 };
 
-/// Fills the arrays from the file at its cursor. A file that got shorter meanwhile leaves the rest as it is:
-/// zero vertices that no element refers to.
+/// Fills the arrays from the file's current position. If the file has become shorter in the meantime the
+/// remaining entries are left unchanged.
 void read_triangles(const file_descriptor& file, std::uint64_t triangle_count, const triangle_soup& soup) {
     constexpr std::uint64_t most_at_once = 4096;
     const std::uint64_t block_triangles = std::min(triangle_count, most_at_once);
@@ -105,8 +105,8 @@ void read_triangles(const file_descriptor& file, std::uint64_t triangle_count, c
     }
 }
 
-/// Reads the triangles into the buffers of a mesh that was allocated for them. False when these can not be
-/// mapped.
+/// Reads the triangles into the buffers of a mesh that was allocated for them. False when the buffers can not
+/// be mapped.
 bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangle_count) {
     const array_span<vertex_t> vertices(polygon.vertices);
     const array_span<frame_t> frames(polygon.normals);

@@ -4,15 +4,16 @@
 
 namespace ulk3d {
 
-/// Appends the mesh of a binary STL file to `scene.models`: three vertices, a strip of its own and a flat
-/// tangent frame for each triangle; no two vertices are merged. The file's header, its normals and its
-/// attributes count for nothing. A GL context must be current.
+/// Appends the mesh of a binary STL file to `scene.models`: each triangle gets three vertices, its own strip
+/// and a flat tangent frame; vertices are not merged. The file's header, normals and attributes are ignored.
+/// A GL context must be current.
 ///
-/// A triangle is there when its three corners are: a file that ends early, or whose count says too much,
-/// gives those that it holds, an empty file an empty mesh. A text is taken for what its bytes mean.
+/// A triangle counts when its three corners are present: a file that ends early, or whose count is too high,
+/// gives the triangles that it contains; an empty file gives an empty mesh. An ASCII file is read as if it
+/// were binary.
 ///
-/// False, without a message, when the path can not be opened or is no plain file, and then also when the
-/// arrays can not be allocated: the new model is left in the list for the caller to drop.
+/// False, without a message, when the path can not be opened or is not a plain file, and when the arrays can
+/// not be allocated or mapped; in the latter case the new model is left in the list for the caller to drop.
 [[nodiscard]] bool load_stl(const char* path, scene_t& scene);
 
 }  // namespace ulk3d

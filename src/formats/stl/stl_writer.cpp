@@ -18,15 +18,15 @@ using libutils::byte_output;
 
 namespace {
 
-/// The unit normal of a triangle; the zero vector where there is none.
+/// The unit normal of a triangle; the zero vector for a degenerate one.
 dir3 unit_normal(const pos3& a, const pos3& b, const pos3& c) {
     const dir3 normal = triangle_normal(a, b, c);
     const float size = length(normal);
     return size == 0 ? dir3{} : normal * (1 / size);
 }
 
-/// Calls `visit(const stl::triangle_t&)` for each triangle of a mesh, in the order of the strips. An array
-/// that can not be mapped would leave triangles out: the output is marked as failed.
+/// Calls `visit(const stl::triangle_t&)` for each triangle of a mesh, in the order of the strips. Marks the
+/// output as failed when an array can not be mapped, as triangles would be missing.
 template <typename Output, typename Visit>
 void visit_triangles(const polygon_t& polygon, Output& output, Visit&& visit) {
     const array_span<const vertex_t> vertices(*polygon.array(0));
@@ -41,15 +41,15 @@ void visit_triangles(const polygon_t& polygon, Output& output, Visit&& visit) {
     });
 }
 
-/// The path as far as it fits, and zero bytes where it ends earlier.
+/// Writes the path, truncated or padded with zero bytes to the size of the header.
 void write_header(const char* path, byte_output& output) {
     char* const header = output.append(stl::header_size);
     std::memset(header, 0, stl::header_size);
     std::memcpy(header, path, strnlen(path, stl::header_size));
 }
 
-/// Writes a whole file; `write_all` writes the triangles and gives their number, which goes back into the
-/// place that was left for it.
+/// Writes a whole file. `write_all` writes the triangles and returns their number, which is then stored in
+/// the place reserved for it.
 template <typename WriteAll>
 bool save_binary(const char* path, WriteAll&& write_all) {
     byte_output output(path, libutils::fifo_t::needs_reader);
@@ -118,7 +118,7 @@ bool save_stl_ascii(const char* path, const model_list_t& models) {
         visit_triangles(entry->polygon, output,
                         [&](const stl::triangle_t& triangle) { write_ascii_triangle(triangle, output); });
     }
-    // The name is not repeated, the blank before it stays.
+    // The name is not repeated, but the space before it is kept.
     output.line("endsolid ");
     return output.complete();
 }

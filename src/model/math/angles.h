@@ -2,7 +2,8 @@
 
 namespace ulk3d {
 
-/// Between degrees, the unit of every interface, and radians. The product is formed in double precision.
+/// Conversions between degrees, the unit of every interface, and radians. The product is computed in double
+/// precision.
 constexpr float to_radians(float degrees) {
     return static_cast<float>(static_cast<double>(degrees) * 0.017453292519943122);
 }

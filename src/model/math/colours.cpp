@@ -19,7 +19,7 @@ float byte_to_chroma(std::uint8_t byte) {
 std::uint8_t chroma_to_byte(float chroma) {
     const float steps = chroma * 127;
     const int rounded = static_cast<int>(steps < 0 ? steps - 0.5F : steps + 0.5F);
-    // In a byte, 128 less and 128 more are the same.
+    // In a byte, subtracting 128 and adding 128 are the same.
     return static_cast<std::uint8_t>(rounded - chroma_zero);
 }
 

@@ -4,13 +4,13 @@
 
 #include "model/math/records.h"
 
-/// Colours between bytes and floats, and between RGB and YCbCr in bytes.
+/// Conversions of colours between bytes and floats, and between RGB and YCbCr in bytes.
 namespace ulk3d {
 
-/// One 255th, as every file and image conversion uses it.
+/// One 255th, with the value that every file and image conversion uses.
 inline constexpr float byte_scale = 0.003921569F;
 
-/// Matrices on row vectors, of channels in 0..1 and Cb and Cr in -1..1 (of which half is used).
+/// Matrices for row vectors. Channels are in 0..1, Cb and Cr in -1..1 (of which half is used).
 inline constexpr mtx3w ycbcr_to_rgb_matrix{{1, 1, 1, 0,               //
                                             0, -0.34414F, 1.772F, 0,  //
                                             1.402F, -0.71414F, 0, 0,  //
@@ -24,13 +24,13 @@ constexpr float byte_to_channel(std::uint8_t byte) {
     return static_cast<float>(byte) * byte_scale;
 }
 
-/// Not-a-number counts as 1, then clamped to 0..1 and rounded to 0..255.
+/// Treats not-a-number as 1, then clamps to 0..1 and rounds to 0..255.
 std::uint8_t channel_to_byte(float channel);
 
 col3a bytes_to_colour(const col3aub& bytes);
 col3aub colour_to_bytes(const col3a& colour);
 
-/// Three bytes Y, Cb, Cr, where 128 is the zero of Cb and Cr, stand in r, g, b of the YCbCr side.
+/// On the YCbCr side r, g and b hold the bytes Y, Cb and Cr, where 128 is the zero of Cb and Cr.
 col3ub ycbcr_to_rgb(const col3ub& ycbcr);
 col3ub rgb_to_ycbcr(const col3ub& rgb);
 

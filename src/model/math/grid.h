@@ -4,17 +4,17 @@
 
 #include "model/math/records.h"
 
-/// Rounding to multiples of a grid step g, which is above 0; of a number, or of each axis of a point with
-/// one step for all axes or one step per axis.
+/// Rounding to multiples of a grid step g, which is above 0: of a number, or of a point, with one step for
+/// all axes or one step per axis.
 namespace ulk3d {
 
-/// The multiple of g next to v on the side of zero.
+/// The multiple of g nearest to v on the side of zero.
 inline float grid_trunc(float v, float g) {
     // Adding 0 turns the -0 of a small negative quotient into 0, so that no coordinate is shown as "-0".
     return (std::trunc(v / g) + 0.0F) * g;
 }
 
-/// `grid_trunc`, and one step up where v is above that.
+/// `grid_trunc`, raised by one step when v is above it.
 inline float grid_ceil(float v, float g) {
     const float below = grid_trunc(v, g);
     return v > below ? below + g : below;

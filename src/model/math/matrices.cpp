@@ -9,7 +9,7 @@
 namespace ulk3d {
 namespace {
 
-/// The determinant of what is left of m without one row and one column.
+/// The determinant of m without one row and one column.
 float minor(const mtx3w& m, std::size_t row, std::size_t column) {
     std::array<float, 9> e{};
     std::size_t n = 0;
@@ -82,7 +82,7 @@ mtx3w rotation(float degrees, const dir3& axis) {
     const float s = std::sin(angle);
     const dir3 n = normalize(axis);
     const float u[3] = {n.x, n.y, n.z};
-    // The cross product with the axis, as a matrix on row vectors.
+    // The cross product with the axis as a matrix for row vectors.
     const float turn[3][3] = {{0, n.z, -n.y}, {-n.z, 0, n.x}, {n.y, -n.x, 0}};
     mtx3w out = mtx_identity;
     for (std::size_t i = 0; i < 3; ++i)

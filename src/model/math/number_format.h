@@ -6,9 +6,9 @@
 
 namespace ulk3d {
 
-/// Puts a stream into the number format of the debugging forms while it lives: std::fixed, decimal, and no
-/// grouping or decimal comma of a locale (the toolkit makes the user's locale the global one of C++, and new
-/// streams start with it). Flags and locale are restored afterwards.
+/// Gives a stream the number format of the debugging forms for as long as this object lives: std::fixed,
+/// decimal, and neither grouping nor decimal comma of a locale (the toolkit makes the user's locale the
+/// global one of C++, and new streams start with it). The destructor restores flags and locale.
 class number_format {
   public:
     explicit number_format(std::ostream& stream) : os(stream), flags(os.flags()), locale(os.getloc()) {
@@ -25,7 +25,7 @@ class number_format {
 
   private:
     void set_locale(const std::locale& wanted) {
-        // An imbue flushes a file's buffer, so it is left out where nothing changes.
+        // An imbue flushes a file's buffer, so it is skipped where it would change nothing.
         if (os.getloc() != wanted)
             os.imbue(wanted);
     }

@@ -4,13 +4,13 @@
 
 #include "model/math/records.h"
 
-/// One fixed text form per record, the record's name and its values in order: "pos3(1.000000, 0.500000,
-/// ...)".
+/// One fixed text form for each record: the record's name and its values in order, as in "pos3(1.000000,
+/// 0.500000, ...)".
 ///
-/// Floating values print as std::fixed with the stream's own precision, integers in decimal, bytes of colours
-/// as two lower-case hexadecimal digits each, one after the other: "col3aub(ff8000ff)". A colour of bytes on
-/// a stream with `showbase` has one "0x" ahead of its name. Numbers look the same in every locale. The
-/// stream's flags and its locale are as before when the operator returns.
+/// Floating-point values are printed as std::fixed with the stream's own precision, integers in decimal, and
+/// the bytes of a colour as two lower-case hexadecimal digits each, without separators: "col3aub(ff8000ff)".
+/// On a stream with `showbase` a colour of bytes has one "0x" before its name. Numbers look the same in every
+/// locale. The operators leave the stream's flags and locale as they were.
 namespace ulk3d {
 
 std::ostream& operator<<(std::ostream& os, const pos3& v);
@@ -35,7 +35,7 @@ std::ostream& operator<<(std::ostream& os, const txc2& v);
 std::ostream& operator<<(std::ostream& os, const txc2q& v);
 std::ostream& operator<<(std::ostream& os, const txc3& v);
 std::ostream& operator<<(std::ostream& os, const txc3q& v);
-/// Four rows, each on a line of its own behind a tab.
+/// Four rows, each on its own line after a tab.
 std::ostream& operator<<(std::ostream& os, const mtx3w& v);
 std::ostream& operator<<(std::ostream& os, const col3aub& v);
 std::ostream& operator<<(std::ostream& os, const col3ub& v);

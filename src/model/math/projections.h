@@ -9,26 +9,26 @@ namespace ulk3d {
 /// Half the diagonal of a film frame of 36 by 24.
 inline constexpr double half_frame_diagonal = 21.633307652783937;
 
-/// A diagonal of 90 degrees, aspect 4 to 3, near 0.1, far 1000.1.
+/// Field of view 90 degrees over the diagonal, aspect 4 to 3, near 0.1, far 1000.1.
 constexpr lens_t lens_default() {
     return {};
 }
 
-/// aspect = w / h
+/// Sets the aspect to w / h.
 void lens_set_aspect(lens_t& lens, double w, double h);
 
-/// Sets the field of view that a focal length has on a film frame.
+/// Sets the field of view that a focal length, in the units of the film frame, has on it.
 void lens_focal_to_fov(lens_t& lens, double focal);
 
-/// tan(fov / 2) times half the frame's diagonal. It grows with the field of view, so it is not the inverse
-/// of `lens_focal_to_fov`.
+/// tan(fov / 2) times half the frame's diagonal. It grows with the field of view, so it is not the inverse of
+/// `lens_focal_to_fov`.
 double lens_fov_to_focal(const lens_t& lens);
 
-/// The frustum of a lens, given by its extent at the near or at the far plane.
+/// The frustum of a lens, described by its extent at the near or at the far plane.
 projection lens_to_projection_near(const lens_t& lens);
 projection lens_to_projection_far(const lens_t& lens);
 
-/// half_width = w / h
+/// Sets half_width to w / h.
 void ortho_set_aspect(ortho_t& camera, double w, double h);
 
 /// The box of an orthographic camera, from -1 to 1 in height.

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Plain value records of space, colour and projection. Every record has exactly its natural size, because
-/// arrays of them are mapped straight onto GL buffers.
+/// Plain value records of space, colour and projection. Every record has exactly the size of its members,
+/// because arrays of them are mapped straight onto GL buffers.
 namespace ulk3d {
 
-/// A direction or difference of positions.
+/// A direction, or a difference of positions.
 struct dir3 {
     float x = 0, y = 0, z = 0;
     bool operator==(const dir3&) const = default;
@@ -46,7 +46,7 @@ struct qua {
     bool operator==(const qua&) const = default;
 };
 
-/// Rotation by `angle` degrees about `axis` (unit length, or the identity's (0, 0, 1)).
+/// Rotation by `angle` degrees about `axis`, which has unit length ((0, 0, 1) for the identity).
 struct rot3 {
     float angle = 0;
     dir3 axis{0, 0, 1};
@@ -84,7 +84,7 @@ struct ang3 {
     bool operator==(const ang3&) const = default;
 };
 
-/// The scalar `s` of two directions and the vector `d` that goes with it, see `srt3_from_dirs`.
+/// The scalar `s` of two directions and the vector `d` that belongs to it, see `srt3_from_dirs`.
 struct srt3 {
     float s = 0;
     dir3 d;
@@ -215,7 +215,7 @@ struct line2d {
     bool operator==(const line2d&) const = default;
 };
 
-/// A line in space by its direction and the way into its own coordinates and back.
+/// A line in space, by its direction and the matrices into its own coordinates and back.
 struct line3d {
     dir3 d;
     mtx3w to_local, from_local;

@@ -9,7 +9,8 @@
 namespace ulk3d {
 namespace {
 
-/// The angle of a cosine, in radians; rounding beyond -1..1 must not make it a not-a-number.
+/// The angle of a cosine, in radians; values that rounding has brought outside -1..1 must not give
+/// not-a-number.
 float safe_acos(float cosine) {
     return std::acos(std::clamp(cosine, -1.0F, 1.0F));
 }
@@ -75,9 +76,9 @@ rot3 rot3_from_dirs(const dir3& a, const dir3& b) {
 mtx3w rotation_to_level(const dir3& unit_normal) {
     const dir3 up{0, 0, 1};
     const bool points_down = unit_normal.z < 0 && length(cross(unit_normal, up)) == 0;
-    // rot3_from_dirs has no axis for opposite vectors and gives the identity, which would leave the outline
-    // of a downward triangle running clockwise: nothing would ever count as inside of it. Any half turn about
-    // a level axis will do.
+    // rot3_from_dirs finds no axis for opposite vectors and returns the identity, which would leave the
+    // outline of a downward triangle running clockwise: nothing would ever count as inside it. Any half turn
+    // about a level axis will do.
     if (points_down)
         return rotation(180, {1, 0, 0});
     return rot3_to_mtx(rot3_from_dirs(unit_normal, up));

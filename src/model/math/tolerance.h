@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// The one tolerance of all compares of the model code.
+/// The one tolerance of all comparisons in the model code.
 inline constexpr float eps = 2e-5F;
 
 /// |a - b| <= eps

@@ -13,8 +13,8 @@
 namespace ulk3d {
 namespace {
 
-/// The angle between sides p and q opposite to side r, folded into 0 to 90 degrees: the absolute value is
-/// wanted. Rounding above 1 must not cost the angle of a thin triangle.
+/// The angle between sides p and q, opposite to side r, folded into 0 to 90 degrees: taking the absolute
+/// value is intended. Rounding above 1 must not lose the angle of a thin triangle.
 float corner_angle(float p, float q, float r) {
     const float cosine = std::fabs((p * p + q * q - r * r) / (2 * p * q));
     return std::acos(std::min(cosine, 1.0F));

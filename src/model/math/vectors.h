@@ -7,7 +7,7 @@
 #include "model/math/records.h"
 #include "model/math/tolerance.h"
 
-/// Arithmetic of positions and directions, in single precision and in the written order, left to right.
+/// Arithmetic of positions and directions, in single precision and in the order as written, left to right.
 namespace ulk3d {
 
 inline constexpr pos3 origin{0, 0, 0};
@@ -60,7 +60,7 @@ constexpr pos3& operator-=(pos3& p, const dir3& v) {
     return p = p - v;
 }
 
-/// Sums and multiples of positions, as weighted means and centroids need them.
+/// Sums and multiples of positions, for weighted means and centroids.
 constexpr pos3 operator+(const pos3& a, const pos3& b) {
     return {a.x + b.x, a.y + b.y, a.z + b.z};
 }
@@ -74,7 +74,7 @@ constexpr pos3 operator/(const pos3& p, float s) {
     return {p.x / s, p.y / s, p.z / s};
 }
 
-/// The lesser and the greater coordinate of each axis.
+/// The lesser, or the greater, coordinate on each axis.
 constexpr pos3 component_min(const pos3& a, const pos3& b) {
     return {std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)};
 }
@@ -94,7 +94,7 @@ constexpr vec3w homogenize(const pos3& p) {
     return {p.x, p.y, p.z, 1};
 }
 
-/// (x / w, y / w, z / w), through one reciprocal of w. w = 0 gives infinities or not-a-numbers.
+/// (x / w, y / w, z / w), computed with one reciprocal of w. w = 0 gives infinities or not-a-numbers.
 constexpr pos3 dehomogenize(const vec3w& v) {
     const float r = 1 / v.w;
     return {v.x * r, v.y * r, v.z * r};
@@ -111,7 +111,7 @@ constexpr float dot(const dir3& a, const dir3& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-/// Height of a point along a direction, as plane values need it.
+/// Height of a point along a direction, as used for plane values.
 constexpr float dot(const dir3& a, const pos3& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
@@ -120,7 +120,7 @@ inline float length(const dir3& v) {
     return std::sqrt(dot(v, v));
 }
 
-/// Unit vector; a zero length gives the zero vector.
+/// The unit vector; a zero vector stays zero.
 inline dir3 normalize(const dir3& v) {
     const float l = length(v);
     return l == 0 ? dir3{} : v / l;
@@ -142,7 +142,8 @@ constexpr float triple(const dir3& a, const dir3& b, const dir3& c) {
     return dot(c, cross(a, b));
 }
 
-/// (b - a) cross (c - b): towards the side from which a, b, c run counter-clockwise; twice the area long.
+/// (b - a) cross (c - b): points to the side from which a, b, c run counter-clockwise; its length is twice
+/// the area.
 constexpr dir3 face_normal(const pos3& a, const pos3& b, const pos3& c) {
     return cross(b - a, c - b);
 }
@@ -156,7 +157,7 @@ constexpr float det4p(const pos3& a, const pos3& b, const pos3& c, const pos3& d
     return triple(b - a, c - a, d - a);
 }
 
-/// The rise of a soft bump: 0 at t = 0, 1 at t = 1, a half wave of the cosine between.
+/// The rise of a soft bump: 0 at t = 0, 1 at t = 1, half a cosine wave in between.
 inline float bell(float t) {
     return (std::cos((t - 1) * 3.1415927F) + 1) * 0.5F;
 }

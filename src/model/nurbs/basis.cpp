@@ -21,7 +21,7 @@ float interval_function(std::uint64_t n, float t, knot_view_t knots) {
     return t >= knots[n] && t <= knots[n + 1] ? 1.0F : 0.0F;
 }
 
-/// First n below `end` from which `holds` is false, when it is true before and false after.
+/// The first n below `end` for which `holds` is false, given that it is true before and false after.
 template <typename Holds>
 std::uint64_t partition_point(std::uint64_t end, Holds holds) {
     std::uint64_t begin = 0;
@@ -35,7 +35,8 @@ std::uint64_t partition_point(std::uint64_t end, Holds holds) {
     return begin;
 }
 
-/// The intervals from the first to the last whose function of order 1 is not 0; empty when all are.
+/// The range of intervals from the first to the last whose function of order 1 is not 0; empty when all are
+/// 0.
 range_t active_intervals(std::uint64_t intervals, float t, knot_view_t knots, bool ascending) {
     range_t active{0, intervals};
     if (ascending) {
@@ -54,13 +55,13 @@ range_t touched_functions(std::uint64_t count, std::uint64_t order, range_t acti
     return {active.begin - std::min(active.begin, order - 1), std::min(active.end, count)};
 }
 
-/// Raises the functions of order `order - 1` that stand in `values`, numbers `range`, to `order` in place.
-/// Functions outside the range are +0. Numbers from `limit` on do not exist in the new order; returns the
-/// new range, in which `values` starts at `base` in both orders.
+/// Raises the functions of order `order - 1` with the numbers `range`, which are in `values`, to `order` in
+/// place. Functions outside the range are +0. Numbers from `limit` on do not exist in the new order. Returns
+/// the new range; in both orders `values` starts with number `base`.
 range_t raise_order(range_t range, std::uint64_t order, std::uint64_t limit, float t, knot_view_t knots,
                     std::span<float> values, std::uint64_t base) {
-    // A function gives a rising share to its own number and a falling one to the number before, both over
-    // the same denominator.
+    // Each function contributes a rising share to the function with its own number and a falling share to the
+    // one before, both over the same denominator.
     float rising = 0;
     for (std::uint64_t n = range.begin; n < range.end; ++n) {
         const float value = values[n - base];
@@ -80,8 +81,8 @@ range_t raise_order(range_t range, std::uint64_t order, std::uint64_t limit, flo
     return {range.begin - std::min<std::uint64_t>(range.begin - base, 1), std::min(range.end, limit)};
 }
 
-/// Writes the functions `touched` to `values`, which has room for one more than the intervals that they rest
-/// on.
+/// Writes the functions `touched` to `values`, which has room for one more than the number of intervals that
+/// they rest on.
 void evaluate(std::uint64_t count, std::uint64_t order, float t, knot_view_t knots, range_t active,
               range_t touched, std::span<float> values) {
     std::fill(values.begin(), values.end(), 0.0F);

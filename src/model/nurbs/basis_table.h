@@ -15,16 +15,16 @@ struct sample_range_t {
     std::uint32_t size() const { return end - begin; }
 };
 
-/// The knot vectors of all rows, or of all columns, of a net: one in each row of `knots`. Those that are
+/// The knot vectors of all rows, or of all columns, of a net, one in each row of `knots`. Those that are
 /// equal bit for bit are of one kind.
 struct knot_table_t {
     knot_table_t(const matrix_t<float>& table, std::uint64_t function_count, std::uint64_t function_order);
 
     const matrix_t<float>& knots;
-    std::uint64_t count;  ///< basis functions of each knot vector
+    std::uint64_t count;  ///< number of basis functions of each knot vector
     std::uint64_t order;
     std::vector<std::uint32_t> kinds;          ///< by knot vector
-    std::vector<std::uint64_t> rows_of_kinds;  ///< by kind: the first knot vector of it
+    std::vector<std::uint64_t> rows_of_kinds;  ///< by kind: its first knot vector
 };
 
 /// The basis functions of all knot vectors at the samples of a range, evaluated once for each kind. The
@@ -36,13 +36,13 @@ class basis_table_t {
     sample_range_t samples() const { return range; }
     float parameter(std::uint32_t sample) const { return parameters[sample - range.begin]; }
 
-    /// The functions of a knot vector at a sample that can be other than 0, and their values.
+    /// The functions of a knot vector that can be other than 0 at a sample, and where their values are.
     const basis_run_t& run(std::uint64_t knot_vector, std::uint32_t sample) const {
         return runs[kinds[knot_vector] * std::size_t{range.size()} + (sample - range.begin)];
     }
     const float* values_of(const basis_run_t& run) const { return values.data() + run.values; }
 
-    /// The value of any function.
+    /// The value of any function of a knot vector at a sample.
     float value(std::uint64_t knot_vector, std::uint32_t sample, std::uint64_t function) const {
         const basis_run_t& found = run(knot_vector, sample);
         return function - found.first < found.count ? values_of(found)[function - found.first] : 0;

@@ -46,18 +46,19 @@ std::optional<e_type_t> tabulated_kind(const modeling_t& model, attribute_t attr
 
 namespace {
 
-/// The array when something can be mapped of it, else null.
+/// The array if it can be mapped, else null.
 template <class Array>
 Array* with_buffer(Array* array) {
     return array != nullptr && array->has_buffer() ? array : nullptr;
 }
 
-/// Selects or unselects a point as its row says; true when that changed it.
+/// Selects or unselects a point as its row says; true when that has changed it.
 bool select(modeling_t& model, const number_row_t& row) {
     return row.selected ? model.select(row.point) : model.unselect(row.point);
 }
 
-/// Stores the numbers of a row in a value of the model; true, with the old values in `old`, when they differ.
+/// Stores the numbers of a row in a value of the model if they differ; if so, returns true and sets `old` to
+/// the old values.
 bool store(const number_form_t& form, const number_row_t& row, float* attribute, vec3w& old) {
     std::array<float, 4> values{};
     bool is_same = true;

@@ -17,9 +17,9 @@ using libgr::grCheckError;
 namespace {
 
 constexpr std::uint32_t default_resolution = 33;
-constexpr std::int64_t selection_words = 10;  // per control point, what the selection pass writes
+constexpr std::int64_t selection_words = 10;  // per control point: what the selection pass writes
 
-/// Bytes of one table; the largest value when that does not fit 64 bits.
+/// Size of one table in bytes; the largest value when it does not fit in 64 bits.
 template <typename T>
 std::uint64_t byte_count(const matrix_t<T>& /*table*/, std::uint64_t rows, std::uint64_t columns) {
     return saturating_product(saturating_product(rows, columns), sizeof(T));

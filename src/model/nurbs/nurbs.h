@@ -17,65 +17,67 @@ struct texture_t;
 /// column its own along the column.
 ///
 /// The control data is held on the host, where the surface is evaluated; `ctlpts` is its copy in a GL array,
-/// for drawing and picking. The surface is evaluated at a fixed resolution, parameters 0 to 1, into the
-/// polygon_t that the model is wired to, and drawn as that mesh. A GL context must be current unless told
-/// otherwise.
+/// for drawing and picking. The surface is evaluated at a fixed resolution, over parameters from 0 to 1, into
+/// the polygon_t that the model is wired to, and drawn as that mesh. A GL context must be current except
+/// where noted.
 class nurbs_t : public modeling_t {
   public:
-    /// `target_texture` and `target_polygon` are not owned and outlive this object.
+    /// `target_texture` and `target_polygon` are not owned and must outlive this object.
     nurbs_t(texture_t* target_texture, polygon_t* target_polygon);
     ~nurbs_t() override = default;
 
-    /// Takes the numbers and makes the tables for them, zeroed; old contents go, no point is selected.
-    /// Touches no GL. False when the tables do not fit into memory (model/memory_budget.h). Throws
-    /// std::bad_array_new_length when their size overflows. The model has no tables then.
+    /// Sets the dimensions and makes the tables for them, zeroed; old contents are lost and no point is
+    /// selected. Makes no GL calls. False when the tables do not fit into memory (model/memory_budget.h),
+    /// without a message. Throws std::bad_array_new_length when their size overflows. In both cases the model
+    /// then has no tables.
     bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2, std::uint64_t order2);
 
-    /// Makes the GL arrays from the host tables, takes the name unless null, and unmarks all points. False
-    /// when an array can not be allocated, for the control points and their sizes with the line
+    /// Makes the GL arrays from the host tables, sets the name unless it is null, and unselects all points.
+    /// False when an array can not be allocated; for the control points and their sizes this prints the line
     /// "makeCtlpts() error." on the standard error stream.
     bool afterload(const char* new_name);
 
     /// Sizes the polygon for the resolution, opens the textures and writes the polygon's strips: one for each
     /// two rows of samples. False, with the line "polygon.allocate() fail." on the standard error stream,
-    /// when it can not be allocated; a resolution2 of 0 is such a case.
+    /// when it can not be allocated, as with a resolution2 of 0.
     ///
-    /// The polygon's `afterload` runs before the strips are there: a new polygon needs it once more.
+    /// The polygon's `afterload` runs before the strips are written: a new polygon needs it once more.
     bool makeVertices();
 
     /// Evaluates the surface into the polygon's vertices, with the parameters as texture coordinates, then
-    /// runs updateNormals. The work grows with the samples times the orders.
+    /// calls updateNormals. The work grows with the samples times the orders.
     void updateVertices();
 
-    /// Fills the polygon's work records with the differences that its tangent frames are made of
+    /// Fills the polygon's work records with the differences from which its tangent frames are made
     /// (model/nurbs/nurbs_normals.h).
     void updateNormals();
 
-    /// What of a surface is no longer as its mesh was built from.
+    /// What has changed in a surface since its mesh was built.
     struct change_t {
-        bool sizes = false;   ///< the resolutions, or there is no mesh
-        bool points = false;  ///< any number of the tables
+        bool sizes = false;   ///< the resolutions, or there is no mesh yet
+        bool points = false;  ///< any number in the tables
     };
 
-    /// The one way to bring the mesh up to date, and the order in which that works: its buffers and strips
-    /// and the model's maps (makeVertices), the numbers of its polygons, its vertices (updateVertices), and
-    /// their frames, which `glpolygon` makes. A mesh of new sizes is flat until its points are rebuilt too.
-    /// False, after the line of makeVertices, when there can be no mesh.
+    /// The one way to bring the mesh up to date, with its steps in the order that works: its buffers and
+    /// strips and the model's maps (makeVertices), the numbers of its polygons, its vertices
+    /// (updateVertices), and their frames, which `glpolygon` makes. A mesh of new sizes is flat until its
+    /// points are rebuilt too. False, after the line of makeVertices, when the mesh can not be made.
     [[nodiscard]] bool rebuild(const change_t& change, glpolygon_t& glpolygon);
 
     /// Rebuilds what has changed since the last time; where nothing has, nothing is evaluated or printed. The
-    /// maps are opened each time: of models that share a picture the last one decides its filters.
+    /// maps are opened each time: when models share a picture, the last model decides its filters.
     void update(glpolygon_t& glpolygon) override;
 
-    /// Reads record `element` of array 0 back into `points`; other arrays and records beyond do nothing.
+    /// Reads record `element` of array 0 back into `points`; does nothing for other arrays and for records
+    /// beyond the end.
     void elementchanged(std::uint32_t array, std::uint64_t element) override;
 
-    /// Writes one record of `points` to the GL array; a place outside does nothing.
+    /// Writes one record of `points` to the GL array; does nothing for a place outside the net.
     void uploadpoint(std::uint64_t column, std::uint64_t row);
 
-    /// Squeezes the net like soft matter: the point at (column, row) moves by `delta`, all others against it
-    /// by up to a quarter of it, falling off towards the borders of its row and towards the first row. Writes
-    /// the whole net to the GL array. A place outside the net does nothing.
+    /// Squeezes the net like soft matter: the point at (column, row) moves by `delta`, and all others move
+    /// the opposite way by up to a quarter of it, falling off towards the borders of its row and towards the
+    /// first row. Writes the whole net to the GL array. Does nothing for a place outside the net.
     void dent(std::uint64_t column, std::uint64_t row, const dir3& delta);
 
     struct dims_t {
@@ -94,7 +96,7 @@ class nurbs_t : public modeling_t {
     void drawpoints() override;
     void draw() override { drawpoints(); }
 
-    /// Box of the control points in the GL array; both the origin when there are none.
+    /// Bounding box of the control points in the GL array; low and high are the origin when there are none.
     void bounds(pos3& low, pos3& high) const override;
 
     void clear() override;
@@ -128,7 +130,7 @@ class nurbs_t : public modeling_t {
     bool is_uploaded(std::uint64_t point) const;
     void uploadpoints();
 
-    std::optional<dims_t> built_resolution;  ///< none while there is no mesh
+    std::optional<dims_t> built_resolution;  ///< empty while there is no mesh
     std::optional<source_t> built_source;
 };
 

@@ -13,8 +13,8 @@ float ratio(std::uint64_t part, std::uint64_t whole) {
     return static_cast<float>(part) / static_cast<float>(whole);
 }
 
-/// How much of the counter-movement reaches each of `count` columns: nearly all next to the dented one, none
-/// at the borders.
+/// How much of the opposite movement reaches each of `count` columns: nearly all of it next to the dented
+/// one, none at the borders.
 std::vector<float> column_weights(std::uint64_t count, std::uint64_t dented) {
     std::vector<float> weights(count);
     for (std::uint64_t j = 0; j < count; ++j) {
@@ -28,7 +28,7 @@ std::vector<float> column_weights(std::uint64_t count, std::uint64_t dented) {
     return weights;
 }
 
-/// The same for a row. The two sides differ on purpose: towards the first row the movement falls off like a
+/// The same for one row. The two sides differ on purpose: towards the first row the movement falls off like a
 /// cosine, towards the last one it rises.
 float row_weight(std::uint64_t count, std::uint64_t dented, std::uint64_t row) {
     if (row < dented)

@@ -14,7 +14,7 @@ namespace {
 template <typename P>
 using floats_of = std::array<float, sizeof(P) / sizeof(float)>;
 
-/// Sum of weighted records, and of their factors.
+/// The sum of weighted records and the sum of their factors.
 template <typename P>
 struct weighted_sum_t {
     floats_of<P> sums{};

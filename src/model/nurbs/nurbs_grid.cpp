@@ -12,15 +12,15 @@
 namespace ulk3d {
 namespace {
 
-/// Samples along one side of the tiles that bound the memory for basis functions at high resolutions.
+/// Samples along one side of a tile. Tiles bound the memory for basis functions at high resolutions.
 constexpr std::uint32_t tile_side = 512;
 
-/// Four floats in one register of the baseline instruction set. Left to themselves, the compilers vectorise
-/// the sums across terms, with shuffles that cost more than the sums.
+/// Four floats in one register of the baseline instruction set. Without it, compilers vectorise the sums
+/// across terms, with shuffles that cost more than the sums.
 using four_floats [[gnu::vector_size(16)]] = float;
 
-/// The seven floats of a control point and a 1: the weighted sum of these is also that of the factors, and
-/// fills two registers without a remainder.
+/// The seven floats of a control point and a 1: the weighted sum of these also gives the sum of the factors,
+/// and the eight floats fill two registers exactly.
 struct lanes_t {
     four_floats low{};
     four_floats high{};
@@ -43,7 +43,7 @@ struct index_range_t {
     }
 };
 
-/// The largest absolute value; not-a-number, or else infinity, when there is one.
+/// The largest absolute value; not-a-number when there is one, else infinity when there is one.
 float magnitude(std::span<const float> values) {
     // The bits of absolute values are ordered like the values, with infinity and not-a-number on top.
     std::int32_t largest = 0;
@@ -68,8 +68,8 @@ struct prepared_net_t {
     float largest_coordinate = 0;
 };
 
-/// The basis functions along the columns at one v: that of row j in column i stands at
-/// values[(j - rows.begin) * row_step + i * column_step].
+/// The basis functions along the columns at one v: that of row j in column i is values[(j - rows.begin) *
+/// row_step + i * column_step].
 struct column_factors_t {
     index_range_t rows;
     const float* values = nullptr;
@@ -77,7 +77,7 @@ struct column_factors_t {
     std::uint64_t column_step = 0;
 };
 
-/// The evaluation of a tile of samples.
+/// Evaluates one tile of samples.
 class tile_t {
   public:
     tile_t(const prepared_net_t& prepared_net, const basis_table_t& row_functions,
@@ -86,7 +86,8 @@ class tile_t {
           net(prepared_net.net),
           along_row(row_functions),
           along_column(column_functions) {
-        // A term with a basis function of 0 adds nothing, unless 0 meets an infinity or not-a-number.
+        // A term with a basis function of 0 adds nothing, unless the 0 is multiplied by an infinity or
+        // not-a-number.
         const float largest_factor = magnitude(along_row.all_values()) * prepared.largest_weight;
         zeros_add_nothing = std::isfinite(largest_factor) && std::isfinite(prepared.largest_coordinate) &&
                             std::isfinite(prepared.largest_weight) &&
@@ -187,7 +188,7 @@ class tile_t {
         }
     }
 
-    /// The rows that count at a sample when the columns have different knots.
+    /// The rows that contribute to a sample when the columns have different knots.
     index_range_t touched_rows(std::uint32_t c, std::uint32_t r) const {
         const index_range_t columns = touched_columns[c - along_row.samples().begin];
         index_range_t rows;

@@ -7,14 +7,14 @@
 
 namespace ulk3d {
 
-/// Evaluates a surface at resolution1 times resolution2 places into `vertices`, record
-/// r * resolution1 + c for u = c / (resolution1 - 1) and v = r / (resolution2 - 1): position and colour are
-/// those of `nurbs_surface`, equal to the last bit, the texture coordinate is (u, v). Records beyond the end
-/// of `vertices` are left out. A resolution of 1 has the parameter 0/0.
+/// Evaluates a surface at resolution1 times resolution2 places into `vertices`; record r * resolution1 + c is
+/// for u = c / (resolution1 - 1) and v = r / (resolution2 - 1). Position and colour are those of
+/// `nurbs_surface`, equal to the last bit, and the texture coordinate is (u, v). Records beyond the end of
+/// `vertices` are left out. A resolution of 1 has the parameter 0/0.
 ///
-/// Basis functions are evaluated once per knot vector and sample, and only the terms are summed that are not
-/// 0: the work grows with the samples times the orders, not with the size of the net. Where infinities or
-/// not-a-numbers would make a term with a basis function of 0 count, all terms are summed.
+/// Basis functions are evaluated once per knot vector and sample, and only terms other than 0 are summed: the
+/// work grows with the samples times the orders, not with the size of the net. Where infinities or
+/// not-a-numbers give weight to a term with a basis function of 0, all terms are summed.
 void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
                       std::uint32_t resolution2, std::span<vertex_t> vertices);
 

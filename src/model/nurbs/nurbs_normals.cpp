@@ -7,7 +7,7 @@
 namespace ulk3d {
 namespace {
 
-/// The differences of a place: forwards along its row and its column, then backwards.
+/// The differences at each sample: forwards along its row and its column, then backwards.
 class frame_filler_t {
   public:
     frame_filler_t(std::span<const pos3> sampled, std::uint64_t columns, std::uint64_t rows,
@@ -70,8 +70,8 @@ class frame_filler_t {
         fill_column_end(c, top, top - 1, P(top, c) - P(top - 1, c));
     }
 
-    /// The end of a column at row r, `rise` being its only difference along the column. In a pole the row has
-    /// no length, and the differences along it are those of its neighbour.
+    /// The end of a column at row r; `rise` is its only difference along the column. In a pole the row has no
+    /// length, and the differences along it are those of the neighbouring row.
     void fill_column_end(std::uint64_t c, std::uint64_t r, std::uint64_t neighbour, const dir3& rise) {
         const std::uint64_t row = f_eq(P(r, c + 1), P(r, c - 1)) ? neighbour : r;
         frame(r, c) = {P(row, c + 1) - P(row, c), rise, P(row, c) - P(row, c - 1), rise};
@@ -87,7 +87,7 @@ class frame_filler_t {
         fill_closed_row(R - 1, R - 2);
     }
 
-    /// All four corners are one place in which the surface closes smoothly both ways.
+    /// Handles the case that all four corners are one place in which the surface closes smoothly both ways.
     bool fill_joined_corners() {
         const std::uint64_t top = R - 1;
         const std::uint64_t right = W - 1;
@@ -113,7 +113,8 @@ class frame_filler_t {
         }
     }
 
-    /// The corners of the bottom or top row when its ends, and those of the row next to it, meet.
+    /// The corners of the bottom or top row, when the ends of the row meet and those of the row next to it do
+    /// too.
     void fill_closed_row(std::uint64_t r, std::uint64_t neighbour) {
         if (!f_eq(P(r, 0), P(r, W - 1)) || !f_eq(P(neighbour, 0), P(neighbour, W - 1)))
             return;
@@ -123,7 +124,8 @@ class frame_filler_t {
         frame(r, W - 1) = {along_row(r, W - 1), right_rise, along_row(neighbour, W - 1), right_rise};
     }
 
-    /// The corners of the left or right column when its ends, and those of the column next to it, meet.
+    /// The corners of the left or right column, when the ends of the column meet and those of the column next
+    /// to it do too.
     void fill_closed_column(std::uint64_t c, std::uint64_t neighbour) {
         const std::uint64_t top = R - 1;
         if (!f_eq(P(0, c), P(top, c)) || !f_eq(P(0, neighbour), P(top, neighbour)))
@@ -143,7 +145,7 @@ class frame_filler_t {
         return r == 0 ? P(1, c) - P(0, c) : P(r, c) - P(r - 1, c);
     }
 
-    /// The surface goes on over a seam in the direction in which it came.
+    /// True when the surface continues across a seam in the direction in which it arrived.
     static bool is_smooth(const work_frame_t& seam) {
         return f_gt(dot(seam.first, seam.third), 0) && f_gt(dot(seam.second, seam.fourth), 0);
     }

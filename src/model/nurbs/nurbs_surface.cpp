@@ -12,15 +12,15 @@
 #include "model/texture.h"
 #include "render/gl/mapped_span.h"
 
-/// The surface of a net as the mesh that it is drawn as.
+/// Makes the mesh as which the surface of a net is drawn.
 namespace ulk3d {
 
 using libgr::grCheckError;
 
 namespace {
 
-/// Indices of the strips, one strip and its mark for each pair of rows; too many to be allocated when there
-/// is not even one row.
+/// The number of strip indices: one strip and its restart mark for each pair of rows. When there is not even
+/// one row, a number too large to be allocated.
 std::uint64_t strip_elements(std::uint32_t columns, std::uint32_t rows) {
     if (rows == 0)
         return std::numeric_limits<std::uint64_t>::max();
@@ -74,7 +74,7 @@ void nurbs_t::updateNormals() {
     const std::uint64_t sample_count = std::uint64_t{resolution1} * resolution2;
     if (vertices.size() < sample_count || frames.size() < sample_count)
         return;
-    // Each position is read many times; a mapping may be slow to read.
+    // Each position is read many times, and reading from a mapping may be slow.
     std::vector<pos3> positions(sample_count);
     std::ranges::transform(vertices.span().first(sample_count), positions.begin(), &vertex_t::position);
     fill_work_frames(positions, resolution1, resolution2, frames.span().first(sample_count));

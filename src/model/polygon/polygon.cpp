@@ -13,9 +13,9 @@ using libgr::grCheckError;
 
 namespace {
 
-/// True when an index is at or above the vertex count and not the restart mark, which GL leaves out itself.
+/// True when an index is at or above the vertex count but not the restart mark, which GL handles itself.
 bool has_foreign_index(std::span<const std::uint32_t> indices, std::uint64_t vertex_count) {
-    // No early end: without it the compiler looks at many indices at once.
+    // There is no early exit: without one the compiler examines many indices at once.
     bool found = false;
     for (const std::uint32_t index : indices)
         found |= (index >= vertex_count) & (index != restart_mark);

@@ -14,40 +14,41 @@ namespace ulk3d {
 /// Triangle mesh kept as triangle strips in GL buffers; also the drawn form of every NURBS surface.
 ///
 /// `elements` holds vertex indices; an index at or above the vertex count ends a strip (writers use
-/// `restart_mark`). How strips become triangles, and their ids, is told in strip_walk.h.
+/// `restart_mark`). strip_walk.h explains how strips become triangles and which ids these have.
 ///
-/// The vertex data lives only in GL buffers: it is read and written through mappings. On the host stand the
+/// The vertex data lives only in GL buffers: it is read and written through mappings. The host holds the
 /// name, the selection bits, the ids of the selected polygons and the table from polygon id to strip place.
-/// A current GL context is required by every operation but the constructor.
+/// Every operation except the constructor requires a current GL context.
 class polygon_t : public modeling_t {
   public:
     polygon_t() = default;
     ~polygon_t() override = default;
 
-    /// Makes the model one of `vertex_count` vertices and `element_count` indices, zero vertices and frames
-    /// and only restart marks, with all points unselected; the selected ids stay. Counts of 0 are legal.
+    /// Makes the arrays for `vertex_count` vertices and `element_count` indices, with vertices and frames
+    /// zero and all indices restart marks; no point is selected, and the ids of the selected polygons stay.
+    /// Counts of 0 are legal.
     ///
-    /// False, after a line on the standard error stream that names the array ("vertices.allocate() failed.",
-    /// and so on; none for the point sizes and the feedback buffers), when one of them can not be allocated:
-    /// the arrays before it stay allocated. Counts that one draw call can not take or that do not fit into
-    /// memory (model/memory_budget.h) fail so before anything is touched.
+    /// False when an array can not be allocated, after a line on the standard error stream that names it
+    /// ("vertices.allocate() failed.", and so on; without a line for the point sizes and the feedback
+    /// buffers); the arrays before it stay allocated. Counts that are too large for one draw call, or do not
+    /// fit into memory (model/memory_budget.h), fail in the same way before anything is changed.
     [[nodiscard]] bool allocate(std::uint64_t vertex_count, std::uint64_t element_count);
 
     /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected. What
-    /// this call adds is zero vertices and restart marks; what its array was extended by before, for an edit
-    /// to write there, stays as written. Every edit of the mesh calls it after writing.
-    /// Failures as in `allocate`, also for negative counts and before the first `allocate`.
+    /// this call adds is zero vertices and restart marks; what an edit has already written into records that
+    /// it added to an array itself stays as written. Every edit of the mesh calls this after writing. Fails
+    /// as `allocate` does, and also for negative counts and before the first `allocate`.
     [[nodiscard]] bool extend(std::int64_t vertex_count, std::int64_t element_count);
 
-    /// Completes a load or an edit: takes the name unless null, numbers the polygons, renews `selectelems`,
-    /// and gives each triangle whose last vertex has a zero normal a default frame, as the normals stand
-    /// after the triangles before it: on shared vertices the later triangle wins. With fewer than three
-    /// elements only the name is taken.
+    /// Completes a load or an edit: sets the name unless it is null, numbers the polygons, renews
+    /// `selectelems`, and gives a default frame to each triangle whose last vertex has a zero normal at that
+    /// moment, after the triangles before it were handled: on shared vertices the later triangle wins. With
+    /// fewer than three elements only the name is set.
     void afterload(const char* new_name);
 
-    /// Selects the polygon of an id, or unselects it: the id goes into `selectpolygons()` or out of it, its
-    /// triangle into `selectelems` or out of them. An id beyond `polyidvector` prints a line on the standard
-    /// error stream; it, and an id that has no triangle, changes the set alone.
+    /// Selects or unselects the polygon with an id: adds the id to `selectpolygons()` and its triangle to
+    /// `selectelems`, or removes them. An id beyond `polyidvector` prints a line on the standard error
+    /// stream; for it, and for an id that has no triangle, only the set changes.
     void selectpolygon(std::uint64_t polyid);
     void unselectpolygon(std::uint64_t polyid);
     /// Unselects all polygons.
@@ -61,14 +62,16 @@ class polygon_t : public modeling_t {
     const element_array_t* elementarray() const override { return &elements; }
     element_array_t* elementarray() override { return &elements; }
 
-    /// The strips, with primitive restart; an index at or above the vertex count restarts as the mark does.
+    /// Draws the strips with primitive restart; an index at or above the vertex count restarts as the restart
+    /// mark does.
     void draw() override;
     void drawpoints() override;    ///< all vertices at their point sizes
     void drawselected();           ///< the selected polygons as single triangles
     void drawframes();             ///< GL_POINTS of vertices and work normals: the draw of the frame pass
     std::uint64_t drawvertices();  ///< GL_POINTS of vertices and frames; returns the vertex count
 
-    /// Box of the vertices that `elements` refers to; low and high stay as they are when there is none.
+    /// Bounding box of the vertices that `elements` refers to; low and high stay as they are when there are
+    /// none.
     void bounds(pos3& low, pos3& high) const override;
 
     void clear() override;
@@ -76,7 +79,7 @@ class polygon_t : public modeling_t {
     std::uint64_t vertex_count() const;
     std::uint64_t element_count() const;
 
-    /// Place of a polygon in the strips.
+    /// The place of a polygon in the strips.
     struct polygon_place_t {
         std::uint32_t position = restart_mark;  ///< index into `elements` of the triangle's first element
         bool flipped = false;                   ///< an even triangle of its strip: first two vertices swapped
@@ -98,11 +101,11 @@ class polygon_t : public modeling_t {
 
     std::set<std::uint32_t> selected_ids;
 
-    /// GL knows one restart index only. When `elements` holds other indices at or above the vertex count,
-    /// they are drawn through this copy, in which these are restart marks.
+    /// GL knows only one restart index. When `elements` holds other indices at or above the vertex count, the
+    /// strips are drawn through this copy, in which those are restart marks.
     element_array_t cleanelems;
     bool draws_cleanelems = false;
-    /// What foreign indices depend on: as long as this stays, so do they.
+    /// What the presence of such other indices depends on: as long as this stays the same, so does that.
     struct strips_state_t {
         std::uint64_t writable_mappings = 0, vertex_count = 0, element_count = 0;
         bool operator==(const strips_state_t&) const = default;

@@ -8,39 +8,40 @@
 #include "model/polygon/polygon.h"
 #include "render/gl/mapped_span.h"
 
-/// Making and resizing of a polygon's arrays.
+/// Allocation and resizing of a polygon's arrays.
 namespace ulk3d {
 
 using libgr::grCheckError;
 
 namespace {
 
-constexpr std::int64_t selection_words = 10;  // per vertex, what the selection pass writes
-constexpr std::int64_t frame_words = 9;       // per vertex, what the frame pass writes
+constexpr std::int64_t selection_words = 10;  // per vertex: what the selection pass writes
+constexpr std::int64_t frame_words = 9;       // per vertex: what the frame pass writes
 constexpr std::uint64_t word_bytes = 4;
 
-/// A draw call takes a signed 32-bit count. This also keeps all vertex indices below the restart mark.
+/// A draw call takes a signed 32-bit count. This limit also keeps all vertex indices below the restart mark.
 constexpr std::uint64_t most_drawn = std::numeric_limits<std::int32_t>::max();
 
-/// What one array of a polygon is asked to hold. What has no message of its own (point sizes, feedback
-/// buffers, the table of polygon ids) counts with the first array that has as many records.
+/// What one array of a polygon is asked to hold. Buffers without a message of their own (point sizes,
+/// feedback buffers, the table of polygon ids) are counted with the first array that has as many records.
 struct claim_t {
-    const char* message;            ///< of the failure
+    const char* message;            ///< printed on failure
     std::uint64_t count;            ///< records
     std::uint64_t record_bytes;     ///< bytes of a record
-    std::uint64_t companion_bytes;  ///< bytes of what counts with it, for each record
+    std::uint64_t companion_bytes;  ///< bytes, for each record, of the buffers counted with it
     std::uint64_t held_records;     ///< records that the buffer holds already
 };
 using claims_t = std::array<claim_t, 5>;
 
-/// Bytes that a claim needs when its buffer grows to `growth` times the demand.
+/// The bytes that a claim needs when its buffer grows to `growth` times the requested size.
 std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
     if (claim.count <= claim.held_records)
         return 0;
     return saturating_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
 }
 
-/// The message of the first array that can not be drawn or for which memory does not suffice, or null.
+/// The message of the first array that can not be drawn or that memory does not suffice for; null when there
+/// is none.
 const char* first_refusal(const claims_t& claims, std::uint64_t growth) {
     const std::uint64_t budget = memory_budget();
     std::uint64_t sum = 0;
@@ -62,19 +63,19 @@ bool fail(const char* message) {
     return false;
 }
 
-/// Three indices for each polygon id; there are at most element_count - 2 of them.
+/// Three indices for each polygon id; there are at most element_count - 2 ids.
 template <typename Count>
 Count select_count(Count element_count) {
     return element_count < 3 ? 0 : element_count * 3 - 6;
 }
 
-/// The store is asked, as what `extend` tells is another thing for each kind of array.
+/// Queries the buffer itself, as what `extend` returns differs between the kinds of arrays.
 template <class Array>
 bool set_count(Array& array, std::int64_t count) {
     return array.has_buffer() && array.extend(count) && array.holds(count);
 }
 
-/// Makes the vertex array when there is none, fed by two arrays: the first from location 0.
+/// Makes the vertex array if there is none yet, fed by two arrays, the first of which starts at location 0.
 void make_vertex_array(vertex_array_ref& holder, const array_t& first, const array_t& second,
                        GLuint second_location) {
     if (!holder)
@@ -88,7 +89,7 @@ bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, 
     return selection.allocate(selection_words * vertex_count) && normal.allocate(frame_words * vertex_count);
 }
 
-/// What stands in a new buffer, or in the new part of one, is undefined: it is neither shown nor saved.
+/// New buffers, and the new parts of grown ones, have undefined contents: these are neither shown nor saved.
 template <class Record, class Buffer>
 void fill_tail(Buffer& buffer, std::int64_t from, const Record& record) {
     if (from >= buffer.element_count())
@@ -118,7 +119,7 @@ claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, s
                    std::uint64_t element_count) {
     constexpr std::uint64_t with_vertices = sizeof(float) + (selection_words + frame_words) * word_bytes;
     constexpr std::uint64_t with_elements = sizeof(polygon_t::polygon_place_t);
-    // An element count beyond the limit is refused as such; three times as many need not be counted.
+    // An element count beyond the limit is refused as such, so three times that many need not be counted.
     const std::uint64_t selects = select_count(std::min(element_count, most_drawn));
     return {{
         {messages.vertices, vertex_count, sizeof(vertex_t), with_vertices,
@@ -161,7 +162,7 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
     const auto locations = static_cast<GLuint>(vertex_elements().size());
     make_vertex_array(drawarray, vertices, normals, locations);
     make_vertex_array(workarray, vertices, wknmls, locations);
-    // The point size takes the place of the texture coordinate, which points do not need.
+    // The point size replaces the texture coordinate, which points do not need.
     make_vertex_array(pointarray, vertices, pointsizes, locations - 1);
     selection.resize(vertex_count);
     clearselection();
@@ -183,7 +184,8 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
 }
 
 bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
-    // A buffer grows to four times what it is asked to hold. Negative counts are too large as unsigned ones.
+    // A buffer grows to four times the size that it is asked for. Negative counts are too large when read as
+    // unsigned.
     if (const char* const refusal =
             first_refusal(claims_of(*this, extend_messages, static_cast<std::uint64_t>(vertex_count),
                                     static_cast<std::uint64_t>(element_count)),

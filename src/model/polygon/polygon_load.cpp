@@ -8,7 +8,7 @@
 #include "model/polygon/strip_walk.h"
 #include "render/gl/mapped_span.h"
 
-/// Numbering of the polygons, default frames, and the selection of polygons.
+/// Numbering and selection of polygons, and default frames.
 namespace ulk3d {
 
 namespace {
@@ -23,7 +23,7 @@ frame_t default_frame(const pos3& a, const pos3& b, const pos3& c) {
     return {tangent, cross(normal, tangent), normal};
 }
 
-/// Gives the three vertices of a triangle its frame when the last of them has none.
+/// Gives a triangle's frame to its three vertices when the last of them has none.
 void supply_frame(const strip_triangle_t& triangle, std::span<const vertex_t> vertices,
                   std::span<frame_t> frames) {
     if (frames[triangle.c].normal != dir3{})
@@ -32,13 +32,13 @@ void supply_frame(const strip_triangle_t& triangle, std::span<const vertex_t> ve
         vertices[triangle.a].position, vertices[triangle.b].position, vertices[triangle.c].position);
 }
 
-/// Writes the three indices of a polygon id; ids beyond the list are left out.
+/// Writes the three indices of a polygon id; ids beyond the list are skipped.
 void write_triangle(std::span<std::uint32_t> selected, std::uint64_t id, const three_indices& indices) {
     if (id < selected.size() / 3)
         std::ranges::copy(indices, selected.begin() + static_cast<std::ptrdiff_t>(3 * id));
 }
 
-/// The triangle at a place of the strips, or no triangle when there is none any more.
+/// The triangle at a place in the strips; restart marks when there is no longer a triangle.
 three_indices triangle_at(const polygon_t::polygon_place_t& place, std::span<const std::uint32_t> strips,
                           std::uint64_t vertex_count) {
     if (std::uint64_t{place.position} + 2 >= strips.size())
@@ -51,7 +51,7 @@ three_indices triangle_at(const polygon_t::polygon_place_t& place, std::span<con
     return {corners[0], corners[1], corners[2]};
 }
 
-/// True, after a line that says so, when an id has no record. Both callers say it in the same words.
+/// True when an id has no record, after printing a line. Both callers print the same words.
 bool is_beyond(std::uint64_t polyid, std::size_t size) {
     if (polyid < size)
         return false;
@@ -76,14 +76,14 @@ void polygon_t::afterload(const char* new_name) {
     const std::span<const vertex_t> positions = corners.span();
     const std::span<frame_t> normal_frames = frames.span();
     const std::span<std::uint32_t> selected_indices = selected.span();
-    // Equal counts, unless a buffer could not be mapped.
+    // The counts are equal, unless a buffer could not be mapped.
     const std::size_t reachable = std::min(positions.size(), normal_frames.size());
 
-    // Triangles that are not selected, and places that have no triangle, keep the mark.
+    // Triangles that are not selected, and places that have no triangle, keep the restart mark.
     std::ranges::fill(selected_indices, restart_mark);
     auto next_selected = selected_ids.begin();
     walk_strips(strips.span(), reachable, [&](const strip_triangle_t& triangle) {
-        // The set and the ids both rise, so one step of the set serves each selected triangle.
+        // Both the set and the ids ascend, so one step in the set suffices for each selected triangle.
         if (next_selected != selected_ids.end() && *next_selected == triangle.id) {
             write_triangle(selected_indices, triangle.id, {triangle.a, triangle.b, triangle.c});
             ++next_selected;

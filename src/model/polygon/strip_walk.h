@@ -5,8 +5,8 @@
 
 namespace ulk3d {
 
-/// A triangle of a strip. `position` is the place in the element list of its first element (whose vertex is
-/// `a`, or `b` when flipped); `id` is its running number over all strips.
+/// A triangle of a strip. `position` is the index in the element list of its first element (whose vertex is
+/// `a`, or `b` when flipped); `id` is the running number of the triangle over all strips.
 struct strip_triangle_t {
     std::uint32_t a, b, c;
     std::uint32_t position;
@@ -14,12 +14,12 @@ struct strip_triangle_t {
     std::uint64_t id;
 };
 
-/// The one rule by which triangles are read out of strips. Calls `visit(const strip_triangle_t&)` for each.
+/// The one rule by which triangles are read from strips. Calls `visit(const strip_triangle_t&)` for each.
 ///
 /// An index at or above `vertex_count` ends a strip. The n-th accepted index of a strip, n from 1, closes a
 /// triangle for n >= 3: elements (i-2, i-1, i) for odd n, (i-1, i-2, i) for even n (`flipped`), so that all
-/// triangles of a strip turn the same way. Worked example: 0 1 2 3 mark 4 5 6 gives (0,1,2), (2,1,3), (4,5,6)
-/// with the ids 0, 1, 2 and the positions 0, 1, 5.
+/// triangles of a strip turn the same way. Worked example: 0 1 2 3 | 4 5 6, where | is the restart mark,
+/// gives (0,1,2), (2,1,3), (4,5,6) with the ids 0, 1, 2 and the positions 0, 1, 5.
 template <typename Visit>
 void walk_strips(std::span<const std::uint32_t> elements, std::uint64_t vertex_count, Visit&& visit) {
     std::uint64_t accepted = 0;

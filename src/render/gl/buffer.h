@@ -12,9 +12,9 @@ using libgr::gl_no_object;
 
 /// Owner of one GL buffer name.
 ///
-/// Built without a context; the name comes into being at the first `allocate` and is deleted by `release` or
-/// the destructor. Every other operation needs a current context. The size of the store is kept by the user
-/// of the buffer.
+/// Can be constructed without a context. The name is created by the first `allocate` and deleted by `release`
+/// or the destructor. Every other operation needs a current context. The owner of the buffer keeps track of
+/// the size of its store.
 class buffer_t {
   public:
     buffer_t() = default;
@@ -22,9 +22,9 @@ class buffer_t {
     buffer_t(const buffer_t&) = delete;
     buffer_t& operator=(const buffer_t&) = delete;
 
-    /// Makes a name when there is none, and takes `target` for the binds that follow.
+    /// Creates a name if there is none, and sets the target for later binds. Makes no store.
     void allocate(GLenum target);
-    /// Deletes the name. Without a current context the name is only forgotten.
+    /// Deletes the name; without a current context only forgets it.
     void release();
 
     /// The GL name, `gl_no_object` before `allocate`.
@@ -33,12 +33,14 @@ class buffer_t {
     void bind() const;
     void unbind() const;
 
-    /// Maps `length` bytes from `offset`; the binding is dropped at once, the mapping stays. On failure
-    /// prints "buffer_t::MapBufferRange(): ptr is NULL." on the standard error stream and returns null.
+    /// Maps `length` bytes from `offset` on; the mapping lasts until `UnmapBuffer`, the buffer is unbound at
+    /// once. On failure prints "buffer_t::MapBufferRange(): ptr is NULL." to the standard error stream and
+    /// returns null.
     [[nodiscard]] void* MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access);
     void UnmapBuffer();
 
-    /// Count of the mappings for writing so far: as long as it stays, no host code has changed the content.
+    /// The number of mappings for writing so far. As long as it is the same, no mapping has changed the
+    /// content.
     std::uint64_t writable_mappings() const { return written_mappings; }
 
   private:

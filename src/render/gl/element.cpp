@@ -13,7 +13,8 @@ struct element_kind_t {
     element_format_t format;
 };
 
-// One row for each value of e_type_t. Vector3w and Matrix3w have no GL type: no array feeds them to a shader.
+// One row for each value of e_type_t. Vector3w and Matrix3w have no GL type: arrays do not feed them to
+// shaders.
 constexpr std::array<element_kind_t, 9> kinds{{
     {"Position", {3, GL_FLOAT, false}},
     {"Normal", {3, GL_FLOAT, true}},

@@ -60,7 +60,7 @@ bool element_array_t::fits(std::int64_t element_count) const {
 void element_array_t::draw(const vertex_array_ref& vertex_array, GLenum mode) const {
     if (!buffer || !vertex_array)
         return;
-    // Never past the store, where GL would read what it likes.
+    // Never past the store: what GL reads there is undefined.
     const GLsizei count = to_draw_count(bytes_in_use() / index_bytes);
     grCheckError("element_array_t::draw(0)");
     vertex_array->bind();
@@ -85,7 +85,7 @@ std::ostream& operator<<(std::ostream& stream, const element_array_t& elements) 
         const const_index_span indices(elements);
         const char* separator = "";
         for (const std::uint32_t index : indices) {
-            // Not by the stream's own insertion: that would group digits where the stream's locale says so.
+            // Not through the stream's own operator, which would group digits in some locales.
             stream << separator << (index == restart_mark ? "-1" : std::to_string(index));
             separator = ", ";
         }

@@ -10,48 +10,51 @@
 
 namespace ulk3d {
 
-/// Ends a strip in an element array; the primitive restart index of every strip draw. Files and texts write
-/// it as -1.
+/// Ends a strip in an element array; every draw of strips uses it as the primitive restart index. In files
+/// and texts it is written as -1.
 inline constexpr std::uint32_t restart_mark = 0xFFFFFFFF;
 
 /// Array of u32 vertex indices in a GL buffer.
 ///
-/// Mapping prints "element object is not allocated." or "element pointer is NULL." when it can not.
+/// A mapping that fails prints "element object is not allocated." or "element pointer is NULL.".
 class element_array_t : public record_store_t {
   public:
     element_array_t();
 
-    /// Makes a store for `element_count` indices; former content is lost. With the count that is already
-    /// stored the buffer stays as it is, content included. The store keeps its former size when larger.
+    /// Makes a store for `element_count` indices; the old content is lost, except when that many are already
+    /// in use: then nothing changes. A store that is larger already keeps its size.
     ///
-    /// False for a count that can not be (nothing is changed then), or when there is no memory: two lines
-    /// with the counts follow GL's error on the standard error stream, and the array is then empty.
+    /// False for a count that is negative or too large for a 64-bit size (nothing is changed), or when memory
+    /// runs out: two lines with the sizes then follow GL's error on the standard error stream, and the array
+    /// is empty.
     [[nodiscard]] bool allocate(std::int64_t element_count);
 
-    /// Changes the count of indices in use and keeps the content. When the buffer does not hold that many it
-    /// grows to four times the demand; the result tells whether it holds them. Works before `allocate` too:
-    /// the sizes are noted for it. False, with nothing changed, for a count that can not be.
+    /// Changes the count of indices in use and keeps the content. A buffer that is too small grows to four
+    /// times the demand. Before `allocate` only the sizes are set, for its use. False when the buffer could
+    /// not grow; the count then exceeds it. False too, with nothing changed, for a count that is negative or
+    /// too large for a 64-bit size.
     [[nodiscard]] bool extend(std::int64_t element_count);
 
-    /// True when `byte_size()` is more than `element_count` indices take. Exact capacity does not fit, unlike
-    /// in array_t; `holds` takes it.
+    /// True when `byte_size()` is more than `element_count` indices take. Unlike in array_t and in `holds`,
+    /// an exact fit does not count.
     bool fits(std::int64_t element_count) const;
 
-    /// Draws the indices in use with the attributes of `vertex_array`. Nothing happens without a buffer.
+    /// Draws the indices in use with the attributes of `vertex_array`. Does nothing without a buffer or with
+    /// a null holder.
     void draw(const vertex_array_ref& vertex_array, GLenum mode) const;
 
-    /// Drops the buffer; without one nothing is changed.
+    /// Drops the buffer, and the sizes with it; does nothing without one.
     void release();
 
-    /// Count of the mappings of the buffer for writing so far; a new buffer starts at 0 again. As long as it
-    /// and the count in use stay, the indices are the same.
+    /// The number of mappings of the buffer for writing so far; a new buffer starts at 0 again. As long as it
+    /// and the count in use are unchanged, so are the indices.
     std::uint64_t writable_mappings() const { return buffer ? buffer->writable_mappings() : 0; }
 
   private:
     static const kind_t element_kind;
 };
 
-/// Writes all indices in use, separated by ", ", the restart mark as "-1", and a newline.
+/// Writes all indices in use, separated by ", ", with the restart mark as "-1", and a newline.
 std::ostream& operator<<(std::ostream& stream, const element_array_t& elements);
 
 }  // namespace ulk3d

@@ -6,9 +6,9 @@
 
 namespace ulk3d {
 
-/// Owner of a buffer that transform feedback writes into, a run of 32-bit words. Models embed it by value.
+/// Owner of a buffer of 32-bit words that transform feedback writes to. Models hold it by value.
 ///
-/// Built without a context; every operation needs a current one.
+/// Can be constructed without a context; every operation needs a current one.
 class feedback_buffer_t {
   public:
     feedback_buffer_t() = default;
@@ -16,14 +16,15 @@ class feedback_buffer_t {
     feedback_buffer_t(const feedback_buffer_t&) = delete;
     feedback_buffer_t& operator=(const feedback_buffer_t&) = delete;
 
-    /// Makes a store of exactly `word_count` 32-bit words; former content is lost. False when no name could
-    /// be made, the count can not be, or there is no memory (the sizes are then 0).
+    /// Makes a store of exactly `word_count` 32-bit words; the old content is lost. False, without a message,
+    /// when GL gives no name, for a count that is negative or too large for a 64-bit size, or when memory
+    /// runs out (the sizes are then 0).
     [[nodiscard]] bool allocate(std::int64_t word_count);
-    /// Deletes the buffer. Without a current context the name is only forgotten.
+    /// Deletes the buffer; without a current context only forgets its name.
     void release();
 
-    /// Maps the whole buffer: for reading and writing, or when it is const for reading only. Null without a
-    /// buffer or when GL can not. Use the guards of render/gl/mapped_span.h.
+    /// Maps the whole buffer: for reading and writing, or for reading only when it is const. Null, without a
+    /// message, when there is no buffer or GL can not map it. Use the guards of render/gl/mapped_span.h.
     [[nodiscard]] void* map();
     [[nodiscard]] const void* map() const;
     void unmap() const;
@@ -31,14 +32,14 @@ class feedback_buffer_t {
     void bind() const;
     void unbind() const;
 
-    /// Gives the buffer to, or takes it from, a binding point of shader storage.
+    /// Bind the buffer to a binding point of shader storage, or unbind it.
     void bind_base(GLuint index) const;
     void unbind_base(GLuint index) const;
 
     bool has_buffer() const { return id != 0; }
-    /// GL name, 0 when there is none.
+    /// GL name; 0 without a buffer.
     GLuint buffer_id() const { return id; }
-    /// 32-bit words.
+    /// Size of the store in 32-bit words.
     std::int64_t element_count() const { return elements; }
     std::int64_t byte_size() const { return buffer_size; }
     std::int64_t bytes_in_use() const { return buffer_size; }

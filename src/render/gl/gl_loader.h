@@ -3,7 +3,7 @@
 namespace ulk3d {
 
 /// Loads the GL entry points for the current context, whichever window system made it. True when the context
-/// offers GL 3.3 and all of it was found. The loader's version flags tell the context's version after.
+/// offers all of GL 3.3. Afterwards the loader's version flags tell which version the context has.
 [[nodiscard]] bool load_gl_entry_points();
 
 }  // namespace ulk3d

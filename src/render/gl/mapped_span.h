@@ -11,18 +11,18 @@
 
 namespace ulk3d {
 
-/// Scope guard of a buffer's mapping, seen as a span of records of type T.
+/// Scope guard that maps a buffer and gives access to it as a span of records of type T.
 ///
 /// A guard over const records takes a const buffer and maps it for reading only; one over mutable records
-/// needs a buffer that may be changed, and maps it for reading and writing. The whole buffer is mapped when
-/// the guard is built, and unmapped at the end of its scope if the mapping was made. The span covers the
-/// records in use whose bytes lie in the buffer, whole records only; it is empty when the mapping failed (the
-/// buffer's `map` has then said so on the standard error stream).
+/// needs a mutable buffer and maps it for reading and writing. The constructor maps the whole buffer; the
+/// destructor unmaps it if that succeeded. The span covers the records in use that lie entirely within the
+/// buffer. It is empty when the mapping failed; the arrays' `map` has then printed a line to the standard
+/// error stream.
 ///
-/// GL refuses to map a range of no bytes, so a buffer with nothing in use is not mapped: its span is empty,
-/// and nothing is printed. A buffer that does not exist is told of by its own messages.
+/// GL refuses to map an empty range, so a buffer without records in use is not mapped: its span is empty, and
+/// nothing is printed. An array without a buffer, however, prints its own message.
 ///
-/// The buffer must outlive the guard, and must not be allocated or grown while it is mapped: a second mapping
+/// The buffer must outlive the guard, and must not be allocated or grown while it is mapped. A second mapping
 /// of the same buffer fails.
 ///
 ///     const array_span<vertex_t> vertices(polygon.vertices);
@@ -57,7 +57,7 @@ class mapped_span {
     /// The record at `index`, which must be below `size()`.
     T& operator[](std::size_t index) const { return records[index]; }
 
-    /// Ends the mapping before the scope does; the span is empty after.
+    /// Ends the mapping before the end of the scope; the span is empty afterwards.
     void unmap() {
         if (mapped)
             buffer.unmap();
@@ -71,7 +71,7 @@ class mapped_span {
     std::span<T> records;
 };
 
-/// The vertices in use: one record for each when T has the array's stride, the single words for float or
+/// The vertices in use: one record per vertex when T has the size of a vertex, or single words for float and
 /// std::uint32_t.
 template <class T>
 using array_span = mapped_span<T, array_t>;
@@ -80,7 +80,7 @@ using array_span = mapped_span<T, array_t>;
 using index_span = mapped_span<std::uint32_t, element_array_t>;
 using const_index_span = mapped_span<const std::uint32_t, element_array_t>;
 
-/// What a transform feedback pass has written.
+/// The records that a transform feedback pass has written.
 template <class T>
 using feedback_span = mapped_span<T, feedback_buffer_t>;
 

@@ -8,7 +8,7 @@ namespace ulk3d {
 
 class shader_t;
 
-/// Owner of one GL program. Built without a context; every operation needs a current one.
+/// Owner of one GL program. Can be constructed without a context; every operation needs a current one.
 class program_t {
   public:
     program_t() = default;
@@ -16,27 +16,27 @@ class program_t {
     program_t(const program_t&) = delete;
     program_t& operator=(const program_t&) = delete;
 
-    /// Makes the program; false when there is one already or GL gives none.
+    /// Creates the program. False when there is one already or GL gives none.
     [[nodiscard]] bool create();
 
     /// Do nothing before `create`.
     void attach(const shader_t& shader) const;
     void detach(const shader_t& shader) const;
 
-    /// Links; false before `create` or when the program does not link. `link_log()` holds GL's info log
-    /// after, also on success.
+    /// Links. False, without a message, before `create` or when the program does not link. Afterwards
+    /// `link_log()` has GL's info log, even on success.
     [[nodiscard]] bool link();
 
-    /// Makes the program current; does nothing before `create`.
+    /// Makes this program the one in use; does nothing before `create`.
     void use() const;
-    /// Makes no program current.
+    /// Leaves no program in use.
     static void unuse();
 
-    /// Location of a uniform. One that the linked program does not use gives -1, which GL's uniform calls
-    /// ignore, and prints "<name>: can't determine the location." on the standard error stream.
+    /// Location of a uniform. For one that the linked program does not have, prints "<name>: can't determine
+    /// the location." to the standard error stream and returns -1, which GL's uniform calls ignore.
     GLint uniform(const char* name) const;
 
-    /// GL name, 0 when there is none.
+    /// GL name; 0 before `create`.
     GLuint program_id() const { return id; }
     const std::string& link_log() const { return log; }
 

@@ -23,7 +23,7 @@ void query_t::release() {
     id = 0;
 }
 
-// Indexed queries are GL 4.0. A 3.3 context without them has one vertex stream, number 0.
+// Indexed queries need GL 4.0. A 3.3 context without them has only the vertex stream 0.
 void query_t::begin(GLenum counted, GLuint stream) {
     allocate();
     target = counted;

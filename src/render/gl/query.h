@@ -6,7 +6,7 @@
 
 namespace ulk3d {
 
-/// Owner of one GL query. Built without a context; every operation needs a current one.
+/// Owner of one GL query. Can be constructed without a context; every operation needs a current one.
 class query_t {
   public:
     query_t() = default;
@@ -14,20 +14,20 @@ class query_t {
     query_t(const query_t&) = delete;
     query_t& operator=(const query_t&) = delete;
 
-    /// Makes a name when there is none.
+    /// Creates a name if there is none.
     void allocate();
-    /// Deletes the name. Without a current context the name is only forgotten.
+    /// Deletes the name; without a current context only forgets it.
     void release();
 
-    /// Starts counting what `target` says on the vertex stream `index`; allocates when needed.
+    /// Starts to count what `target` names, on the vertex stream `index`; allocates if necessary.
     void begin(GLenum target, GLuint index);
     void end();
 
-    /// The result of the last begin and end; waits until the GPU has it.
+    /// The count between the last `begin` and `end`; waits until the GPU has it.
     std::uint64_t GetQuery() const;
 
     bool is_allocated() const { return allocated; }
-    /// What is being counted; 0 outside of begin and end.
+    /// The target being counted; 0 outside of `begin` and `end`.
     GLenum current_target() const { return target; }
     GLuint current_index() const { return index; }
 

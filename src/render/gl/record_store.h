@@ -10,24 +10,25 @@
 
 namespace ulk3d {
 
-/// What the vertex and the index arrays have in common: records of one size in a GL buffer, and a count of
-/// those in use.
+/// The common part of vertex and index arrays: records of one size in a GL buffer, and the count of those in
+/// use.
 ///
-/// The host keeps no copy: contents are reached by mapping (render/gl/mapped_span.h). The buffer is made at
-/// the first `allocate` of the array and never shrinks until its `release`. Copies share the buffer. All
-/// operations but the construction need a current GL context.
+/// The host keeps no copy; the content is accessed by mapping the buffer (render/gl/mapped_span.h). The first
+/// `allocate` of the array creates the buffer, which never shrinks before its `release`. Copies of an array
+/// share the buffer. Everything but construction needs a current GL context.
 class record_store_t {
   public:
     /// Makes room for `count` records and keeps the content and the count in use. Without a buffer only
-    /// `byte_size()` is set, for the next `allocate`. False when it can not grow; nothing is lost then.
+    /// `byte_size()` is set, for the next `allocate`. False, with nothing changed, when the store can not
+    /// grow or the count is negative or too large for a 64-bit size.
     [[nodiscard]] bool reserve(std::int64_t count);
 
-    /// True when there is a buffer and `count` records lie in it, for arrays of either kind.
+    /// True when there is a buffer with room for `count` records.
     bool holds(std::int64_t count) const;
 
-    /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or of a const array for reading
-    /// only. Null, after a line on the standard error stream, when there is no buffer or GL can not. Use the
-    /// guards of render/gl/mapped_span.h.
+    /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or for reading only when the
+    /// array is const. Null, after a line on the standard error stream, when there is no buffer or GL can not
+    /// map it. Use the guards of render/gl/mapped_span.h.
     [[nodiscard]] void* map();
     [[nodiscard]] const void* map() const;
     void unmap() const;
@@ -36,38 +37,39 @@ class record_store_t {
     std::int64_t element_count() const { return elements; }
     /// Bytes reserved in the buffer.
     std::int64_t byte_size() const { return buffer_size; }
-    /// Bytes of the records in use that lie in the buffer.
+    /// Bytes that the records in use take, but at most `byte_size()`.
     std::int64_t bytes_in_use() const;
     bool has_buffer() const { return static_cast<bool>(buffer); }
-    /// GL name of the buffer, 0 without one.
+    /// GL name of the buffer; 0 without one.
     GLuint buffer_id() const { return buffer ? buffer->id() : 0; }
 
   protected:
     struct kind_t {
         GLenum target;
-        const char* no_buffer;   ///< the line for mapping without a buffer
-        const char* no_pointer;  ///< the line for mapping that fails
+        const char* no_buffer;   ///< the message for mapping without a buffer
+        const char* no_pointer;  ///< the message for a mapping that fails
     };
-    /// `store_kind` outlives all stores.
+    /// `store_kind` must outlive all stores.
     record_store_t(const kind_t& store_kind, std::int64_t bytes_per_record)
         : kind(&store_kind), record_bytes(bytes_per_record) {}
 
-    /// Bytes of `count` records, none for a count that can not be.
+    /// Bytes of `count` records; nothing when the count is negative or the bytes do not fit into 64 bits.
     std::optional<std::int64_t> bytes_of(std::int64_t count) const;
 
-    /// Takes a new count in use and keeps the content; a store that does not hold so many grows to four times
-    /// the demand, so that edits which add records seldom copy. Returns whether they lie in the store; the
-    /// count is then ahead of it, unless it is one that can not be: that changes nothing.
+    /// Sets the count in use and keeps the content. A store that is too small grows to four times the demand,
+    /// so that edits which add records rarely copy. False when the store could not grow; the count then
+    /// exceeds it. False too, with nothing changed, for a count without a valid size (`bytes_of`).
     bool take_count(std::int64_t count);
 
     void make_buffer();
-    /// Takes the count in use, and makes the size `needed` bytes unless it is larger. The store follows by
-    /// `specify`, with the buffer bound: new, of undefined content; false when there is no memory for it.
+    /// Sets the count in use, and raises the size to `needed` bytes unless it is larger already. `specify`,
+    /// with the buffer bound, then makes a new store of that size with undefined content; false when there is
+    /// no memory for it.
     void take_sizes(std::int64_t count, std::int64_t needed);
     [[nodiscard]] bool specify() const;
-    /// Sets the sizes to nothing.
+    /// Sets the size and the count in use to 0.
     void clear_sizes();
-    /// Drops the buffer, and the sizes with it.
+    /// Drops the buffer and clears the sizes.
     void drop_buffer();
 
     const kind_t* kind;

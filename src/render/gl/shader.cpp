@@ -36,7 +36,7 @@ bool shader_t::allocate_file(GLenum type, const char* name, const char* base_dir
     if (!load_shader_file(text, name, base_directory) ||
         std::cmp_greater(text.size(), std::numeric_limits<GLint>::max()))
         return false;
-    // An empty text has no first byte to point at.
+    // An empty text has no first byte to point to.
     return allocate(type, text.empty() ? "" : text.begin(), static_cast<GLint>(text.size()));
 }
 

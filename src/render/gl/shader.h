@@ -6,7 +6,7 @@
 
 namespace ulk3d {
 
-/// Owner of one GL shader. Built without a context; every operation needs a current one.
+/// Owner of one GL shader. Can be constructed without a context; every operation needs a current one.
 class shader_t {
   public:
     shader_t() = default;
@@ -14,25 +14,28 @@ class shader_t {
     shader_t(const shader_t&) = delete;
     shader_t& operator=(const shader_t&) = delete;
 
-    /// Compiles `count` strings of the given lengths as a shader of `type`; a shader that exists is compiled
-    /// anew and keeps its first type. `compile_log()` holds GL's info log after, also on success.
+    /// Compiles `count` strings of the given lengths in bytes as a shader of `type`. An existing shader is
+    /// compiled again and keeps its first type. Afterwards `compile_log()` has GL's info log, even on
+    /// success.
     ///
-    /// False when GL gives no shader, or, with "shader_t::allocate() compile status error." on the standard
-    /// error stream, when it does not compile. What to do then is the caller's decision.
+    /// False when GL gives no shader (without a message), or when the source does not compile:
+    /// "shader_t::allocate() compile status error." is then printed to the standard error stream. The caller
+    /// decides what to do.
     [[nodiscard]] bool allocate(GLenum type, GLsizei count, const GLchar* const* strings,
                                 const GLint* lengths);
     /// The same for one source of `length` bytes.
     [[nodiscard]] bool allocate(GLenum type, const GLchar* source, GLint length);
-    /// The same for the source in a file, found as `load_shader_file` does; false when there is none.
+    /// The same for the source in a file, found as by `load_shader_file`; also false, without a message, when
+    /// there is none.
     [[nodiscard]] bool allocate_file(GLenum type, const char* name, const char* base_directory);
 
-    /// Deletes the shader. Without a current context the name is only forgotten.
+    /// Deletes the shader; without a current context only forgets its name.
     void release();
 
     void attach(GLuint program_id) const;
     void detach(GLuint program_id) const;
 
-    /// GL name, 0 when there is none.
+    /// GL name; 0 without a shader.
     GLuint shader_id() const { return id; }
     const std::string& compile_log() const { return log; }
 

@@ -25,7 +25,7 @@ bool transform_feedback_t::allocate() {
         glGenTransformFeedbacks(1, &id);
     if (id == 0)
         return false;
-    // The first bind makes the object of the name.
+    // The first bind creates the object behind the name.
     glBindTransformFeedback(GL_TRANSFORM_FEEDBACK, id);
     glBindTransformFeedback(GL_TRANSFORM_FEEDBACK, 0);
     return true;
@@ -59,7 +59,8 @@ void transform_feedback_t::end() const {
     grCheckError("transform_feedback_t::end(1)");
     glBindBufferBase(GL_TRANSFORM_FEEDBACK_BUFFER, 0, 0);
     grCheckError("transform_feedback_t::end(4)");
-    // The flag as it is now, not `native`: a 4.0 context always ends with its default object bound.
+    // Tests the flag as it is now, not `native`: in a 4.0 context the default object is always bound
+    // afterwards.
     if (GLEW_VERSION_4_0)
         glBindTransformFeedback(GL_TRANSFORM_FEEDBACK, 0);
 }

@@ -10,7 +10,7 @@ namespace ulk3d {
 
 namespace {
 
-// GL takes an offset into the bound buffer in the shape of a pointer.
+// GL takes an offset into the bound buffer in the form of a pointer.
 const void* buffer_offset(std::uint32_t words) {
     return reinterpret_cast<const void*>(static_cast<std::uintptr_t>(words) * 4);
 }

@@ -10,10 +10,10 @@
 
 namespace ulk3d {
 
-/// Owner of one GL vertex array name: which buffers feed which attribute locations.
+/// Owner of one GL vertex array, which records which buffers feed which attribute locations.
 ///
-/// Built without a context; the name comes into being at the first `allocate`. Every operation leaves no
-/// vertex array bound.
+/// Can be constructed without a context; the first `allocate` creates the name. Every operation but `bind`
+/// leaves no vertex array bound.
 class vertex_array_t {
   public:
     vertex_array_t() = default;
@@ -21,9 +21,9 @@ class vertex_array_t {
     vertex_array_t(const vertex_array_t&) = delete;
     vertex_array_t& operator=(const vertex_array_t&) = delete;
 
-    /// Makes a name when there is none.
+    /// Creates a name if there is none.
     void allocate();
-    /// Deletes the name. Without a current context the name is only forgotten.
+    /// Deletes the name; without a current context only forgets it.
     void release();
 
     /// The GL name, `gl_no_object` before `allocate`.
@@ -32,9 +32,10 @@ class vertex_array_t {
     void bind() const;
     void unbind() const;
 
-    /// Feeds the attributes of `list` from the buffer `buffer_id`, interleaved, `stride` words apart, to the
-    /// locations `first_location` and up. Two arrays can feed one vertex array: the second one starts where
-    /// the first has ended, or below that to replace attributes. Does nothing when `buffer_id` is 0.
+    /// Feeds the attributes of `list`, interleaved in the buffer `buffer_id` with a stride of `stride` words,
+    /// to the locations from `first_location` on. Two arrays can feed one vertex array: the second one starts
+    /// at the location after the first one's, or lower to replace attributes. Does nothing when `buffer_id`
+    /// is 0.
     void bind_attributes(const element_list_t& list, GLuint stride, GLuint buffer_id,
                          GLuint first_location) const;
 
@@ -46,15 +47,15 @@ class vertex_array_t {
     bool allocated = false;
 };
 
-/// How models hold a vertex array.
+/// How models hold a vertex array; copies share it.
 using vertex_array_ref = shared_holder<vertex_array_t>;
 
-/// The operations of the same names on a holder that may be null; they then do nothing.
+/// The operations of the same names on a holder; they do nothing when it is null.
 void bind_attributes(const vertex_array_ref& holder, const element_list_t& list, GLuint stride,
                      GLuint buffer_id, GLuint first_location);
 void draw(const vertex_array_ref& holder, GLenum mode, std::int64_t count);
 
-/// A count as GL's draw calls take it: at most 2147483647.
+/// A count as GL's draw calls take it: limited to 2147483647.
 GLsizei to_draw_count(std::int64_t count);
 
 }  // namespace ulk3d

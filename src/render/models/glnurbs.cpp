@@ -31,13 +31,13 @@ constexpr feedback_plan_t selection_feedback_plan = {
     .mark = "glnurbs_t::init() selection feedback varying setted.",
 };
 
-/// Points of a model, as the records of a pick are counted: in 32 bits.
+/// The number of a model's points, in 32 bits like the indices in the records of a pick.
 std::uint32_t point_count(const modeling_t& model) {
     const array_t* const points = model.array(0);
     return points == nullptr ? 0 : static_cast<std::uint32_t>(points->element_count());
 }
 
-/// Adds the points that the pass has found inside.
+/// Adds the points that the pass found inside. True when there was at least one.
 bool take_hits(pick_hits_t& hits, const modeling_t& model) {
     const feedback_span<const selection_record_t> records(model.selectionfeedback);
     bool found = false;
@@ -51,7 +51,7 @@ bool take_hits(pick_hits_t& hits, const modeling_t& model) {
     return found;
 }
 
-// Indexed queries are GL 4.0. A 3.3 context without them has one vertex stream, number 0.
+// Indexed queries need GL 4.0. A 3.3 context without them has only the vertex stream 0.
 void begin_query(GLenum target, GLuint id) {
     if (glBeginQueryIndexed != nullptr)
         glBeginQueryIndexed(target, 0, id);
@@ -112,12 +112,13 @@ bool glnurbs_t::selection(pick_hits_t& hits, modeling_t& model, const mtx3w& pla
     program.use();
     glUniformMatrix4fv(ClipPlanes, 1, GL_FALSE, planes.m.data());
     set_matrices(projection_matrix, modelview_matrix);
-    // Nobody sees the points of a pick: the next frame clears them before it is shown. On a software GL
-    // drawing them is most of the time of a pick, which comes with every motion of the mouse.
+    // The points of a pick would never be seen, as the next frame clears them before it is shown. In a
+    // software GL drawing them takes most of the time of a pick, which happens at every motion of the mouse.
     glEnable(GL_RASTERIZER_DISCARD);
     selection_feedback.begin(GL_POINTS, feedback.buffer_id());
     model.drawpoints();
-    // Without a buffer nothing was begun, and GL maps no buffer of no bytes.
+    // Without a buffer no capture was started. GL does not map an empty buffer, hence the test of the size
+    // below.
     if (feedback.buffer_id() != 0)
         selection_feedback.end();
     glDisable(GL_RASTERIZER_DISCARD);
@@ -142,7 +143,7 @@ int glnurbs_t::drawpolygon(modeling_t& model) {
     end_query(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN);
     grCheckError("glnurbs_t::drawpolygon(7)");
     for (const GLuint id : ids) {
-        GLint count = 0;  // only the wait for it and its errors are of interest
+        GLint count = 0;  // only waiting for it and its GL errors matter
         glGetQueryObjectiv(id, GL_QUERY_RESULT, &count);
     }
     grCheckError("glnurbs_t::drawpolygon(8)");

@@ -77,7 +77,7 @@ void activate(map_unit_t unit) {
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
 }
 
-/// The texture of a handle in the store, null for the handle of nothing.
+/// The texture of a handle in the store; null for handle 0 and for one that the store does not have.
 template <class Store>
 grTextureObject* object_of(const Store& store, std::uint32_t handle) {
     auto* const entry = handle != 0 ? store.get(handle) : nullptr;
@@ -113,8 +113,8 @@ void glpolygon_t::init_surface_program(const char* base_directory) {
     for (const uniform_row_t& row : uniform_rows)
         uniforms.*row.location = program.uniform(row.name);
 
-    // A select pass may be the first draw of all, and it leaves the cube map's sampler alone. Two samplers of
-    // different kinds on one unit, which is how a linked program starts, make GL refuse to draw.
+    // The first draw may be a select pass, which does not set the cube map's sampler. After linking all
+    // samplers refer to the same unit, and GL refuses to draw with samplers of different kinds on one unit.
     program.use();
     glUniform1i(uniforms.cubeTex, sampler_value(map_unit_t::cube));
     program_t::unuse();
@@ -147,8 +147,8 @@ void glpolygon_t::update_frames(polygon_t& polygon) {
         std::cerr << "glpolygon "
                   << "buf != gened: " << expected << ", " << gened << std::endl;
 
-    // `normals` never shrinks, so after a change to fewer vertices it is the larger one of the two. GL
-    // refuses a copy that reaches beyond either.
+    // `normals` never shrinks, so it is the larger buffer after the number of vertices has dropped. GL
+    // refuses a copy that reaches beyond either buffer.
     const std::int64_t bytes = std::min(polygon.normals.byte_size(), polygon.normalfeedback.byte_size());
     polygon.normalfeedback.bind();
     polygon.normals.bind();
@@ -157,8 +157,8 @@ void glpolygon_t::update_frames(polygon_t& polygon) {
     polygon.normalfeedback.unbind();
 }
 
-/// What sets the two draw passes apart. The marks are named for the step that they follow; a null mark is
-/// none.
+/// The differences between the two draw passes. `marks` has the error label of the check after each step;
+/// null for no check.
 struct glpolygon_t::pass_t {
     struct marks_t {
         const char* view;
@@ -175,7 +175,7 @@ struct glpolygon_t::pass_t {
     float color_factor;
     GLenum source_factor;
     void (polygon_t::*draw)();
-    void (grTextureObject::*place_cube)();  ///< binds the environment's cube, or keeps its unit empty
+    void (grTextureObject::*place_cube)();  ///< binds the environment's cube map, or unbinds it
     bool sets_cube_sampler;
     bool sets_mercator_sphere;
     marks_t marks;

@@ -35,7 +35,7 @@ void neutral_maps_t::init() {
     glGenTextures(static_cast<GLsizei>(ids.size()), ids.data());
     for (const neutral_map_t& map : neutral_maps) {
         glBindTexture(GL_TEXTURE_2D, ids[static_cast<std::size_t>(map.unit)]);
-        // Without smaller levels the default filter would leave the texture incomplete.
+        // With the default filter the texture would be incomplete, as it has no smaller levels.
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
         glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
         glTexImage2D(GL_TEXTURE_2D, 0, map.internal_format, 1, 1, 0, map.format, map.type, map.pixel.data());

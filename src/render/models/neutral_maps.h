@@ -6,15 +6,16 @@
 
 namespace ulk3d {
 
-/// The units of the maps of a surface, as the solid program samples them.
+/// The texture units from which the solid program samples the maps of a surface.
 enum class map_unit_t : std::uint32_t { color = 0, bump = 1, specular = 2, cube = 3 };
 
-/// One-pixel textures for surfaces whose pictures could not be loaded: an empty unit samples black, and the
-/// solid program, which always samples its maps, would show such a surface unlit. White colour, a flat
-/// normal, full specular strength. The cube map needs none: black is what an environment without a picture
-/// shows.
+/// One-pixel textures for surfaces whose pictures could not be loaded: white colour, a flat normal, full
+/// specular strength. The solid program always samples its maps; from a unit without a texture it would get
+/// black and show the surface unlit. The cube map needs no such texture, since an environment without a
+/// picture is black.
 ///
-/// Owns its GL names. `init` and `bind` need a current context; the destructor does nothing without one.
+/// Owns its GL names. Everything but construction and destruction needs a current context; the destructor
+/// does nothing without one.
 class neutral_maps_t {
   public:
     neutral_maps_t() = default;
@@ -24,8 +25,8 @@ class neutral_maps_t {
 
     void init();
 
-    /// Binds the map of `unit`, which must be the active one, unless a texture is bound there already.
-    /// Returns whether it did; then `unbind` it after the draw, at the same active unit.
+    /// Binds the map for `unit`, which must be the active one, unless a texture is already bound there. When
+    /// it returns true, call `unbind` after the draw, with the same unit active.
     bool bind(map_unit_t unit) const;
     static void unbind();
 

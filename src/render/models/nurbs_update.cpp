@@ -6,13 +6,13 @@
 #include "model/texture.h"
 #include "render/models/glpolygon.h"
 
-/// How a NURBS model keeps its mesh in step with its tables. It stands here, above the model, as the frames
-/// of the mesh are made by a GL program.
+/// How a NURBS model keeps its mesh in step with its tables. This is here, in a layer above the model,
+/// because a GL program computes the frames of the mesh.
 namespace ulk3d {
 
 namespace {
 
-/// To the last bit: a number that is none is then the same as itself.
+/// Compares bit by bit, so that a NaN equals itself.
 template <typename T>
 bool is_same(const matrix_t<T>& a, const matrix_t<T>& b) {
     return a.rows == b.rows && a.columns == b.columns && a.data.size() == b.data.size() &&

@@ -12,8 +12,8 @@ namespace ulk3d {
 
 namespace {
 
-/// The displays that need no window system: Mesa's surfaceless platform, then the devices that other drivers
-/// offer.
+/// The displays that need no window system: Mesa's surfaceless platform first, then the devices that other
+/// drivers offer.
 std::vector<EGLDisplay> candidate_displays() {
     std::vector<EGLDisplay> displays;
     displays.push_back(eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr));

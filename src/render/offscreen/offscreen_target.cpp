@@ -64,7 +64,7 @@ rgba_picture_t offscreen_target_t::read_pixels() const {
     glBindFramebuffer(GL_READ_FRAMEBUFFER, framebuffer);
     glBindBuffer(GL_PIXEL_PACK_BUFFER, 0);
     glPixelStorei(GL_PACK_ROW_LENGTH, 0);
-    // Rows of four-byte pixels meet every pack alignment but 8; single rows have no alignment to meet.
+    // Rows of four-byte pixels satisfy every pack alignment but 8; rows read singly need none.
     const std::size_t row = static_cast<std::size_t>(width);
     for (int y = 0; y < height; ++y)
         glReadPixels(0, height - 1 - y, width, 1, GL_RGBA, GL_UNSIGNED_BYTE,

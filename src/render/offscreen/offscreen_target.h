@@ -14,18 +14,18 @@ using libutils::rgba_picture_t;
 /// current GL context.
 class offscreen_target_t {
   public:
-    /// Sizes in pixels.
+    /// Takes sizes in pixels; check `is_complete` afterwards.
     offscreen_target_t(int width, int height);
     ~offscreen_target_t();
     offscreen_target_t(const offscreen_target_t&) = delete;
     offscreen_target_t& operator=(const offscreen_target_t&) = delete;
 
-    /// False when GL can not draw into a target of this size.
+    /// False when GL can not draw into a target of this size. Nothing is printed.
     bool is_complete() const { return complete; }
 
-    /// Draws go into this target from now on, with a viewport over all of it.
+    /// Directs drawing to this target, with a viewport that covers all of it.
     void bind() const;
-    /// Reads what is drawn; leaves bindings and pixel storage as they were.
+    /// Reads back the colours, top row first; leaves bindings and pixel storage as they were.
     rgba_picture_t read_pixels() const;
 
     int pixel_width() const { return width; }

@@ -24,7 +24,7 @@ constexpr program_plan_t grid_plan = {
     .link_failure = "program link failed.",
 };
 
-/// What all grids share.
+/// The program that all grids share.
 struct grid_program_t {
     shader_t vertex;
     shader_t fragment;

@@ -12,8 +12,8 @@ namespace {
 constexpr col3a grid_color{0.5F, 0.5F, 0.5F, 1.0F};
 constexpr float log5_of_10 = 1.4306766F;
 
-/// A range has up to 6 lines. Where it is hardly wider than the steps between floats at its place, rounding
-/// makes it up to 17; anything beyond this bound is no count.
+/// A range has up to 6 lines, or up to 17 through rounding when it is hardly wider than the steps between
+/// floats at that place. A higher count than this bound is not meaningful.
 constexpr float most_lines = 32;
 
 pos3 unprojected(const mtx3w& m, float x, float y) {
@@ -21,7 +21,8 @@ pos3 unprojected(const mtx3w& m, float x, float y) {
     return {place.x, place.y, place.z};
 }
 
-/// The lines across the axes `a` and `b` in turn. `place` makes a position of coordinates on `a` and `b`.
+/// The lines across axis `a`, then those across `b`. `place` turns coordinates on `a` and `b` into a
+/// position.
 template <class Place>
 std::vector<line_vertex_t> lines_across(const grid_axis_t& a, const grid_axis_t& b, Place place) {
     std::vector<line_vertex_t> lines;
@@ -68,8 +69,8 @@ grid_axes_t grid_axes(double aspect, const mtx3w& front_inverse, const mtx3w& si
     const mtx3w front = inverse_projection * front_inverse;
     const mtx3w top = inverse_projection * top_inverse;
     const mtx3w side = inverse_projection * side_inverse;
-    // On the screen the world's z grows downwards in the view from the top and to the left in the view from
-    // the side: its ranges run from the far to the near side, so that start is the smaller value here too.
+    // On the screen the world's z increases downwards in the top view and to the left in the side view. Its
+    // ranges are taken in that direction, so that start is the smaller value here too.
     return {
         .xy_x = grid_axis(unprojected(front, -1, 0).x, unprojected(front, 1, 0).x),
         .xy_y = grid_axis(unprojected(front, 0, -1).y, unprojected(front, 0, 1).y),

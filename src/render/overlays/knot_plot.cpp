@@ -28,7 +28,7 @@ constexpr program_plan_t knot_plot_plan = {
 
 constexpr col3a curve_color{0.5F, 0.5F, 0.5F, 1};
 
-/// One strip for each function, over as many vertices as the picture has columns.
+/// Writes one strip per function, each over as many vertices as the picture has columns.
 void write_strips(std::span<std::uint32_t> indices, std::uint64_t width, std::uint64_t count) {
     std::uint32_t vertex = 0;
     auto index = indices.begin();
@@ -80,7 +80,7 @@ void knot_plot_t::reshape(int width, int height, std::uint64_t count, std::uint6
     const std::uint64_t functions = is_whole && fits_into_memory(bytes) ? count : 0;
     const std::vector<control_point_t> samples = knot_plot_samples(columns, functions, order, knots);
     const auto index_count = static_cast<std::int64_t>(functions == 0 ? 0 : (columns + 1) * functions);
-    // A copy of nothing is asked for with a null pointer: the size 0 stands for the whole store.
+    // For no samples the pointer must be null, because a size of 0 stands for the whole store.
     const void* const source = samples.empty() ? nullptr : samples.data();
     const auto source_bytes = static_cast<std::int64_t>(samples.size() * sizeof(control_point_t));
     if (!array.allocate(static_cast<std::int64_t>(samples.size()), control_point_elements(), source,

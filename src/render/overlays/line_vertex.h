@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// A vertex of the overlays' lines as it stands in a GL buffer: 7 floats, the element list Position, RGBA.
+/// A vertex of the overlays' lines as stored in a GL buffer: 7 floats, with the element list Position, RGBA.
 struct line_vertex_t {
     pos3 position;
     col3a color;

@@ -27,7 +27,7 @@ void print_log(const std::string& log) {
     std::exit(EXIT_FAILURE);
 }
 
-/// A check takes GL's error away, so where no mark is told there must be none.
+/// A check clears GL's error, so without an error label there must be no check.
 void check_at(const char* mark) {
     if (mark != nullptr)
         libgr::grCheckError(mark);
@@ -46,7 +46,7 @@ void compile_and_attach(const program_plan_t& plan, const program_parts_t& parts
                         const char* base_directory) {
     compile(parts.vertex, GL_VERTEX_SHADER, plan.vertex, plan.prints_logs, base_directory);
     compile(parts.fragment, GL_FRAGMENT_SHADER, plan.fragment, plan.prints_logs, base_directory);
-    static_cast<void>(parts.program.create());  // without a program the link fails and says so
+    static_cast<void>(parts.program.create());  // without a program the link fails, which is reported
     parts.program.attach(parts.vertex);
     parts.program.attach(parts.fragment);
     check_at(plan.attached_mark);

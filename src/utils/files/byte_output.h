@@ -13,15 +13,16 @@ namespace libutils {
 /// After a failure nothing more is written and `failed` stays true.
 class byte_output {
   public:
-    /// The most bytes that one call of `append` takes.
+    /// The most bytes that one call of `append` can take.
     static constexpr std::size_t capacity = std::size_t{128} * 1024;
 
-    /// Opens as output_file does.
+    /// Opens the path as output_file does.
     byte_output(const char* path, fifo_t fifo) : file(path, fifo) {}
 
     bool is_open() const { return file.is_open(); }
 
-    /// Room for `size` bytes behind those written so far, which the caller fills before the next call.
+    /// Reserves `size` bytes, at most `capacity`, after those written so far; the caller must fill them
+    /// before the next call. Never null.
     [[nodiscard]] char* append(std::size_t size) {
         if (size > capacity - used)
             flush();
@@ -30,16 +31,18 @@ class byte_output {
         return room;
     }
 
-    /// Writes bytes, any number of them.
+    /// Writes any number of bytes.
     void write(const void* data, std::size_t size);
 
-    /// Writes over bytes that were appended before. A file in which one can not go back fails.
+    /// Overwrites `size` bytes at `offset` of the file, which must have been written before. Fails for a file
+    /// without random access.
     void overwrite(std::uint64_t offset, const void* data, std::size_t size);
 
-    /// Hands the rest to the system and closes. True when all bytes have reached the file.
+    /// Writes out the buffer and closes. True when all bytes have reached the file; false also after any
+    /// earlier failure.
     [[nodiscard]] bool complete();
 
-    /// Marks the output as failed: what was to be written is not at hand.
+    /// Marks the output as failed because its content is not available.
     void fail() { file.fail(); }
     bool failed() const { return file.failed(); }
 

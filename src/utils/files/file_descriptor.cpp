@@ -10,12 +10,12 @@ namespace libutils {
 
 bool file_descriptor::close() {
     const int closing = std::exchange(descriptor, -1);
-    // An interrupted close has closed the file on Linux: there is nothing to repeat.
+    // On Linux an interrupted close has still closed the file and must not be repeated.
     return closing < 0 || ::close(closing) == 0 || errno == EINTR;
 }
 
 file_descriptor open_plain_file(const char* path, std::uint64_t& size) {
-    // Without O_NONBLOCK the open of a FIFO would wait for a writer; it has no effect on plain files.
+    // Without O_NONBLOCK opening a FIFO would wait for a writer; plain files are not affected.
     file_descriptor file(::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!file.is_open() || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))

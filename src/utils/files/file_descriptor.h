@@ -5,12 +5,12 @@
 
 namespace libutils {
 
-/// Owner of an open file of the system. Not open after a failed open or after `close`.
+/// Owner of a file descriptor. Not open after a failed open, and after `close`.
 class file_descriptor {
   public:
     file_descriptor() = default;
     explicit file_descriptor(int open_descriptor) : descriptor(open_descriptor) {}
-    /// Loses what a close would tell.
+    /// Closes the file and ignores an error; `close` reports it.
     ~file_descriptor() { static_cast<void>(close()); }
     file_descriptor(file_descriptor&& other) noexcept : descriptor(std::exchange(other.descriptor, -1)) {}
     file_descriptor& operator=(file_descriptor&& other) noexcept {
@@ -20,21 +20,22 @@ class file_descriptor {
 
     bool is_open() const { return descriptor >= 0; }
     int get() const { return descriptor; }
-    /// Leaves the open file to someone else.
+    /// Gives up ownership without closing.
     void release() { descriptor = -1; }
 
-    /// False when the system reports that bytes written before were lost. True when nothing is open.
+    /// False when the system reports the loss of bytes written earlier. True when nothing is open.
     [[nodiscard]] bool close();
 
   private:
     int descriptor = -1;
 };
 
-/// Opens a plain file for reading and tells its size in bytes. Not open for a path that does not exist, can
-/// not be read or is no plain file (a directory, a FIFO, a device). Never waits.
+/// Opens a plain file for reading and sets `size` to its size in bytes. The result is not open, without a
+/// message, when the path does not exist, can not be read or is not a plain file (but a directory, a FIFO or
+/// a device). Never blocks.
 [[nodiscard]] file_descriptor open_plain_file(const char* path, std::uint64_t& size);
 
-/// Reads up to `size` bytes. 0 at the end of the file and after an error.
+/// Reads up to `size` bytes and returns how many were read: 0 at the end of the file and after an error.
 [[nodiscard]] std::size_t read_some(const file_descriptor& file, char* target, std::size_t size);
 
 }  // namespace libutils

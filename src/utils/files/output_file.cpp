@@ -22,14 +22,14 @@ file_descriptor create_file(const char* path, fifo_t fifo) {
     constexpr mode_t rights = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
     const int wait = fifo == fifo_t::waits_for_reader ? 0 : O_NONBLOCK;
     file_descriptor file(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | wait, rights));
-    // Once it is open, the reader of a FIFO takes the bytes at its own pace.
+    // Once it is open, writes to a FIFO wait for the reader to take the bytes.
     if (file.is_open())
         ::fcntl(file.get(), F_SETFL, ::fcntl(file.get(), F_GETFL) & ~O_NONBLOCK);
     return file;
 }
 
-/// Writes all bytes by a call that takes a part of them: `write_part(data, size)`, with the result of
-/// ::write. False when the system did not take them all.
+/// Writes all bytes by repeated calls of `write_part(data, size)`, which may take only some of them and
+/// returns what ::write does. False when the system does not take them all.
 template <typename WritePart>
 bool write_parts(const char* data, std::size_t size, WritePart&& write_part) {
     while (size > 0) {
@@ -84,7 +84,7 @@ std::FILE* output_file::stream() {
 
 bool output_file::complete() {
     if (lent != nullptr) {
-        // The close tells of the last bytes only, the error of those before.
+        // The close reports only the loss of the last bytes; ferror reports earlier ones.
         const bool lost = std::ferror(lent) != 0;
         const bool closed = std::fclose(std::exchange(lent, nullptr)) == 0;
         broken = broken || lost || !closed;

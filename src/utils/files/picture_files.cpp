@@ -18,7 +18,7 @@ bool map_picture(const char* path, image_window_t& bytes) {
         std::cerr << path << ": file stat failed.\n";
         return false;
     }
-    // A mapping that fails ends the process; whether the file may be read is found out before.
+    // A mapping that fails ends the process, so permission to read is checked beforehand.
     if (faccessat(AT_FDCWD, path, R_OK, AT_EACCESS) != 0 || !bytes.allocate(0, path, 0)) {
         std::cerr << path << ": file load failed.\n";
         return false;
