@@ -30,6 +30,16 @@ class Overlays : public editor_test {
                 count += wanted(picture.at(at.x + x, picture.height - 1 - at.y - y));
         return count;
     }
+    /// Without the pixels at the edge of the view: a line on the border of two views may light those of
+    /// either.
+    int lit_inside(const rgba_picture_t& picture, view_t view) const {
+        const viewport_t at = area(view);
+        int count = 0;
+        for (int y = 1; y + 1 < at.height; ++y)
+            for (int x = 1; x + 1 < at.width; ++x)
+                count += picture.at(at.x + x, picture.height - 1 - at.y - y) != clear_pixel;
+        return count;
+    }
     int lit_in(const rgba_picture_t& picture, view_t view) const {
         return count_in(picture, view, [](const auto& pixel) { return pixel != clear_pixel; });
     }
@@ -39,7 +49,7 @@ TEST_F(Overlays, GridsStandInTheThreeOrthographicViews) {
     for (const auto& [width, height] : {std::pair{400, 320}, {401, 321}, {300, 500}}) {
         resize(width, height);
         const rgba_picture_t picture = frame();
-        EXPECT_EQ(lit_in(picture, view_t::perspective), 0);
+        EXPECT_EQ(lit_inside(picture, view_t::perspective), 0);
         for (const view_t view : orthographic_views) {
             EXPECT_GT(lit_in(picture, view), 50) << name_of(view);
             EXPECT_EQ(count_in(picture, view,

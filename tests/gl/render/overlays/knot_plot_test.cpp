@@ -90,7 +90,8 @@ TEST_F(KnotPlot, ShowsTheFunctionsOfTheKnots) {
     plot.draw();
     const libutils::rgba_picture_t picture = target.read_pixels();
 
-    // Where the curves run in a column, in pixels from the bottom: between its sample and the next one.
+    // Where the curves run in a column, in pixels from the bottom: between its sample and the next one. A
+    // driver may draw the first pixel of a segment in the column before.
     const auto height = [](std::uint64_t function, int x) {
         const float t = static_cast<float>(x) / size;
         return (static_cast<double>(basis(function, 4, t, {cubic.data()})) + 1) * size / 2;
@@ -98,7 +99,8 @@ TEST_F(KnotPlot, ShowsTheFunctionsOfTheKnots) {
     for (int x = 0; x + 1 < size; ++x) {
         std::vector<bool> may_be_drawn(size, false);
         for (std::uint64_t function = 0; function < 7; ++function) {
-            const auto [low, high] = std::minmax({height(function, x), height(function, x + 1)});
+            const auto [low, high] = std::minmax(
+                {height(function, std::max(x - 1, 0)), height(function, x), height(function, x + 1)});
             bool is_drawn = false;
             for (int y = std::max(0, static_cast<int>(low) - 1); y <= static_cast<int>(high) + 1 && y < size;
                  ++y) {
@@ -126,7 +128,8 @@ TEST_F(KnotPlot, DrawsNothingOverAnotherCurveOrInTheLowerHalf) {
         for (int x = 0; x < size; ++x)
             EXPECT_EQ(picture.at(x, y), (libutils::rgba_picture_t::pixel_t{46, 46, 46, 255}));
     // No line leads from the end of a curve to the beginning of the next: both cross in the middle alone.
-    EXPECT_GT(picture.at(size / 2, size / 4)[0], 100);
+    const auto is_lit = [&picture](int x, int y) { return picture.at(x, y)[0] > 100; };
+    EXPECT_TRUE(is_lit(size / 2, size / 4) || is_lit(size / 2, size / 4 - 1));
     EXPECT_EQ(picture.at(size / 2, size / 8)[0], 46);
     EXPECT_EQ(picture.at(size / 2, size * 3 / 8)[0], 46);
 }
