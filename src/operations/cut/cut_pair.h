@@ -65,7 +65,7 @@ pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uin
 ///     error, mi1: 9 over.
 ///     error, mi2: 3 , meptr[mi2]: 12 >= 8 over.
 ///     error, mi1: 3 , meptr[mi1]: 12 >= 8 over.
-bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count, std::uint64_t mi2,
-                 std::uint64_t mi1);
+[[nodiscard]] bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count,
+                               std::uint64_t mi2, std::uint64_t mi1);
 
 }  // namespace ulk3d

@@ -23,15 +23,15 @@ using progress_signal_t = sigc::signal<void, double>;
 /// Progress runs from 0 to 0.5 while a model is split, starting over for each model, and then from 0.5 to 1,
 /// or slightly more, while triangles are removed from it.
 ///
-/// A model that a handler of the progress removes from the list is left alone from then on. A model that
-/// memory does not suffice for when it is written back stays as it was. Requires a current GL context. Edit
+/// A model that a handler of the progress removes from the list is left alone from then on. When memory does
+/// not suffice to write a model back, that model stays as it was. Requires a current GL context. Edit
 /// histories of changed models are no longer valid; the caller has to clear them.
 void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
 /// Returns whether the boxes of two meshes overlap or are too close to rule that out. The outline test looks
 /// at whole lines, so a cutter far away can split triangles whose planes happen to meet its own in the line
 /// of an edge. A victim that the cutter can not touch is therefore skipped altogether.
-bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
+[[nodiscard]] bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
 
 /// The two phases of the cut, on the host. Both return whether the victim has changed.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);

@@ -18,7 +18,7 @@ namespace ulk3d {
 /// listed for every ray.
 class ray_grid_t {
   public:
-    /// Makes the flat data of the triangles, which are not kept. All rays end at `end_z`.
+    /// Makes the triangles flat (`make_flat`) and keeps no reference to them. All rays end at `end_z`.
     ray_grid_t(std::span<cut_triangle_t> triangles, float end_z);
 
     /// The numbers of the triangles, in ascending order, that a ray upwards from `start` may meet. Valid

@@ -13,7 +13,7 @@
 namespace ulk3d {
 namespace {
 
-/// Bit k is set where a point is outside of line k.
+/// Bit k is set where a point is outside line k.
 using outside_code_t = std::uint8_t;
 
 constexpr pos3 project(const pos3& p, const mtx3w& m) {

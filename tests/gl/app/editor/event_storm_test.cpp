@@ -109,7 +109,8 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
                 editor.view().crosshair_on = pick(0, 3) == 0;
                 return;
             default:
-                editor.fold();
+                // Most folds of the storm fail: there is no axis, or nothing is selected.
+                static_cast<void>(editor.fold());
         }
     }
 
