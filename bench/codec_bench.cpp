@@ -19,8 +19,8 @@
 #include "utils/codecs/png_image.h"
 #include "utils/codecs/tga_file.h"
 
-/// Loading of a picture of 4096 by 4096 colours in each form, beside the least that has to be done for it:
-/// the library's bare loop for PNG and JPEG, the mapping of the file for BMP, one read for TGA.
+/// Loading of a picture of 4096 by 4096 colours in each file form, compared with the least work possible: the
+/// library's bare loop for PNG and JPEG, mapping the file for BMP, a single read for TGA.
 namespace {
 
 using namespace libutils;
@@ -47,7 +47,7 @@ image2d picture(std::uint32_t format) {
     return image;
 }
 
-/// The picture in the four forms, in files that are removed at the end of the process.
+/// The picture in the four forms, in files that are removed when the process exits.
 class files_t {
   public:
     files_t() {

@@ -7,9 +7,9 @@
 #include "model/vertex.h"
 #include "render/offscreen/offscreen_context.h"
 
-/// Recording and moving of selected points, the argument is their count: the plain way, a list node and a
-/// read or write of the buffer per point; the list with one mapping per step; and the edit history. The ratio
-/// of the times of two rows of the same argument is the speed-up.
+/// Recording and moving selected points; the argument is their number: the plain way, with a list node and a
+/// read or write of the buffer for each point; the list with one mapping for each step; and the edit history.
+/// The ratio of the times of two rows with the same argument is the speed-up.
 namespace {
 
 using namespace ulk3d;
@@ -52,7 +52,7 @@ void plain(benchmark::State& state) {
     }
 }
 
-/// One mapping per step, a list node per point.
+/// One mapping for each step, one list node for each point.
 void listed(benchmark::State& state) {
     ulk_test::points_model_t model;
     if (!fill(state, model))

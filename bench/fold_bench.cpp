@@ -8,13 +8,13 @@
 #include "operations/fold/fold_polygons.h"
 #include "render/gl/element_array.h"
 
-/// Folding a sheet in strips, of which some triangles are marked: `half` of the sheet, as a user marks one
-/// side of a crease, or `every_other` triangle, which cuts as often as can be. `plain` cuts the strips in
-/// place, one insertion at a time, and goes over all elements for each torn vertex; `fast` is the program's
-/// way; `model` is all that the fold button does to a model, reading and writing of its GL buffers and
-/// renewal of what depends on them included. The argument is the count of triangles; the ratio of the counter
-/// `triangles` (per second) between two rows of the same argument is the speed-up. The plain way is
-/// quadratic: it has no rows for large sheets.
+/// Folding a sheet in strips, of which some triangles are selected: `half` of the sheet, as a user selects
+/// one side of a crease, or `every_other` triangle, which makes as many cuts as possible. `plain` cuts the
+/// strips in place, one insertion at a time, and scans all elements for each torn vertex; `fast` is what the
+/// program uses; `model` is everything that the fold button does to a model, including reading and writing
+/// its GL buffers and renewing what depends on them. The argument is the number of triangles; the ratio of
+/// the counter `triangles` (per second) between two rows with the same argument is the speed-up. The plain
+/// way is quadratic: it has no rows for large sheets.
 namespace {
 
 using namespace ulk3d;

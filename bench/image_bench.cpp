@@ -7,11 +7,11 @@
 #include "../tests/support/plain_image_transforms.h"
 #include "utils/pictures/image_transforms.h"
 
-/// Transforms on the way from a picture to a texture: the plain loop over the pixels, row by row, and what
-/// the program uses. The argument is the side of a square image. The counter `pixels` is pixels per second:
-/// the ratio between two rows of the same argument is the speed-up. Targets are used again, so that the
-/// system's clearing of new memory is not in the figures. `copy` copies the bytes of an RGB image, which no
-/// exchange of its channels can outrun: a larger image does not fit into the processor's caches.
+/// Transforms on the way from a picture to a texture: the plain loop over the pixels, row by row, compared
+/// with what the program uses. The argument is the side of a square image. The counter `pixels` is pixels per
+/// second: the ratio between two rows with the same argument is the speed-up. Targets are reused, so that the
+/// figures do not include the system's clearing of new memory. `copy` copies the bytes of an RGB image, which
+/// no exchange of its channels can outrun: a larger image does not fit into the processor's caches.
 namespace {
 
 using namespace libutils;

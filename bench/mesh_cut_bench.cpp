@@ -4,11 +4,11 @@
 #include "../tests/support/plain_mesh_cut.h"
 #include "operations/cut/mesh_cut.h"
 
-/// The mesh cut: the plain loop over all pairs of triangles, and the cut that the program uses. The argument
-/// is the level of both meshes, spheres of 20 times 4 to that power triangles (320, 1,280, 5,120, 20,480).
-/// The ratio of the times of two rows of the same scene and argument is the speed-up. Scenes: two smooth
-/// spheres in strips, as files hold them; and two with every vertex shaken, one triangle to a strip, as from
-/// a scanner.
+/// The mesh cut: the plain loop over all pairs of triangles, compared with the cut that the program uses. The
+/// argument is the level of both meshes, spheres of 20 times 4 to that power triangles (320, 1,280, 5,120,
+/// 20,480). The ratio of the times of two rows with the same scene and argument is the speed-up. Scenes: two
+/// smooth spheres in strips, as in files; and two with every vertex displaced at random, one triangle to a
+/// strip, as from a scanner.
 namespace {
 
 using namespace ulk3d;

@@ -13,9 +13,9 @@
 #include "render/gl/mapped_span.h"
 #include "render/offscreen/offscreen_target.h"
 
-/// What one event of the mouse costs in a view area of 1280 by 960 pixels, by the triangles of the one model
-/// in the scene: a wavy sheet, every point of it seen in the perspective view. 16 ms are a frame of the
-/// screen.
+/// What one mouse event costs in a view area of 1280 by 960 pixels, by the number of triangles of the only
+/// model in the scene: a wavy sheet, all of whose points are visible in the perspective view. One frame of
+/// the screen is 16 ms.
 namespace {
 
 using namespace ulk3d;
@@ -26,12 +26,12 @@ constexpr std::uint32_t key_return = 0xff0d;
 struct place_t {
     int x, y;
 };
-/// Two places near the middle of the perspective view: events go from one to the other.
+/// Two places near the middle of the perspective view: the events alternate between them.
 constexpr place_t places[] = {{960, 240}, {968, 246}};
 /// The same in the front view.
 constexpr place_t front_places[] = {{320, 720}, {328, 726}};
 
-/// One long strip per row of quads.
+/// One long strip for each row of quads.
 void build_sheet(polygon_t& polygon, std::int64_t triangles) {
     const auto side = static_cast<std::uint32_t>(std::sqrt(static_cast<double>(triangles) / 2));
     const std::uint32_t row = side + 1;
@@ -59,7 +59,7 @@ void build_sheet(polygon_t& polygon, std::int64_t triangles) {
     polygon.afterload("sheet");
 }
 
-/// The scene editor with the sheet, its picture in a target of its own.
+/// The scene editor with the sheet, drawing into a target of its own.
 class stage_t {
   public:
     explicit stage_t(std::int64_t triangles) : target((need_context(), width), height), editor("ulk_bench") {
@@ -77,7 +77,7 @@ class stage_t {
     ulkedit_t editor;
 };
 
-/// Motion with a button held down; GL has done all of its work when an event counts as over.
+/// Motion with a button held down; an event counts as finished when GL has done all of its work.
 void run_motions(benchmark::State& state, stage_t& stage, const place_t (&between)[2]) {
     stage.editor.mouse_button(left_button, false, between[0].x, between[0].y);
     std::size_t event = 0;
@@ -100,7 +100,7 @@ void motion_picks_points_in_front(benchmark::State& state) {
     run_motions(state, stage, front_places);
 }
 
-/// Every event hits all points of the model, none of them marked: the most that a pick can be asked for.
+/// Every event hits all points of the model, none of them selected: the most that a pick can be asked for.
 void motion_marks_all_points(benchmark::State& state) {
     stage_t stage(state.range(0));
     stage.editor.press_modifier(modifier_alt, modifier_alt);
@@ -122,7 +122,7 @@ void motion_marks_all_points(benchmark::State& state) {
 void motion_picks_polygons(benchmark::State& state) {
     stage_t stage(state.range(0));
     stage.editor.set_mode(operation_mode_t::clipping);
-    // The reports are not what is measured.
+    // Printing the reports is not what is measured.
     std::cout.setstate(std::ios::failbit);
     run_motions(state, stage, places);
 }
@@ -147,7 +147,7 @@ void stroke_of_a_brush(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * motions);
 }
 
-/// All points are marked and follow the mouse.
+/// All points are selected and follow the mouse.
 void motion_drags_points(benchmark::State& state) {
     stage_t stage(state.range(0));
     modeling_t& model = stage.editor.current_model()->polygon;
@@ -176,7 +176,7 @@ void frame(benchmark::State& state) {
 }
 
 void sizes(benchmark::internal::Benchmark* each) {
-    // The calling thread sleeps while the driver's own draw, so wall clock time is what a user waits.
+    // The calling thread sleeps while the driver's own threads draw, so wall clock time is what a user waits.
     each->ArgName("triangles")
         ->Arg(1'000)
         ->Arg(100'000)

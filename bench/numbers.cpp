@@ -11,7 +11,7 @@
 #include "../tests/unit/utils/text/evalnumber_reference.h"
 #include "utils/text/evalnumber.h"
 
-// The numbers of a scene file, read and written, each beside the plain way.
+// Reading and writing the numbers of a scene file, each compared with the plain way.
 
 namespace {
 

@@ -3,10 +3,10 @@
 #include "../tests/support/plain_nurbs.h"
 #include "model/nurbs/nurbs_grid.h"
 
-/// Evaluation of a surface at a grid of samples: the plain double loop with the plain recursion, the double
-/// loop with basis functions of bounded work, and the evaluator that the program uses. Arguments: points
-/// along a row, points along a column, order, samples per side, and whether all knot vectors differ. The
-/// counter `samples` is samples per second: the ratio between two rows of the same arguments is the speed-up.
+/// Evaluating a surface at a grid of samples: the plain double loop with the plain recursion, the double loop
+/// with basis functions of bounded work, and the evaluator that the program uses. Arguments: points along a
+/// row, points along a column, order, samples per side, and whether all knot vectors differ. The counter
+/// `samples` is samples per second: the ratio between two rows with the same arguments is the speed-up.
 namespace {
 
 using ulk_test::net_t;
@@ -62,7 +62,7 @@ void nurbs_evaluator(benchmark::State& state) {
     count_samples(state);
 }
 
-// Places where a double loop takes seconds are left out.
+// Sizes for which a double loop takes seconds are left out.
 BENCHMARK(nurbs_plain_recursion)
     ->ArgNames({"columns", "rows", "order", "side", "differ"})
     ->ArgsProduct({{8}, {8}, {3}, {33, 257}, {0, 1}})

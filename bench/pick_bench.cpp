@@ -11,7 +11,7 @@
 #include "render/gl/mapped_span.h"
 #include "render/models/glnurbs.h"
 
-/// A pick of points with a rectangle of 5 by 5 pixels in a viewport of 640 by 480, in perspective.
+/// Picking points with a rectangle of 5 by 5 pixels in a viewport of 640 by 480, in perspective.
 namespace {
 
 using namespace ulk3d;
@@ -35,7 +35,7 @@ void build_cloud(polygon_t& polygon, std::int64_t count) {
         vertex = {{coordinate(random), coordinate(random), coordinate(random)}, {1, 1, 1, 1}, {}};
 }
 
-/// The same question asked of the mapped vertices on the processor, point by point.
+/// The same query answered on the processor from the mapped vertices, point by point.
 void pick_on_the_host(pick_hits_t& hits, polygon_t& polygon, const mtx3w& planes, const mtx3w& projection,
                       const mtx3w& modelview) {
     const array_span<const vertex_t> vertices(polygon.vertices);
@@ -81,7 +81,7 @@ void pick_points(benchmark::State& state) {
     });
 }
 
-// The calling thread sleeps while the driver's own draw, so wall clock time is what a user waits.
+// The calling thread sleeps while the driver's own threads draw, so wall clock time is what a user waits.
 BENCHMARK(pick_points_on_the_host)
     ->ArgName("points")
     ->Arg(1'000)

@@ -7,10 +7,11 @@
 #include "model/math/projections.h"
 #include "render/gl/element_array.h"
 
-/// Picking of polygons: the plain loop that clips every triangle, and the hit test that the program uses.
-/// The argument is the count of triangles. The counter `triangles` is triangles per second: the ratio between
-/// two rows of the same scene and argument is the speed-up. Scenes: a sphere in strips, as files hold it, and
-/// a heap of large triangles all over the view, of which every other one crosses the row of the pick.
+/// Picking polygons: the plain loop that clips every triangle, compared with the hit test that the program
+/// uses. The argument is the number of triangles. The counter `triangles` is triangles per second: the ratio
+/// between two rows with the same scene and argument is the speed-up. Scenes: a sphere in strips, as in
+/// files, and a heap of large triangles all over the view, every other one of which crosses the row of the
+/// pick.
 namespace {
 
 using namespace ulk3d;

@@ -44,7 +44,7 @@ void take_frames_away(polygon_t& polygon) {
     std::ranges::fill(frames.span(), frame_t{});
 }
 
-/// The told steps by the letter: a look into the set for each id, three indices written for each.
+/// The steps in the most literal way: a lookup in the set for each id, and three indices written for each.
 void load_plainly(polygon_t& polygon) {
     polygon.polyidvector.assign(polygon.element_count() - 2, {});
     const array_span<vertex_t> vertices(polygon.vertices);

@@ -19,8 +19,8 @@
 #include "model/math/colours.h"
 #include "render/gl/mapped_span.h"
 
-/// Reading and writing of a polygon block of half a million vertices and a million elements, beside a plain
-/// reader and a plain writer of the same block. Each benchmark's time is that of one whole block.
+/// Reading and writing a polygon block of half a million vertices and a million elements, compared with a
+/// plain reader and a plain writer of the same block. Each benchmark's time is that of one whole block.
 namespace {
 
 using namespace ulk3d;
@@ -58,7 +58,7 @@ void build_sheet(model_entry_t& entry) {
     }
 }
 
-/// The sheet, and a file that holds it; the file is removed at the end of the process.
+/// The sheet, and a file that holds it; the file is removed when the process exits.
 class sheet_t {
   public:
     sheet_t() : entry(model_kind_t::polygon) {
@@ -98,7 +98,8 @@ const char* value_of(const std::string& line, const char* key) {
                                                                   : nullptr;
 }
 
-/// The same arrays filled line by line: getline and the library's number scanner, keys in the told order.
+/// The same arrays filled line by line: getline and the library's number scanner, comparing the keys in a
+/// fixed order.
 bool read_plainly(const std::string& path, polygon_t& polygon) {
     std::ifstream input(path, std::ios::binary);
     std::string line;

@@ -26,10 +26,10 @@
 #include "model/polygon/strip_walk.h"
 #include "render/gl/mapped_span.h"
 
-/// Reading and writing of a binary STL file of a million triangles, beside a plain reader and a plain writer
-/// that pass each field of a triangle to the stream, and beside assimp's reader. Each benchmark's time is
-/// that of one whole file; reading ends with the arrays in GL buffers, their frames made and the polygons
-/// numbered (assimp: in its own arrays on the host, with the file's normals).
+/// Reading and writing a binary STL file of a million triangles, compared with a plain reader and a plain
+/// writer that pass each field of a triangle to the stream, and with assimp's reader. Each benchmark's time
+/// is that of one whole file; reading ends with the arrays in GL buffers, their frames made and the polygons
+/// numbered (for assimp: in its own arrays on the host, with the file's normals).
 namespace {
 
 using namespace ulk3d;
@@ -61,7 +61,7 @@ void build_sheet(polygon_t& polygon) {
     }
 }
 
-/// The sheet, and a file that holds it; the file is removed at the end of the process.
+/// The sheet, and a file that holds it; the file is removed when the process exits.
 class sheet_t {
   public:
     sheet_t() : entry(model_kind_t::polygon) {
@@ -191,7 +191,7 @@ void load_file(benchmark::State& state) {
     count_bytes(state);
 }
 
-/// What is left of a load when nothing is read: the making of the arrays and the numbering of the polygons.
+/// What remains of a load when nothing is read: making the arrays and numbering the polygons.
 bool allocate_and_complete(const char* path, scene_t& scene) {
     polygon_t& polygon =
         scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
@@ -201,7 +201,7 @@ bool allocate_and_complete(const char* path, scene_t& scene) {
 }
 
 #ifdef ULK_HAS_ASSIMP
-/// One mesh of separate triangles, with the normals of the file; null when it does not load.
+/// One mesh of separate triangles, with the normals of the file; null when it can not be loaded.
 const aiMesh* read_with_assimp(const char* path, Assimp::Importer& importer) {
     const aiScene* const scene = importer.ReadFile(path, 0);
     return scene != nullptr && scene->mNumMeshes == 1 ? scene->mMeshes[0] : nullptr;
@@ -251,7 +251,7 @@ bool load_with_assimp(const char* path, scene_t& scene) {
 }
 #endif
 
-/// True when two files are the same behind their headers, which tell their paths.
+/// True when two files are equal after their headers, which contain their paths.
 bool same_triangles(const std::string& a, const std::string& b) {
     std::ifstream first(a, std::ios::binary), second(b, std::ios::binary);
     first.seekg(80);

@@ -6,9 +6,9 @@
 #include "support/cut_area.h"
 #include "support/cut_scenes.h"
 
-/// Prints how well the mesh cut keeps its promise, by families of random scenes: area that was left inside of
-/// the cutter and area that was lost outside, in percent of the area of the victim's triangles that reach
-/// into the cutter. `mesh_cut_report [scenes per family]`
+/// Prints how accurate the mesh cut is, by families of random scenes: the area that was left inside the
+/// cutter and the area that was lost outside, in percent of the area of the victim's triangles that reach
+/// into the cutter. Usage: `mesh_cut_report [scenes per family]`
 namespace {
 
 using namespace ulk_test;

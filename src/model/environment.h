@@ -22,7 +22,7 @@ struct environment_t {
     ///
     /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
     /// of an entry without a GL name, which is left out when drawing.
-    bool initex(const char* base_file);
+    [[nodiscard]] bool initex(const char* base_file);
 
     /// The path of one of the six pictures, numbered 0 to 5 in the order above, as `initex` builds it.
     std::string face_path(const char* base_file, std::size_t face) const;

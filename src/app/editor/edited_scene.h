@@ -49,8 +49,8 @@ class edited_scene_t {
 
     /// Saves to a path, whose ending decides the form (formats/scene_files.h). False when not all bytes have
     /// reached the file, or when there is no current model to save.
-    bool save_models_to(const char* path);
-    bool save_current_to(const char* path);
+    [[nodiscard]] bool save_models_to(const char* path);
+    [[nodiscard]] bool save_current_to(const char* path);
 
     scene_gate_t& gate() { return change_gate; }
     const scene_gate_t& gate() const { return change_gate; }
@@ -60,7 +60,7 @@ class edited_scene_t {
     /// Adds what `load` puts into an empty scene: models, the first of which becomes current, and an
     /// environment if it names a map. Forgets the steps of undo. False, with nothing changed, when `load`
     /// returns false or the gate is closed.
-    bool append(const std::function<bool(scene_t&)>& load);
+    [[nodiscard]] bool append(const std::function<bool(scene_t&)>& load);
     /// Appends an empty model of a kind and makes it current.
     void add_model(model_kind_t kind);
     /// Removes the current model from the scene and forgets the steps of undo; the model after it becomes
@@ -74,7 +74,7 @@ class edited_scene_t {
     /// Folds the selected polygons of all polygon models by `angle` degrees about the fold axis. False, with
     /// nothing changed, when the axis lacks an end or both ends are at the same place, when no polygon is
     /// selected, when memory does not suffice, or when the gate is closed.
-    bool fold(float angle);
+    [[nodiscard]] bool fold(float angle);
     /// Subtracts the current polygon model from all others; does nothing when the current model is a NURBS
     /// model or there is none. `receiver` is called with the fraction done, from 0 to 1, and may run the
     /// event loop.
@@ -101,6 +101,7 @@ class edited_scene_t {
 
     // The fold axis, from end 0 to end 1.
 
+    /// Sets end 0 or 1 to a vertex, which is not checked. Always true, as the slots of hits have a result.
     bool set_fold_vertex(std::size_t end, std::uint64_t model, std::uint64_t vertex);
     void clear_fold_vertices();
     /// The positions of both ends; empty when one of them does not exist.

@@ -40,17 +40,17 @@ class ulkedit_t {
     /// Adds a file's models, and its environment if it has one, to the scene, makes the first new model
     /// current, fits the view and clears the edit history. On failure the scene stays as it was; messages are
     /// written as lines to `errors`, and one line, "NAME: file open error.", to the standard error stream.
-    bool file_open(const char* name, std::ostream& errors);
+    [[nodiscard]] bool file_open(const char* name, std::ostream& errors);
     /// Saves to a path, whose ending decides the form (formats/scene_files.h). False when not all bytes have
     /// reached the file, or when there is no current model to save.
-    bool save_models_to(const char* path) { return edited.save_models_to(path); }
-    bool save_current_to(const char* path) { return edited.save_current_to(path); }
+    [[nodiscard]] bool save_models_to(const char* path) { return edited.save_models_to(path); }
+    [[nodiscard]] bool save_current_to(const char* path) { return edited.save_current_to(path); }
 
     void add_model(model_kind_t kind) { edited.add_model(kind); }
     void select_model(std::uint64_t index) { edited.select_model(index); }
     void delete_current() { edited.delete_current(); }
     void polygonize_current() { edited.polygonize_current(); }
-    bool fold() { return edited.fold(fold_angle); }
+    [[nodiscard]] bool fold() { return edited.fold(fold_angle); }
     void cut_current(const sigc::slot<void, double>& receiver) { edited.cut_current(receiver); }
     bool cut_is_running() const { return !edited.gate().is_open(); }
 

@@ -42,9 +42,9 @@ class ViewArea : public Gtk::GLArea {
     void redraw();
 
     // Commands on the scene; see ulkedit_t.
-    bool open_file(const std::string& name, std::ostream& errors);
-    bool save_models_to(const std::string& name);
-    bool save_current_to(const std::string& name);
+    [[nodiscard]] bool open_file(const std::string& name, std::ostream& errors);
+    [[nodiscard]] bool save_models_to(const std::string& name);
+    [[nodiscard]] bool save_current_to(const std::string& name);
     void add_polygon();  ///< does not redraw: the dialog that follows does
     void add_nurbs();    ///< does not redraw: the dialog that follows does
     void polygonize_current();
@@ -60,7 +60,7 @@ class ViewArea : public Gtk::GLArea {
     void set_punish_mode();
     void set_clipping_mode();
     void set_folding_mode();
-    bool fold();
+    [[nodiscard]] bool fold();
     /// Rings the bell when the cut has finished.
     void cut_current(const sigc::slot<void, double>& receiver);
 

@@ -100,7 +100,7 @@ void ViewMenuBar::rebuild_model_menu(bool empty, model_kind_t kind, std::uint64_
 }
 
 Glib::ustring ViewMenuBar::row_label(const model_row_t& row, std::uint64_t index, bool is_current) const {
-    // The current model is marked in the text, so that no check item is needed.
+    // The text shows which model is current, so that no check item is needed.
     std::string label = is_current ? "v _" : "  _";
     libutils::append_number(label, index);
     if (row.kind == model_kind_t::polygon)

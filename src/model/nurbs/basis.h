@@ -37,7 +37,7 @@ struct basis_run_t {
 };
 
 /// True when no knot is less than the one before it and none is not-a-number.
-bool is_ascending(std::uint64_t knot_count, knot_view_t knots);
+[[nodiscard]] bool is_ascending(std::uint64_t knot_count, knot_view_t knots);
 
 /// Evaluates all basis functions 0 to count - 1 of `order` at `t`, over count + order knots: appends to
 /// `values` those that can be other than 0, each equal to `basis` to the last bit.

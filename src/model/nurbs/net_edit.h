@@ -64,7 +64,7 @@ struct option_table_t {
 /// Option table `index` of a NURBS model; an empty one where there is none.
 option_table_t read_option(const nurbs_t& nurbs, std::uint32_t index);
 /// Stores the values that differ and returns whether any did. Entries that `values` does not have stay.
-bool write_option(nurbs_t& nurbs, std::uint32_t index, const matrix_t<float>& values);
+[[nodiscard]] bool write_option(nurbs_t& nurbs, std::uint32_t index, const matrix_t<float>& values);
 
 /// What writing a table back has changed in a model.
 struct table_change_t {

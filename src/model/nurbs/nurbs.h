@@ -30,7 +30,8 @@ class nurbs_t : public modeling_t {
     /// selected. Makes no GL calls. False when the tables do not fit into memory (model/memory_budget.h),
     /// without a message. Throws std::bad_array_new_length when their size overflows. In both cases the model
     /// then has no tables.
-    bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2, std::uint64_t order2);
+    [[nodiscard]] bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2,
+                                std::uint64_t order2);
 
     /// Makes the GL arrays from the host tables, sets the name unless it is null, and unselects all points.
     /// False when an array can not be allocated; for the control points and their sizes this prints the line
@@ -42,7 +43,7 @@ class nurbs_t : public modeling_t {
     /// when it can not be allocated, as with a resolution2 of 0.
     ///
     /// The polygon's `afterload` runs before the strips are written: a new polygon needs it once more.
-    bool makeVertices();
+    [[nodiscard]] bool makeVertices();
 
     /// Evaluates the surface into the polygon's vertices, with the parameters as texture coordinates, then
     /// calls updateNormals. The work grows with the samples times the orders.

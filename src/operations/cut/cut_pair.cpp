@@ -7,7 +7,7 @@
 namespace ulk3d {
 namespace {
 
-/// By edge: 0 is corner 0 to 1, 1 is corner 1 to 2, 2 is corner 2 to 0.
+/// By edge: 0 is from corner 0 to 1, 1 from corner 1 to 2, 2 from corner 2 to 0.
 using codes_t = std::array<int, 3>;
 using crossings_t = std::array<crossing_t, 3>;
 using ts_t = std::array<float, 3>;
@@ -29,8 +29,8 @@ bool is_between(int code, int low, int high) {
     return low <= code && code <= high;
 }
 
-/// Two new vertices on the first two edges with a code, from the corner that they share; none when there are
-/// no two such edges.
+/// Two new vertices on the first two edges that have a code, starting from the corner that they share; none
+/// when there are no two such edges.
 pair_cut_t cut_two_edges(const codes_t& codes, const ts_t& ts) {
     for (std::uint32_t edge = 0; edge < 3; ++edge) {
         const std::uint32_t next = (edge + 1) % 3;
@@ -40,7 +40,7 @@ pair_cut_t cut_two_edges(const codes_t& codes, const ts_t& ts) {
     return {};
 }
 
-/// The edge with code 4 where the two others go through corners of the cutter's triangle.
+/// The edge with code 4 while the two others pass through corners of the cutter's triangle.
 std::optional<std::uint32_t> edge_opposite_to_corners(const codes_t& codes) {
     if (std::ranges::count(codes, edge_at_corner) != 2)
         return std::nullopt;
@@ -54,7 +54,7 @@ bool is_on_line(int code) {
     return code == edge_on_outline || code == edge_outside;
 }
 
-/// With exactly one code 0: whether the two other edges, met by the cutter's plane, are to be cut.
+/// When exactly one code is 0: whether the two other edges, which meet the cutter's plane, have to be cut.
 bool orders_cut(const codes_t& codes, const crossings_t& crossings, cut_triangle_t& triangle) {
     const auto apart = static_cast<std::size_t>(std::ranges::find(codes, 0) - codes.begin());
     const std::size_t p = (apart + 1) % 3;
@@ -68,9 +68,10 @@ bool orders_cut(const codes_t& codes, const crossings_t& crossings, cut_triangle
     return outline_test(outline, number, crossings[p].point, crossings[q].point, triangle) >= 1;
 }
 
-/// Whether two outline edges of the cutter's triangle pass through the victim's one. A common segment that
-/// ends on both outlines, two codes 2, must be cut like one that ends inside: else a face of a coarse mesh
-/// stays whole where the cutter crosses it from edge to edge, and goes or stays with its centroid.
+/// Whether two outline edges of the cutter's triangle pass through the victim's. A common segment that ends
+/// on both outlines, two codes 2, must be cut like one that ends inside: otherwise a face of a coarse mesh
+/// stays whole where the cutter crosses it from edge to edge, and is kept or removed as a whole by its
+/// centroid.
 bool passes_through(const codes_t& k) {
     const auto met =
         std::ranges::count_if(k, [](int c) { return is_between(c, edge_on_outline, edge_outside); });
@@ -100,8 +101,8 @@ ts_t ts_of(const crossings_t& crossings) {
     return {crossings[0].t, crossings[1].t, crossings[2].t};
 }
 
-/// The reversed question, for pairs that the victim's edges do not settle: how the edges of the cutter's
-/// triangle lie against the victim's one.
+/// The reverse question, for pairs that the victim's edges do not decide: how the edges of the cutter's
+/// triangle lie relative to the victim's.
 pair_cut_t cut_reversed(cutter_triangle_t& cutter, const corners_t& victim, const codes_t& r,
                         const crossings_t& crossings, std::uint64_t j, std::uint64_t i) {
     cut_triangle_t triangle(victim[0], victim[1], victim[2]);

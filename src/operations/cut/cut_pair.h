@@ -28,12 +28,12 @@ class cutter_triangle_t {
     std::optional<triangle_t> full_triangle;
 };
 
-/// How a triangle of the victim is split for one triangle of the cutter. The corners 0, 1, 2 are those at the
-/// element positions mi2, mi1, i. By count of new vertices:
-/// 0: not at all;
+/// How a triangle of the victim is split for one triangle of the cutter. Corners 0, 1, 2 are those at the
+/// element positions mi2, mi1, i. By the number of new vertices:
+/// 0: it is not split;
 /// 1: on the edge from `first` to the next corner, at t1 (`add_vertex0`);
-/// 2: `first` is the apex: on the edge from it to the next corner at t1, and on the edge from the corner
-/// before it to it at t2 (`add_vertex`).
+/// 2: `first` is the apex: on the edge from it to the next corner, at t1, and on the edge from the previous
+/// corner to it, at t2 (`add_vertex`).
 struct pair_cut_t {
     std::uint32_t new_vertices = 0;
     std::uint32_t first = 0;
@@ -43,28 +43,29 @@ struct pair_cut_t {
 };
 
 /// Decides about one pair. j and i are the element positions of the last corners in cutter and victim; they
-/// only label the messages. Prints on the standard error stream
+/// only identify the pair in the messages. Prints on the standard error stream
 ///
 ///     ptn: on the line detect, ignore.
 ///
-/// when all edges of the cutter's triangle pass through the victim's one, and
+/// when all edges of the cutter's triangle pass through the victim's, and
 ///
 ///     ptn: obj: single crosspoint.
 ///     j: 11, i: 7
 ///     r1: 0, r2: 0, r3: 4
 ///     k1: 3, k2: 3, k3: 0
 ///
-/// when the edges of the cutter's triangle order a cut, but the victim's edges have no two points for it.
+/// when the edges of the cutter's triangle call for a cut, but the victim's edges do not have two points for
+/// it.
 pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uint64_t j, std::uint64_t i);
 
-/// Whether a triangle of the victim can be examined: both element positions exist and hold a vertex. If not,
-/// prints the first of these lines that applies:
+/// Returns whether a triangle of the victim can be examined: both element positions exist and hold a vertex.
+/// If not, prints the first of these lines that applies on the standard error stream:
 ///
 ///     error, mi2: 9 over.
 ///     error, mi1: 9 over.
 ///     error, mi2: 3 , meptr[mi2]: 12 >= 8 over.
 ///     error, mi1: 3 , meptr[mi1]: 12 >= 8 over.
-bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count, std::uint64_t mi2,
-                 std::uint64_t mi1);
+[[nodiscard]] bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count,
+                               std::uint64_t mi2, std::uint64_t mi1);
 
 }  // namespace ulk3d

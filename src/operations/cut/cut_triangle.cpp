@@ -14,7 +14,7 @@ namespace {
 
 using values_t = std::array<float, 3>;
 
-/// With a unit normal: values are distances, negative to the left of the way from p to q.
+/// Has a unit normal: values are distances, negative to the left of the direction from p to q.
 line2d unit_line(const pos3& p, const pos3& q) {
     const float dx = q.x - p.x;
     const float dy = q.y - p.y;
@@ -22,7 +22,8 @@ line2d unit_line(const pos3& p, const pos3& q) {
     return {dy / length, -dx / length, (p.y * q.x - p.x * q.y) / length};
 }
 
-/// Where two lines meet. Parallel ones, a determinant of exactly 0, give not-a-numbers and never infinities.
+/// Where two lines meet. Parallel lines, with a determinant of exactly 0, give not-a-numbers and never
+/// infinities.
 pos2 meeting_point(const line2d& k, const line2d& l) {
     constexpr float none = std::numeric_limits<float>::quiet_NaN();
     const float det = k.b * l.a - k.a * l.b;
@@ -49,12 +50,13 @@ int code_of(const values_t& e) {
         return edge_inside;
     if (all_positive(e))
         return edge_apart;
-    // Any mixture of negative values and zeros, zeros alone included, is on the outline.
+    // Any mixture of negative values and zeros, including zeros alone, is on the outline.
     const bool on_outline = std::ranges::all_of(e, [](float v) { return f_lt(v, 0) || f_eq(v, 0); });
     return on_outline ? edge_on_outline : edge_outside;
 }
 
-/// The meeting points against the triangle's other edges; an edge that the line is parallel to has none.
+/// The code of the meeting points relative to the triangle's other edges; an edge parallel to the line has
+/// none.
 int outline_code(const outline_t& outline, const cut_triangle_t& triangle) {
     const auto value = [&](std::size_t edge, std::size_t meet) {
         const pos2& x = outline.meets[meet];

@@ -24,8 +24,8 @@ float highest_z(const strip_mesh_t& mesh) {
 }
 
 /// Where the ray ends: clearly above the cutter. A ray that ended at the highest z itself would meet a level
-/// top, or pass below it, as the rounding of the top's plane has it, and points below it would count as
-/// inside or outside by chance.
+/// top or pass below it, depending on how the plane of the top was rounded, and points below it would count
+/// as inside or outside by chance.
 float ray_end(float high_z) {
     return high_z + std::fabs(high_z) + 1;
 }
@@ -58,8 +58,8 @@ int sum_of_hits(std::span<const crossing_hit_t> hits) {
         else if (hit.kind == edge_inside)
             sum += 2 * direction;
         else if (corner == nullptr || (hit.t == corner->t && hit.slope < corner->slope))
-            // The triangles around a corner give it slightly different t: what comes above the first is most
-            // likely the same corner again, and counts no more.
+            // The triangles around a corner give it slightly different t: a hit above the first is most
+            // likely the same corner again, and is not counted.
             corner = &hit;
     }
     if (corner != nullptr)

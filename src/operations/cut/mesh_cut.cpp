@@ -35,7 +35,7 @@ std::vector<victim_t> read_victims(const polygon_t& cutter, const model_list_t& 
     return victims;
 }
 
-/// Handlers of the progress may have taken a model out of the list.
+/// Writes a victim back, unless a handler of the progress has removed its model from the list.
 void write_back(const victim_t& victim, model_list_t& models) {
     const auto entry = std::ranges::find(models, victim.entry, &std::unique_ptr<model_entry_t>::get);
     if (victim.changed && entry != models.end())

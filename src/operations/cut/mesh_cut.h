@@ -11,32 +11,33 @@ namespace ulk3d {
 
 class inside_test_t;
 
-/// Takes how far the cut has come. A handler may run other events: no mapping is open meanwhile.
+/// Receives how far the cut has come. A handler may run other events: no buffer is mapped meanwhile.
 using progress_signal_t = sigc::signal<void, double>;
 
-/// Subtracts the polygon model at place `current` of the list, the cutter, from all other polygon models of
+/// Subtracts the polygon model at place `current` of the list, the cutter, from all other polygon models in
 /// the list: their triangles are split along the lines where they meet the cutter's, and then each triangle
-/// whose centroid is inside of the cutter is removed. The cutter and models of other kinds stay as they are,
-/// and so does a model in which nothing is split or removed. Does nothing when there is no polygon model with
+/// whose centroid is inside the cutter is removed. The cutter and models of other kinds stay as they are, and
+/// so does a model in which nothing is split or removed. Does nothing when there is no polygon model with
 /// vertices and elements at `current`.
 ///
-/// Progress runs from 0 to 0.5 while a model is split, for each model anew, and then from 0.5 to 1, or a
-/// little above, while triangles are removed from it.
+/// Progress runs from 0 to 0.5 while a model is split, starting over for each model, and then from 0.5 to 1,
+/// or slightly more, while triangles are removed from it.
 ///
-/// A model that leaves the list in a handler of the progress is left alone from then on. Needs a current GL
-/// context. Edit histories of changed models no longer fit; clearing them is up to the caller.
+/// A model that a handler of the progress removes from the list is left alone from then on. When memory does
+/// not suffice to write a model back, that model stays as it was. Requires a current GL context. Edit
+/// histories of changed models are no longer valid; the caller has to clear them.
 void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
-/// Whether the boxes of two meshes are not clearly apart. The outline test looks at whole lines: a cutter far
-/// away can split triangles whose planes happen to meet its own in the line of an edge. A victim that the
-/// cutter can not touch is therefore skipped altogether.
-bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
+/// Returns whether the boxes of two meshes overlap or are too close to rule that out. The outline test looks
+/// at whole lines, so a cutter far away can split triangles whose planes happen to meet its own in the line
+/// of an edge. A victim that the cutter can not touch is therefore skipped altogether.
+[[nodiscard]] bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
 
-/// The two phases of the cut, on the host. Both return whether the victim was changed.
+/// The two phases of the cut, on the host. Both return whether the victim has changed.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 
-/// The second phase with the inside test of the cutter, which serves for any number of victims.
+/// The second phase with an inside test made of the cutter, which can serve any number of victims.
 bool remove_inside(strip_mesh_t& victim, inside_test_t& cutter, const progress_signal_t& progress);
 
 }  // namespace ulk3d

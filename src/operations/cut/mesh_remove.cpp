@@ -10,13 +10,13 @@
 namespace ulk3d {
 namespace {
 
-/// Walks the strips of a victim and removes triangles. Works on one strip after the other, so that what moves
-/// up behind a removed triangle is the rest of its strip and not of the mesh.
+/// Walks the strips of a victim and removes triangles. Works on one strip after the other, so that only the
+/// rest of a strip moves up behind a removed triangle, and not the rest of the mesh.
 class remover_t {
   public:
     remover_t(inside_test_t& test, const progress_signal_t& signal) : inside(test), progress(signal) {}
 
-    /// Whether anything was removed.
+    /// Returns whether anything was removed.
     bool remove_from(strip_mesh_t& victim);
 
   private:
@@ -28,7 +28,7 @@ class remover_t {
     inside_test_t& inside;
     const progress_signal_t& progress;
     double step = 0;
-    strip_mesh_t strip;  ///< all vertices, and the elements of a strip with the restart mark that ends it
+    strip_mesh_t strip;  ///< all vertices, and the elements of one strip with the restart mark that ends it
     bool changed = false;
 };
 
@@ -66,8 +66,8 @@ void remover_t::walk_strip(std::size_t position_ahead) {
     }
 }
 
-/// Removes the triangle that closes at position i. Returns the position at which the walk goes on, with a run
-/// count of 0.
+/// Removes the triangle that closes at position i. Returns the position at which the walk continues, with a
+/// run count of 0.
 std::uint32_t remover_t::remove_triangle(std::uint32_t i, std::uint32_t triangle_number) {
     const bool index_follows = index_at(std::size_t{i} + 1);
     if (triangle_number > 0) {

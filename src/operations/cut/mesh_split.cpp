@@ -15,7 +15,7 @@ namespace {
 using place_t = strip_runs_t::place_t;
 
 /// Splits the triangles of a victim. The result is that of a walk over all of its triangles for each triangle
-/// of the cutter; `strip_runs_t` and `pair_filter_t` only leave out those that come out whole.
+/// of the cutter; `strip_runs_t` and `pair_filter_t` only skip those that stay whole.
 class splitter_t {
   public:
     explicit splitter_t(strip_mesh_t& mesh) : victim(mesh), runs(mesh) {}
@@ -65,10 +65,10 @@ void splitter_t::collect(cutter_triangle_t& cutter) {
         runs.append_candidates(candidates, run, plane);
 }
 
-/// Looks at the triangle at a place, and if it is split, at all behind it in the run, as candidates there are
-/// no longer where they were. Returns the first position that was not looked at. Triangles behind the run
-/// still have their places, counted from its end, or stand in the run by now: then no triangle closes at the
-/// place.
+/// Examines the triangle at a place and, if it is split, all triangles behind it in the run, as the
+/// candidates there are no longer where they were. Returns the first position that was not examined.
+/// Triangles behind the run keep their places relative to its end, or have moved into the run: then no
+/// triangle closes at the place.
 std::uint32_t splitter_t::walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter,
                                   std::uint64_t j) {
     std::uint32_t end = place.position + 1;
@@ -88,7 +88,7 @@ std::uint32_t splitter_t::walk_on(std::uint32_t run, place_t place, cutter_trian
     return end;
 }
 
-/// Splits the triangle that closes at a place, if it has to be, and takes the place behind it.
+/// Splits the triangle that closes at a place, if necessary, and moves the place to the position after it.
 bool splitter_t::split_triangle(place_t& place, cutter_triangle_t& cutter, std::uint64_t j) {
     const std::uint32_t i = place.position;
     const bool flipped = place.run_count % 2 == 0;
@@ -113,7 +113,7 @@ bool splitter_t::split_triangle(place_t& place, cutter_triangle_t& cutter, std::
     return advance != 0;
 }
 
-/// Of the vertices that the strips refer to; a mesh without any has none.
+/// The box of the vertices that the strips refer to; empty for a mesh without any.
 std::optional<box3> box_of(const strip_mesh_t& mesh) {
     std::optional<box3> box;
     for (const std::uint32_t index : mesh.elements) {

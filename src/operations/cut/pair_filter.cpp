@@ -10,14 +10,14 @@
 namespace ulk3d {
 namespace {
 
-// These functions become one loop that computes several triangles at once. So they are inlined without fail
-// and have no branches: truth values are joined by & and |. Not-a-numbers are treated so that the
-// triangle is asked about.
+// These functions become one loop that computes several triangles at once. They are therefore always inlined
+// and have no branches: truth values are combined by & and |. Not-a-numbers are treated so that the triangle
+// is passed to `cut_pair`.
 
 using cutter_values_t = pair_filter_t::cutter_values_t;
 using values_t = std::array<float, 3>;
 
-/// Below this no product of the outline test overflows.
+/// Up to this size no product in the outline test overflows.
 constexpr float far = 1e15F;
 
 bool is_near(const line2d& line) {
@@ -47,7 +47,7 @@ bool is_near(const line2d& line) {
             line_value(cutter.edges[2], flat.x, flat.y)};
 }
 
-/// Neither inside of all edge lines nor outside of all.
+/// True when a point is neither inside all edge lines nor outside all of them.
 [[gnu::always_inline]] inline int is_mixed(const values_t& e) {
     const int some_not_inside = int{e[0] >= -eps} | int{e[1] >= -eps} | int{e[2] >= -eps};
     const int some_not_outside = int{e[0] <= eps} | int{e[1] <= eps} | int{e[2] <= eps};
@@ -58,7 +58,8 @@ bool is_near(const line2d& line) {
     return k.b * l.a - k.a * l.b;
 }
 
-/// The line through p and q meets no edge line in parallel, and meets the first one outside of the triangle.
+/// True when the line through p and q is parallel to no edge line, and meets the first one outside the
+/// triangle.
 [[gnu::always_inline]] inline int passes_by(const cutter_values_t& cutter, const pos3& p, const pos3& q) {
     const float dx = q.x - p.x;
     const float dy = q.y - p.y;
@@ -74,7 +75,7 @@ bool is_near(const line2d& line) {
     return outside & meets_all & int{std::fabs(line.c) < cutter.reach};
 }
 
-/// The cutter's corners are all strictly on one side of the victim's plane.
+/// True when the cutter's corners are all strictly on one side of the victim's plane.
 [[gnu::always_inline]] inline int is_on_one_side(const cutter_values_t& cutter, const pos3& p0,
                                                  const pos3& p1, const pos3& p2) {
     const pos3 centroid = (p0 + p1 + p2) * 0.33333334F;

@@ -6,21 +6,21 @@
 
 #include "model/math/records.h"
 
-/// On which side of a plane many points or boxes lie. The value of a point is normal dot point in single
-/// precision, x times x first, as in `dot`.
+/// On which side of a plane each of many points or boxes lies. The value of a point is normal dot point in
+/// single precision, starting with x times x, as in `dot`.
 namespace ulk3d {
 
-/// Bit k is for point k. A value that equals d or is not a number is on neither side.
+/// Bit k belongs to point k. A value that equals d or is not-a-number is on neither side.
 struct side_bits_t {
     std::uint64_t below = 0, above = 0;
 };
 
-/// Of 64 points, given axis by axis.
+/// The sides of 64 points; x, y and z hold 64 coordinates each.
 side_bits_t point_sides(const dir3& normal, float d, const float* x, const float* y, const float* z);
 
-/// Bit k is set unless box k is altogether below or above the plane. `low` and `high` give, axis by axis, the
-/// coordinates of the corner with the least and with the greatest value of each box. `count`, up to 64, is a
-/// multiple of 4.
+/// Bit k is set unless box k is entirely below or entirely above the plane. For each axis, `low` and `high`
+/// hold that coordinate of the corner with the least, or the greatest, value of each box. `count` is a
+/// multiple of 4, at most 64.
 std::uint64_t boxes_on_both_sides(const dir3& normal, float d, const std::array<const float*, 3>& low,
                                   const std::array<const float*, 3>& high, std::size_t count);
 

@@ -13,7 +13,7 @@ namespace ulk3d {
 namespace {
 
 constexpr double most_cells = 512;                ///< along an axis
-constexpr std::uint32_t most_cells_of_one = 256;  ///< that one triangle is put into
+constexpr std::uint32_t most_cells_of_one = 256;  ///< that one triangle may be put into
 
 /// Twice what the roundings between a ray and a distance can add up to, relative to the largest coordinate.
 constexpr double rounding = 16 * static_cast<double>(std::numeric_limits<float>::epsilon());
@@ -38,7 +38,7 @@ pos3 high_corner(const cut_triangle_t& triangle) {
     return component_max(component_max(triangle.p0, triangle.p1), triangle.p2);
 }
 
-/// How far a corner is from the plane, where rounding has turned the normal.
+/// How far a corner can be from the plane, because rounding has turned the normal.
 double off_plane(const cut_triangle_t& triangle) {
     const dir3& n = triangle.normal;
     const pos3& c = triangle.centroid;
@@ -51,8 +51,9 @@ double off_plane(const cut_triangle_t& triangle) {
     return distance;
 }
 
-/// How far a point can be from the outline with all distances from the edge lines within `distance`: at the
-/// sharpest corner the distance over the sine of half the angle, which is at least half the angle's sine.
+/// How far a point can be from the outline when all its distances from the edge lines are within `distance`:
+/// at the sharpest corner the distance divided by the sine of half the angle, which is at least half the
+/// angle's sine.
 double beyond_corner(const cut_triangle_t& triangle, const std::array<double, 3>& sides, double distance) {
     const auto& [p, q, r] = triangle.flat_points;
     const double twice_area =
@@ -61,8 +62,8 @@ double beyond_corner(const cut_triangle_t& triangle, const std::array<double, 3>
     return distance / (sine / 2);
 }
 
-/// How far in x and y from a triangle's box a ray can be and still count as meeting it, when no coordinate is
-/// beyond `size`. Infinite or not a number when there is no bound.
+/// How far in x and y from a triangle's box a ray can be and still count as meeting it, when no coordinate
+/// exceeds `size`. Infinite or not-a-number when there is no bound.
 double widening(const cut_triangle_t& triangle, double size) {
     std::array<double, 3> sides{};
     for (std::size_t k = 0; k < 3; ++k) {
@@ -110,7 +111,7 @@ void ray_grid_t::lay_axes(std::span<const cut_triangle_t> triangles) {
         high = seeded ? component_max(high, high_corner(triangle)) : high_corner(triangle);
         seeded = true;
     }
-    // Rays may start somewhat farther away than the triangles are.
+    // Rays may start somewhat further away than the triangles are.
     reach = 4 * std::max({reach, largest(low), largest(high)});
     const double cells = std::clamp(std::sqrt(static_cast<double>(triangles.size())), 1.0, most_cells);
     const auto lay = [cells](float from, float to) {

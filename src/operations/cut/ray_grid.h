@@ -9,24 +9,24 @@
 
 namespace ulk3d {
 
-/// Finds the triangles that a ray along z may meet, by its x and y.
+/// Finds the triangles that a ray along z may meet, by the ray's x and y.
 ///
 /// Each triangle is listed in all cells of a grid from which the test could report a hit: those over its own
-/// box, widened by as much as tolerance and rounding of `classify_edge` can reach. At a sharp corner that is
-/// far more than the tolerance itself, since a point may be beyond it by the tolerance over the sine of half
-/// the angle. Triangles for which this is no use (needles, values that are not finite) are given to every
-/// ray.
+/// box, widened by as much as the tolerance and rounding of `classify_edge` can reach. At a sharp corner that
+/// is far more than the tolerance itself, since a point may lie beyond it by the tolerance divided by the
+/// sine of half the angle. Triangles for which this does not work (needles, values that are not finite) are
+/// listed for every ray.
 class ray_grid_t {
   public:
-    /// Makes the flat data of the triangles. All rays end at `end_z`.
+    /// Makes the triangles flat (`make_flat`) and keeps no reference to them. All rays end at `end_z`.
     ray_grid_t(std::span<cut_triangle_t> triangles, float end_z);
 
-    /// The numbers of the triangles, in rising order, that a ray from `start` up may meet. Valid until the
-    /// next call.
+    /// The numbers of the triangles, in ascending order, that a ray upwards from `start` may meet. Valid
+    /// until the next call.
     const std::vector<std::uint32_t>& numbers_for(const pos3& start);
 
   private:
-    /// Cells along one axis, both included.
+    /// A range of cells along one axis, both ends included.
     struct range_t {
         std::uint32_t first = 0, last = 0;
 
@@ -50,11 +50,11 @@ class ray_grid_t {
     std::optional<cells_t> cells_of(const cut_triangle_t& triangle) const;
 
     std::size_t triangle_count;
-    float reach;  ///< of coordinates for which the widening holds
+    float reach;  ///< the widening holds for coordinates up to this
     axis_t x_axis, y_axis;
-    std::vector<std::uint32_t> offsets;  ///< by cell, into `entries`; one more at the end
-    std::vector<std::uint32_t> entries;  ///< numbers of triangles, rising in each cell
-    std::vector<std::uint32_t> for_all;  ///< numbers that every ray gets
+    std::vector<std::uint32_t> offsets;  ///< by cell: its beginning in `entries`; one more at the end
+    std::vector<std::uint32_t> entries;  ///< numbers of triangles, ascending in each cell
+    std::vector<std::uint32_t> for_all;  ///< numbers of the triangles listed for every ray
     std::vector<std::uint32_t> found;
 };
 

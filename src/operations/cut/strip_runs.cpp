@@ -12,7 +12,7 @@ namespace {
 
 using box_t = std::array<float, 6>;
 
-/// A run and the two positions ahead of it fill a word.
+/// A run and the two positions before it fill a word.
 constexpr std::uint32_t run_size = 62;
 constexpr std::uint32_t run_limit = 4 * run_size;
 constexpr std::uint32_t word_bits = 64;
@@ -20,7 +20,7 @@ constexpr std::size_t group_size = 16;
 
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr box_t no_box{infinity, infinity, infinity, -infinity, -infinity, -infinity};
-/// No plane has it on one side: a value of its corners is infinite or not a number.
+/// No plane has this box on one side: the values of its corners are infinite or not-a-number.
 constexpr box_t endless_box{-infinity, -infinity, -infinity, infinity, infinity, infinity};
 
 void include(box_t& box, const pos3& p) {
@@ -188,7 +188,7 @@ void strip_runs_t::append_candidates(std::vector<candidate_t>& candidates, std::
                                      const cut_plane_t& plane) {
     const run_t& run = runs[number];
     const float* const x = run.coordinates.data();
-    // The last two positions of the word before.
+    // The last two positions of the previous word.
     side_bits_t before{};
     for (std::uint32_t w = 0; w < run.words.size(); ++w) {
         const std::size_t first = std::size_t{w} * word_bits;
@@ -210,7 +210,7 @@ void strip_runs_t::append_candidates(std::vector<candidate_t>& candidates, std::
             const bool is_flipped = (flipped >> k & 1) != 0;
             candidate_t candidate{number, w * word_bits + k - 2, is_flipped, 3};
             if ((off_plane >> k & 1) != 0) {
-                // Of three corners on two sides the lone one differs from both others.
+                // Of three corners on two sides, the lone one differs from both others.
                 const std::uint64_t i = below2 >> k & 1, j = below1 >> k & 1, l = sides.below >> k & 1;
                 candidate.lone = i == j ? 2 : (i == l) != is_flipped ? 1 : 0;
             }

@@ -9,45 +9,46 @@
 
 namespace ulk3d {
 
-/// The points p with normal dot p = d. Values are computed in single precision, from the left.
+/// The plane of the points p with normal dot p = d. Values are computed in single precision, from left to
+/// right.
 struct cut_plane_t {
     dir3 normal;
     float d = 0;
 };
 
-/// Finds the triangles of a mesh that a plane does not leave on one side, without looking at each of them,
-/// while the mesh is being split.
+/// Finds the triangles of a mesh that are not entirely on one side of a plane, without looking at each of
+/// them, while the mesh is being split.
 ///
 /// The elements are divided into runs of consecutive positions, each with the box of the vertices that its
-/// triangles use. A run is skipped when all corners of its box are on one side. That is exact: rounded
-/// sums and products grow with their arguments, so that no vertex of the run has a value beyond that of the
-/// box's corner. A run with a vertex that is not finite is never skipped.
+/// triangles use. A run is skipped when all corners of its box are on one side. That is exact: rounded sums
+/// and products are monotonic, so that no vertex of the run has a value beyond that of the box's corner. A
+/// run with a vertex that is not finite is never skipped.
 class strip_runs_t {
   public:
     explicit strip_runs_t(const strip_mesh_t& of) : mesh(of) { build(); }
 
-    /// A triangle closes at `position`, with `run_count` indices of its strip up to there.
+    /// The triangle that closes at `position`; `run_count` is the number of indices of its strip up to there.
     struct place_t {
         std::uint32_t position = 0;
         std::uint32_t run_count = 0;
     };
 
-    /// A triangle with corners on both sides of a plane, or in it.
+    /// A triangle with corners on both sides of a plane, or with a corner in it.
     struct candidate_t {
         std::uint32_t run;
-        std::uint32_t offset;  ///< of the closing position in the run
+        std::uint32_t offset;  ///< from the beginning of the run to the closing position
         bool flipped;
         /// The corner that is alone on its side, in the order mi2, mi1, i; 3 when a corner is in the plane or
-        /// has a value that is not a number.
+        /// its value is not-a-number.
         std::uint32_t lone;
 
         bool has_lone_corner() const { return lone < 3; }
     };
 
-    /// All runs that the plane may meet, in their order. Valid until the next call.
+    /// All runs that the plane may meet, in order. Valid until the next call.
     const std::vector<std::uint32_t>& meeting(const cut_plane_t& plane);
 
-    /// Appends the candidates of a run, in their order.
+    /// Appends the candidates of a run, in order.
     void append_candidates(std::vector<candidate_t>& candidates, std::uint32_t run, const cut_plane_t& plane);
 
     /// The corners mi2, mi1, i of a candidate.
@@ -56,23 +57,23 @@ class strip_runs_t {
     place_t place(const candidate_t& candidate) const;
     std::uint32_t end_of(std::uint32_t run) const { return runs[run].begin + runs[run].size; }
 
-    /// The mesh was split in a run and has grown by `growth` positions there.
+    /// Call after the mesh was split in a run and has grown by `growth` positions there.
     void update(std::uint32_t run, std::uint32_t growth);
 
-    /// Divides anew when splits have made a run long. Numbers of runs change.
+    /// Divides the elements again when splits have made a run long. The numbers of runs change.
     void tidy();
 
   private:
-    /// What is known of 64 positions, as bits.
+    /// What is known about 64 positions, as bits.
     struct word_t {
         std::uint64_t closing = 0;  ///< a triangle closes here
-        std::uint64_t flipped = 0;  ///< and is turned, if an even count of indices is ahead of the run
-        std::uint64_t leading = 0;  ///< before the first restart mark: an odd count turns it round
+        std::uint64_t flipped = 0;  ///< and is flipped, if an even number of indices comes before the run
+        std::uint64_t leading = 0;  ///< before the first restart mark: an odd number inverts `flipped`
     };
 
     struct run_t {
         std::uint32_t begin = 0, size = 0;
-        std::uint32_t count_before = 0;  ///< indices of the strip ahead of the run
+        std::uint32_t count_before = 0;  ///< number of indices of the strip before the run
         std::uint32_t stride = 0;
         std::vector<float> coordinates;  ///< all x, all y, all z of positions begin - 2 on, `stride` each
         std::vector<word_t> words;       ///< from position begin - 2 on

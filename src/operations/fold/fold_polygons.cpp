@@ -12,8 +12,8 @@ namespace ulk3d {
 
 namespace {
 
-/// The slot of each vertex's copy, by vertex; restart_mark for vertices that are not torn. Torn are those
-/// that both a touched element and another one refer to.
+/// For each vertex the slot of its copy; restart_mark for vertices that are not torn. A vertex is torn when
+/// both a touched element and another one refer to it.
 std::vector<std::uint32_t> tear_vertices(strip_mesh_t& mesh, std::span<const std::size_t> touched) {
     const std::size_t vertex_count = mesh.vertices.size();
     std::vector<std::uint32_t> uses(vertex_count), marked_uses(vertex_count);
@@ -57,11 +57,11 @@ dir3 turned(const dir3& v, const mtx3w& m) {
     return {out.x, out.y, out.z};
 }
 
-/// Turns every vertex that a touched element refers to, once.
+/// Turns, once, every vertex that a touched element refers to.
 void turn(strip_mesh_t& mesh, std::span<const std::size_t> touched, const pos3& a, const pos3& b,
           float angle) {
     const dir3 from_origin = a - origin;
-    // Directions turn without the translation, in which the rotation stays as it is.
+    // Directions turn without translation: it leaves the rotation part of the matrix as it is.
     const mtx3w about_axis =
         translation(-from_origin) * rot3_to_mtx({angle, b - a}) * translation(from_origin);
     std::vector<bool> is_turned(mesh.vertices.size());

@@ -14,7 +14,7 @@ class clipping_t : public picking_operation_t {
     pick_signal_t pick;
     hit_signal_t select;
     hit_signal_t unselect;
-    notice_signal_t apply;  ///< follows every pick that has hit something
+    notice_signal_t apply;  ///< emitted after every pick that has hit something
 
   protected:
     tools_t tools() const override { return {clear, pick, {3, select}, {5, unselect}}; }

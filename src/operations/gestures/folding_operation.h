@@ -4,7 +4,7 @@
 
 namespace ulk3d {
 
-/// Picks the two vertices of the fold axis: the left button the second, the right button the first.
+/// Picks the two vertices of the fold axis: the right button the first one, the left button the second.
 class folding_t : public picking_operation_t {
   public:
     using picking_operation_t::picking_operation_t;

@@ -5,7 +5,7 @@
 
 namespace ulk3d {
 
-/// Modifier states of the view. Only one is on at a time: the first key that was pressed.
+/// Modifier states of the view. Only one is active at a time: that of the first key pressed.
 enum : std::uint32_t {
     modifier_none = 0,
     modifier_shift = 1,
@@ -13,7 +13,7 @@ enum : std::uint32_t {
     modifier_alt = 3,
 };
 
-/// Buttons as events number them. Numbers above the right button are those of further buttons and wheels.
+/// Buttons by their numbers in events. Higher numbers are further buttons and wheels.
 enum : std::uint32_t {
     left_button = 0,
     middle_button = 1,
@@ -30,17 +30,18 @@ enum : std::uint32_t {
 
 /// Which modifier key and which mouse button are held in the view.
 ///
-/// Every modifier state has a button of its own: a button that is pressed with Shift and released without it
-/// stays held in the Shift state until it is released there.
+/// Each modifier state has a button of its own: a button that is pressed with Shift and released without it
+/// remains held in the Shift state until it is released there.
 struct input_state_t {
     std::uint32_t modifier = modifier_none;
-    std::array<std::uint32_t, 5> button{};  ///< by `modifier`: the code of the held button
+    std::array<std::uint32_t, 5> button{};  ///< by `modifier`: code of the held button
 
-    /// The code of the button that is held in the present modifier state.
+    /// The code of the button that is held in the current modifier state.
     std::uint32_t held() const { return button[modifier]; }
 
-    /// Notes a press or a release of an event's button in the present modifier state. False for the press of
-    /// a second button while one is held: it is refused. Buttons above the right one are never held.
+    /// Records the press or release of a button in the current modifier state. False for the press of a
+    /// second button while one is held, which is refused. Buttons with numbers above the right one are never
+    /// held.
     bool press_or_release(std::uint32_t event_button, bool release);
 };
 

@@ -8,9 +8,10 @@
 
 namespace ulk3d {
 
-/// Signals of the operation objects. One without a connected slot gives false.
+/// Signals of the operation objects. A signal without a connected slot returns false.
 using notice_signal_t = sigc::signal<void>;
-/// Receives one hit of a pick: the model's index and the index of a point or the id of a polygon in it.
+/// Receives one hit of a pick: the model's index, and the index of one of its points or the id of one of its
+/// polygons.
 using hit_signal_t = sigc::signal<bool, std::uint64_t, std::uint64_t>;
 /// Asks what lies in the window of w by h pixels around (x, y). The handler emits the receiver once for each
 /// hit and returns whether there was one.
@@ -19,14 +20,14 @@ using place_signal_t = sigc::signal<bool, int, int>;
 using question_signal_t = sigc::signal<bool>;
 using wheel_signal_t = sigc::signal<bool, int>;
 
-/// The present meaning of the mouse in the view: turns gestures into signals and touches no model itself.
+/// The current meaning of the mouse in the view: turns gestures into signals and touches no model itself.
 ///
-/// x and y are pixels in the widget, `button` is the event's number of the button (left_button and so on),
-/// `release` is true when it goes up. Every gesture returns 1 when the view is to be painted again, else 0;
-/// here, where a gesture means nothing, always 0.
+/// x and y are pixels in the widget, `button` is the number of the button in events (left_button and so on),
+/// and `release` is true when it goes up. Every gesture returns 1 when the view has to be redrawn, else 0; in
+/// this class, where gestures have no meaning, always 0.
 class operation_t {
   public:
-    /// `input_state` is not owned and outlives this object.
+    /// `input_state` is not owned and must outlive this object.
     explicit operation_t(const input_state_t* input_state) : input(input_state) {}
     operation_t(const operation_t&) = delete;
     operation_t& operator=(const operation_t&) = delete;

@@ -4,8 +4,8 @@
 
 namespace ulk3d {
 
-/// What all operations share: the left and the right button each paint with a brush, at the press and along
-/// a drag; the double click of the right button clears.
+/// What all operations have in common: the left and the right button each paint with a brush, on the press
+/// and along a drag; a double click of the right button clears.
 ///
 /// A derived class has the signals and decides which of them receive the hits of its brushes.
 class picking_operation_t : public operation_t {
@@ -19,7 +19,7 @@ class picking_operation_t : public operation_t {
   protected:
     struct brush_t {
         float size;                    ///< width and height of the pick window, in pixels
-        const hit_signal_t& receiver;  ///< of the hits
+        const hit_signal_t& receiver;  ///< receives the hits
     };
     struct tools_t {
         const notice_signal_t& clear;
@@ -28,7 +28,7 @@ class picking_operation_t : public operation_t {
     };
     virtual tools_t tools() const = 0;
 
-    /// Follows a pick that has hit something.
+    /// Called after a pick that has hit something.
     virtual void after_hit() {}
 
   private:

@@ -6,8 +6,8 @@ namespace ulk3d {
 
 /// Selects control points or vertices of any model and moves the selected ones.
 ///
-/// Left selects with a narrow brush, right unselects with a wide one. With Shift a left drag moves the
-/// selected points, and the wheel moves them while no button is held.
+/// The left button selects with a narrow brush, the right one unselects with a wide one. With Shift a drag
+/// with the left button moves the selected points, and the wheel moves them while no button is held.
 class selection_t : public picking_operation_t {
   public:
     using picking_operation_t::picking_operation_t;

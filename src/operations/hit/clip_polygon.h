@@ -14,10 +14,10 @@ struct edge_line_t {
 };
 static_assert(sizeof(edge_line_t) == 16);
 
-/// The window of a pick: what lies inside of all four lines.
+/// The window of a pick: the points inside all four lines.
 using edge_lines_t = std::array<edge_line_t, 4>;
 
-/// A corner of a polygon under the clip: the attribute is interpolated with the position.
+/// A corner of a polygon being clipped: the attribute is interpolated along with the position.
 struct clip_vertex_t {
     pos3 position;
     vec3w attribute;
@@ -32,10 +32,10 @@ struct clip_polygon_t {
     std::array<vec3w, clip_places> attributes{};
 };
 
-/// One pass of the clip by Sutherland and Hodgman, in x and y: `out` becomes the part of `in` inside of the
-/// line, z and attribute carried along; they are two objects. A crossing is always computed from its inside
-/// corner. A value that is not a number counts as inside. Corners beyond `clip_places`, which no convex
-/// polygon of a clipped triangle has, are left out.
+/// One pass of clipping by the method of Sutherland and Hodgman, in x and y: `out` becomes the part of `in`
+/// inside the line, with z and attribute carried along; the two must be different objects. A crossing is
+/// always computed starting from its inside corner. A value that is not-a-number counts as inside. Corners
+/// beyond `clip_places`, which no convex polygon made by clipping a triangle has, are dropped.
 void clip_by_line(clip_polygon_t& out, const clip_polygon_t& in, const edge_line_t& line);
 
 }  // namespace ulk3d

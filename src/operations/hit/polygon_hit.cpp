@@ -13,15 +13,15 @@
 namespace ulk3d {
 namespace {
 
-/// Bit k is set where a point is outside of line k.
+/// Bit k is set where a point is outside line k.
 using outside_code_t = std::uint8_t;
 
 constexpr pos3 project(const pos3& p, const mtx3w& m) {
     return dehomogenize(vec_times_mtx(homogenize(p), m));
 }
 
-/// The codes of up to `block_size` vertices. The coordinates are laid out one axis after the other first, so
-/// that the compiler computes several vertices at once.
+/// The codes of up to `block_size` vertices. The coordinates are first copied into one array for each axis,
+/// so that the compiler computes several vertices at once.
 constexpr std::size_t block_size = 128;
 
 void code_block(std::span<const vertex_t> vertices, const mtx3w& to_window, const edge_lines_t& window,
@@ -56,23 +56,23 @@ std::vector<outside_code_t> outside_codes(std::span<const vertex_t> vertices, co
     return codes;
 }
 
-/// True when the first line that has a corner outside of it has all three outside. The lines before it then
-/// hand the triangle on as it is, to the last bit, and this one leaves nothing of it, whatever its values
-/// are, infinities and not-a-numbers included. It would not do to ask for any line that has all corners
-/// outside: rounding, or an infinite corner, can bring a crossing with an earlier line to its inner side.
+/// True when the first line that has a corner outside it has all three outside. The lines before it then pass
+/// the triangle on unchanged, to the last bit, and this one leaves nothing of it, whatever its values are,
+/// including infinities and not-a-numbers. Asking for any line with all corners outside would be wrong:
+/// rounding, or an infinite corner, can move a crossing with an earlier line to its inner side.
 bool leaves_nothing(outside_code_t a, outside_code_t b, outside_code_t c) {
     const unsigned any = static_cast<unsigned>(a | b | c);
     const unsigned all = static_cast<unsigned>(a & b & c);
     return (all & any & (~any + 1U)) != 0;
 }
 
-/// The nearest point that was offered, and its triangle.
+/// The nearest point offered so far, and its triangle.
 class nearest_t {
   public:
     void offer(const pos3& point, const strip_triangle_t& triangle) {
         if (best && nearer_t()(best->depth, point.z))
             return;
-        // Among equal depths the latest record stands under the earliest key: 0 and -0 are equal.
+        // Of equal depths the last record is kept under the first key: 0 and -0 are equal.
         const bool takes_key = !best || nearer_t()(point.z, best->depth);
         best = record_t{takes_key ? point.z : best->depth, point, triangle};
     }
@@ -96,7 +96,7 @@ class nearest_t {
     std::optional<record_t> best;
 };
 
-/// Offers the corners of what the four lines leave of a projected triangle.
+/// Offers the corners of what clipping by the four lines leaves of a projected triangle.
 void clip_and_offer(nearest_t& nearest, const std::array<pos3, 3>& corners, const strip_triangle_t& triangle,
                     const edge_lines_t& lines) {
     clip_polygon_t polygons[2];

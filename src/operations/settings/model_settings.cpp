@@ -14,12 +14,12 @@ void take_names(modeling_t& model, texture_t& texture, const model_names_t& name
 }
 
 void allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
-    // Without memory the model has no tables, which is all that comes of it.
+    // Without memory the model has no tables; nothing else has to be done about it.
     static_cast<void>(try_allocate(
         [&] { return nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2); }));
 }
 
-/// A model without arrays gets new ones, any other keeps what it has.
+/// A model without arrays gets new ones; any other keeps its contents.
 bool size_arrays(polygon_t& polygon, const polygon_settings_t& settings, bool is_empty) {
     return try_allocate([&] {
         return is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
@@ -68,14 +68,14 @@ void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, 
     take_names(nurbs, entry.texture, settings.names);
     nurbs.resolution1 = settings.resolution1;
     nurbs.resolution2 = settings.resolution2;
-    // Each step reports its own failure, and the rest follows: tables that do not fit are empty ones, a mesh
+    // Each step reports its own failure, and the rest follows: tables that do not fit are empty, and a mesh
     // that can not be made keeps its old shape under the new names.
     allocate_tables(nurbs, settings);
     const std::string name = nurbs.name;
     nurbs.afterload(name.c_str());
     entry.polygon.name = name;
     static_cast<void>(nurbs.rebuild({.sizes = true}, glpolygon));
-    // Opening ends at the first map that can not be loaded and passes over it the next time: three times, the
+    // Opening stops at the first map that can not be loaded and skips it the next time: three attempts, the
     // last one by the update, reach all three maps.
     entry.texture.open(name.c_str());
     nurbs.update(glpolygon);
@@ -92,7 +92,7 @@ void set_environment_settings(environment_t& environment, const environment_sett
     environment.reflectalpha = settings.reflectalpha;
     environment.refractalpha = settings.refractalpha;
     environment.refractfactor = settings.refractfactor;
-    // Reports its own failure; the numbers hold all the same.
+    // Reports its own failure; the numbers are set all the same.
     static_cast<void>(environment.initex(base_file));
 }
 

@@ -9,7 +9,7 @@ namespace ulk3d {
 
 class glpolygon_t;
 
-/// The file names of a model: its own, and those of its maps.
+/// The file names of a model: its own and those of its maps.
 struct model_names_t {
     std::string name, texture, bumpmap, specular;
     bool operator==(const model_names_t&) const = default;
@@ -17,7 +17,7 @@ struct model_names_t {
 
 model_names_t names_of(const modeling_t& model, const texture_t& texture);
 
-/// What a user sets of a polygon model.
+/// What a user can set for a polygon model.
 struct polygon_settings_t {
     model_names_t names;
     std::uint32_t vertex_count = 0;
@@ -27,12 +27,13 @@ struct polygon_settings_t {
 
 polygon_settings_t polygon_settings(const model_entry_t& entry);
 
-/// Gives a polygon model new settings. A mesh without vertices or without elements is made anew, zeroed, also
-/// when nothing differs; another grows or shrinks when something does. Its maps are then opened by their
-/// names in the directory of the model's own name, which loads what is not loaded yet.
+/// Applies new settings to a polygon model. A mesh without vertices or without elements is made again,
+/// zeroed, even when nothing differs; any other grows or shrinks when something differs. Then its maps are
+/// opened by their names in the directory of the model's own name, loading those that are not loaded yet.
+/// Each step reports its own failure.
 void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings);
 
-/// What a user sets of a NURBS model.
+/// What a user can set for a NURBS model.
 struct nurbs_settings_t {
     model_names_t names;
     std::uint32_t count1 = 0, count2 = 0;
@@ -43,11 +44,12 @@ struct nurbs_settings_t {
 
 nurbs_settings_t nurbs_settings(const model_entry_t& entry);
 
-/// Gives a NURBS model new settings. When anything differs, be it a name, all tables are made anew: knots,
-/// weights and control points are zero then. A surface that does not fit into memory is an empty one.
+/// Applies new settings to a NURBS model. When anything differs, even a name, all tables are made again, with
+/// knots, weights and control points zero. A surface that does not fit into memory becomes an empty one. The
+/// steps that build its mesh and maps report their own failures.
 void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon);
 
-/// What a user sets of the environment.
+/// What a user can set for the environment.
 struct environment_settings_t {
     std::string cubetex;
     float reflectalpha = 0, refractalpha = 0, refractfactor = 0;
@@ -55,8 +57,8 @@ struct environment_settings_t {
 
 environment_settings_t environment_settings(const environment_t& environment);
 
-/// Gives the environment new settings and loads its map, whether or not anything differs. `base_file` is the
-/// path beside which the map lies, or null.
+/// Applies new settings to the environment and loads its map, whether or not anything differs; a failure is
+/// reported by `environment_t::initex`. `base_file` is the path beside which the map lies, or null.
 void set_environment_settings(environment_t& environment, const environment_settings_t& settings,
                               const char* base_file);
 

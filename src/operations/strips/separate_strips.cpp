@@ -10,8 +10,7 @@ namespace ulk3d {
 
 namespace {
 
-/// Writes the separated strips beside the given ones: in place, every cut would move all that stands behind
-/// it.
+/// Writes the separated strips into a new list: cutting in place would move everything behind each cut.
 class strip_separator_t {
   public:
     strip_separator_t(std::span<const std::uint32_t> strips, std::uint64_t vertices)
@@ -19,7 +18,7 @@ class strip_separator_t {
         out.elements.reserve(source.size());
     }
 
-    /// Takes the next triangle of the walk, and what stands before its last element.
+    /// Takes the next triangle of the walk, and the elements before its last one.
     void take(const strip_triangle_t& triangle, bool marked) {
         if (triangle.position != next_position)
             is_first = true;
@@ -44,8 +43,8 @@ class strip_separator_t {
     }
 
   private:
-    /// Begins a strip with the triangle. An even triangle becomes the first one of its strip there, which is
-    /// odd: what goes on behind it would be turned over, and begins another strip.
+    /// Begins a strip with the triangle. An even triangle becomes the first one of its new strip, which is
+    /// odd: what continues behind it would be flipped, so it begins another strip.
     void cut_before(const strip_triangle_t& triangle, bool marked) {
         append({restart_mark, triangle.a, triangle.b, triangle.c});
         if (marked)
@@ -67,7 +66,7 @@ class strip_separator_t {
         copied = end;
     }
 
-    /// The last elements belong to a selected triangle.
+    /// Records that the last elements belong to a selected triangle.
     void touch(std::size_t count) {
         for (std::size_t place = out.elements.size() - count; place < out.elements.size(); ++place)
             out.touched.push_back(place);
@@ -76,8 +75,8 @@ class strip_separator_t {
     std::span<const std::uint32_t> source;
     std::uint64_t vertex_count;
     separated_strips_t out;
-    std::size_t copied = 0;  ///< so much of the source has been written
-    /// Where a triangle stands that goes on with the strip of the last one.
+    std::size_t copied = 0;  ///< number of elements of the source that have been written
+    /// The position of the triangle that would continue the strip of the last one.
     std::size_t next_position = static_cast<std::size_t>(-1);
     bool is_first = true;          ///< the next triangle begins a strip in the written list
     bool previous_marked = false;  ///< the last triangle was selected
@@ -90,7 +89,7 @@ separated_strips_t separate_strips(std::span<const std::uint32_t> elements, std:
     strip_separator_t separator(elements, vertex_count);
     auto next_selected = selected.begin();
     walk_strips(elements, vertex_count, [&](const strip_triangle_t& triangle) {
-        // The set and the ids both rise.
+        // Both the set and the ids ascend.
         const bool marked = next_selected != selected.end() && *next_selected == triangle.id;
         if (marked)
             ++next_selected;

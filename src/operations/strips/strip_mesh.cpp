@@ -46,7 +46,8 @@ bool write_strip_mesh(const strip_mesh_t& mesh, array_t& vertices, array_t& norm
                       element_array_t& elements) {
     const auto vertex_count = static_cast<std::int64_t>(mesh.vertices.size());
     const auto element_count = static_cast<std::int64_t>(mesh.elements.size());
-    // Room for all three first: an array that grew while another could not would leave the counts apart.
+    // Room for all three is made first: if one array grew while another could not, the counts would no longer
+    // match.
     const bool has_room = vertices.has_buffer() && normals.has_buffer() && elements.has_buffer() &&
                           vertices.reserve(vertex_count) && normals.reserve(vertex_count) &&
                           elements.reserve(element_count);

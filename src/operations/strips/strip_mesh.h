@@ -8,7 +8,7 @@
 
 namespace ulk3d {
 
-/// Host copy of the mesh of a polygon_t. Operations that change a mesh triangle by triangle work on it
+/// A host copy of the mesh of a polygon_t. Operations that change a mesh triangle by triangle work on it
 /// without touching GL, and write it back once.
 struct strip_mesh_t {
     std::vector<vertex_t> vertices;
@@ -18,14 +18,14 @@ struct strip_mesh_t {
     bool operator==(const strip_mesh_t&) const = default;
 };
 
-/// The mesh as it stands in the buffers. Every index at or above the vertex count, which ends a strip, is
-/// given as the restart mark: as a plain index it would become valid when vertices are added.
+/// Reads the mesh from the buffers. Every index at or above the vertex count, which ends a strip, is returned
+/// as the restart mark: left as it is, it would become valid when vertices are added.
 [[nodiscard]] strip_mesh_t read_strip_mesh(const array_t& vertices, const array_t& normals,
                                            const element_array_t& elements);
 [[nodiscard]] strip_mesh_t read_strip_mesh(const polygon_t& polygon);
 
-/// Writes the mesh into these arrays, which grow or shrink to its counts. Of a model, the caller then has
-/// what depends on them renewed (`polygon_t::extend`).
+/// Writes the mesh into these arrays, which grow or shrink to its counts. For the arrays of a model, the
+/// caller then has what depends on them renewed (`polygon_t::extend`).
 ///
 /// False when GL has no memory, or when an array was never allocated: all three stay as they were.
 [[nodiscard]] bool write_strip_mesh(const strip_mesh_t& mesh, array_t& vertices, array_t& normals,
@@ -34,8 +34,8 @@ struct strip_mesh_t {
 /// Gives the model this mesh: resizes and writes its vertices, normals and elements, then completes the edit
 /// by one call of `polygon_t::extend`, which renews the polygon ids. Counts of 0 are legal.
 ///
-/// False when GL has no memory, or when the model was never allocated. As long as there is no room for the
-/// vertices, normals and elements the model stays as it was; later failures are those of `extend`.
+/// False when GL has no memory, or when the model was never allocated. Without room for the vertices, normals
+/// and elements the model stays as it was; later failures are those of `extend`.
 [[nodiscard]] bool write_strip_mesh(polygon_t& polygon, const strip_mesh_t& mesh);
 
 }  // namespace ulk3d

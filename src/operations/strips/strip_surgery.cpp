@@ -16,25 +16,24 @@ using libgr::grCheckError;
 
 namespace {
 
-/// How the indices of a triangle are rewritten, in letters: A, B, C the vertices of its corners i0, i1, i2,
-/// n and m the new ones, N the index that follows the triangle, | the restart mark.
+/// How the indices of a triangle are rewritten, in letters: A, B, C are the vertices of its corners i0, i1,
+/// i2, n and m the new ones, N the index that follows the triangle, | the restart mark.
 ///
-/// `triangles` takes the place of all three indices of a strip's first triangle, and of only the last index
-/// of a later one: the other two belong to the triangle before it too. When something follows that can not go
-/// on in the same strip with the same winding, the next letters start it anew. Whatever followed comes
-/// behind.
+/// `triangles` replaces all three indices of a strip's first triangle, but only the last index of a later
+/// one: the other two also belong to the triangle before it. When something follows that can not continue in
+/// the same strip with the same winding, the next letters restart it. Whatever followed comes after them.
 struct rewrite_t {
     std::string_view triangles;
     std::string_view one_follows;
     std::string_view more_follow;
 };
 
-/// Rows: a strip's first triangle, one with an even number, one with an odd number (a turned one). In each by
-/// the corner that stands last: i0, i1, i2. The order of the other two follows from the winding.
+/// Rows: a strip's first triangle, one with an even number, one with an odd number (a flipped one). Within
+/// each row by the last corner: i0, i1, i2. The order of the other two follows from the winding.
 using rewrite_table_t = std::array<std::array<rewrite_t, 3>, 3>;
 
-/// The odd triangle with i0 last could go on as "nAC" in its strip, but an empty triangle (B, n, A) would
-/// then lie on the split edge: to be picked, saved, and split again by the next cut.
+/// The odd triangle with i0 last could continue as "nAC" in its strip, but an empty triangle (B, n, A) would
+/// then lie on the split edge: it could be picked, would be saved, and would be split again by the next cut.
 constexpr rewrite_table_t one_vertex_rewrites = {{
     {{{"BCn|nCA", "", ""}, {"BCnA", "|BA", "|BAN|B"}, {"AnCB", "N|C", "N|C"}}},
     {{{"n|nCA", "", ""}, {"n|BCn", "|BA", "|BAN|B"}, {"|AnCB", "N|C", "N|C"}}},
@@ -52,7 +51,7 @@ using corners_t = std::array<std::uint32_t, 3>;  ///< element positions, or the 
 /// A triangle of a strip that is to be rewritten.
 struct place_t {
     std::uint32_t high;          ///< its last position
-    std::size_t corner_at_high;  ///< the corner that stands there, 0 to 2
+    std::size_t corner_at_high;  ///< which corner is there, 0 to 2
     std::int32_t number;         ///< in its strip
     corners_t vertices;          ///< of the corners
 
@@ -68,7 +67,7 @@ bool is_vertex(const strip_mesh_t& mesh, std::size_t position) {
     return position < mesh.elements.size() && mesh.elements[position] < mesh.vertices.size();
 }
 
-/// Tells which corners stand where they can not. The first pair names the highest position in both lines.
+/// Reports which corners are where they can not be. The first pair names the highest position in both lines.
 void print_impossible(std::size_t corner_at_high, std::uint32_t high, std::uint32_t low) {
     const std::string i = std::to_string(high);
     const std::string l = std::to_string(low);
@@ -80,7 +79,7 @@ void print_impossible(std::size_t corner_at_high, std::uint32_t high, std::uint3
     std::cerr << lines[corner_at_high] << std::flush;
 }
 
-/// The place of a triangle, or nothing when there can be none of that winding.
+/// The place of a triangle; empty when there can not be one with that winding.
 std::optional<place_t> find_place(const strip_mesh_t& mesh, std::int32_t number, const corners_t& corners) {
     const auto [lowest, highest] = std::ranges::minmax_element(corners);
     const std::uint32_t low = *lowest;
@@ -103,7 +102,7 @@ std::optional<place_t> find_place(const strip_mesh_t& mesh, std::int32_t number,
     return place_t{high, corner_at_high, number, {e[corners[0]], e[corners[1]], e[corners[2]]}};
 }
 
-/// Puts `indices` into the place of `count` elements; what is behind them moves once.
+/// Replaces `count` elements by `indices`; what is behind them is moved once.
 void replace_elements(std::vector<std::uint32_t>& elements, std::uint32_t first, std::uint32_t count,
                       std::span<const std::uint32_t> indices) {
     const auto from = elements.begin() + static_cast<std::ptrdiff_t>(first);
@@ -115,15 +114,15 @@ void replace_elements(std::vector<std::uint32_t>& elements, std::uint32_t first,
         elements.erase(behind, from + static_cast<std::ptrdiff_t>(count));
 }
 
-/// The letters that lead over to the rest of the strip; none when nothing follows or all goes on as it
-/// stands.
+/// The letters that lead over to the rest of the strip; empty when nothing follows or everything can continue
+/// as it is.
 std::string_view restart_letters(const strip_mesh_t& mesh, const place_t& place, const rewrite_t& row) {
     if (!is_vertex(mesh, std::size_t{place.high} + 1))
         return {};
     return is_vertex(mesh, std::size_t{place.high} + 2) ? row.more_follow : row.one_follows;
 }
 
-/// The indices that the letters stand for.
+/// Converts the letters to indices.
 std::vector<std::uint32_t> spelled(std::string_view letters, const corners_t& vertices, std::uint32_t next,
                                    std::uint32_t new_vertex) {
     std::vector<std::uint32_t> indices;
@@ -150,14 +149,14 @@ std::vector<std::uint32_t> spelled(std::string_view letters, const corners_t& ve
     return indices;
 }
 
-/// Where the walk stands after a rewrite.
+/// Where the walk is after a rewrite.
 struct passed_t {
     std::uint32_t advance;    ///< to the last index of the new triangles
     std::uint32_t run_count;  ///< there
-    bool starts_anew;         ///< a restart mark and two indices to be repeated come next
+    bool starts_anew;         ///< a restart mark and two repeated indices come next
 };
 
-/// Rewrites the indices of a triangle; its new vertices are the next that the mesh gets.
+/// Rewrites the indices of a triangle; its new vertices are the next ones that the mesh gets.
 passed_t rewrite(strip_mesh_t& mesh, const place_t& place, const rewrite_t& row) {
     const std::string_view rest = restart_letters(mesh, place, row);
     const std::uint32_t next = rest.empty() ? restart_mark : mesh.elements[place.high + 1];
@@ -239,7 +238,7 @@ void del_elements(strip_mesh_t& mesh, std::uint32_t first, std::uint32_t last, s
                 return;
             const std::array indices = {e[last + 2],  e[last + 1], e[last + 3],
                                         restart_mark, e[last + 2], e[last + 3]};
-            // The triangle that is the first now was a turned one; what follows it needs a strip of its own.
+            // The triangle that is now the first was a flipped one; what follows it needs a strip of its own.
             const bool more_follows = is_vertex(mesh, std::size_t{last} + 4);
             replace_elements(e, first, count + 3, std::span(indices).first(more_follows ? 6 : 3));
             break;
@@ -247,7 +246,7 @@ void del_elements(strip_mesh_t& mesh, std::uint32_t first, std::uint32_t last, s
         case strip_place_t::even_ahead: {
             if (!has_previous || !next_follows)
                 return;
-            // The triangle of the next index was a turned one: alone in a strip when more follows.
+            // The triangle of the next index was a flipped one: it is alone in its strip when more follows.
             const std::array indices = {restart_mark, e[last],      e[first - 1],
                                         e[last + 1],  restart_mark, e[last]};
             const bool more_follows = is_vertex(mesh, std::size_t{last} + 2);

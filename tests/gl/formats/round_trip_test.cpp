@@ -112,7 +112,8 @@ std::unique_ptr<model_entry_t> random_nurbs(random_values& random) {
     auto entry = std::make_unique<model_entry_t>(model_kind_t::nurbs);
     entry->texture = random.texture();
     nurbs_t& nurbs = entry->nurbs;
-    nurbs.allocate(1 + random.below(4), 1 + random.below(5), 1 + random.below(4), 1 + random.below(5));
+    EXPECT_TRUE(
+        nurbs.allocate(1 + random.below(4), 1 + random.below(5), 1 + random.below(4), 1 + random.below(5)));
     nurbs.resolution1 = 1 + random.below(5);
     nurbs.resolution2 = 1 + random.below(5);
     for (auto* const table : {&nurbs.knot1, &nurbs.knot2, &nurbs.weight}) {

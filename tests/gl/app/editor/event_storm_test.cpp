@@ -111,7 +111,8 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
                 editor.view().crosshair_on = pick(0, 3) == 0;
                 return;
             default:
-                editor.fold();
+                // Most folds of the storm fail: there is no axis, or nothing is selected.
+                static_cast<void>(editor.fold());
         }
     }
 
@@ -178,12 +179,23 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
         editor.cut_current([&](double) {
             EXPECT_TRUE(editor.cut_is_running());
             const int kind = pick(0, 29);
+            if (kind > 2)
+                return;
+            const auto before = all_points();
             if (kind < 2)
                 step();
-            else if (kind == 2)
+            else
                 change_scene();
             EXPECT_EQ(editor.models().size(), models);
+            EXPECT_EQ(all_points(), before) << "a change has got into the cut";
         });
+    }
+
+    std::vector<std::vector<pos3>> all_points() {
+        std::vector<std::vector<pos3>> points;
+        for (std::size_t i = 0; i < editor.models().size(); ++i)
+            points.push_back(points_of(i));
+        return points;
     }
 
     /// Dialogs are modal: none is open while a cut is running.

@@ -293,7 +293,7 @@ TEST_F(NurbsBlock, IsNotWrittenWhenANumberIsZero) {
         const model_entry_t entry(model_kind_t::nurbs);
         const auto count = [numbers](int place) { return static_cast<std::uint64_t>(numbers[place] - '0'); };
         auto& nurbs = const_cast<model_entry_t&>(entry).nurbs;
-        nurbs.allocate(count(0), count(2), count(4), count(6));
+        EXPECT_TRUE(nurbs.allocate(count(0), count(2), count(4), count(6)));
         EXPECT_EQ(written_nurbs(entry), "") << numbers;
     }
 }
