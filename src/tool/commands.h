@@ -16,13 +16,13 @@ enum exit_status_t : int {
 using arguments_t = std::span<const std::string>;
 
 /// Draws the frame of the view area, or one of its views, and saves it as a PNG picture.
-int render(arguments_t arguments);
+[[nodiscard]] int render(arguments_t arguments);
 /// Prints the reader's messages about each file, and what is wrong with its pictures, to the standard output
 /// stream. Fails if a file does not load, or not with all its pictures.
-int check(arguments_t arguments);
+[[nodiscard]] int check(arguments_t arguments);
 /// Prints the models of a file to the standard output stream: kinds, counts, boxes and pictures.
-int info(arguments_t arguments);
+[[nodiscard]] int info(arguments_t arguments);
 /// Loads one file and saves it as another, each in the format of its extension.
-int convert(arguments_t arguments);
+[[nodiscard]] int convert(arguments_t arguments);
 
 }  // namespace ulktool

@@ -26,8 +26,8 @@ struct picture_difference_t {
 };
 
 /// Both pictures must have the same size.
-picture_difference_t compare_pictures(const libutils::rgba_picture_t& picture,
-                                      const libutils::rgba_picture_t& golden);
+[[nodiscard]] picture_difference_t compare_pictures(const libutils::rgba_picture_t& picture,
+                                                    const libutils::rgba_picture_t& golden);
 
 /// Where golden pictures are, and where the results of failed comparisons go.
 struct golden_folders_t {
@@ -40,7 +40,8 @@ struct golden_folders_t {
 /// ULK_UPDATE_GOLDEN=1 in the environment the picture becomes the golden one, and the comparison succeeds.
 ///
 ///     EXPECT_TRUE(matches_golden(target.read_pixels(), "torus-front"));
-testing::AssertionResult matches_golden(const libutils::rgba_picture_t& picture, const std::string& name,
-                                        const golden_folders_t& folders = {});
+[[nodiscard]] testing::AssertionResult matches_golden(const libutils::rgba_picture_t& picture,
+                                                      const std::string& name,
+                                                      const golden_folders_t& folders = {});
 
 }  // namespace ulk_test

@@ -10,7 +10,7 @@ namespace ulk3d {
 
 /// The value of a key: everything after the first space of its line, or nothing when the line has no space.
 /// The value is NUL-terminated like the line, and valid as long as it.
-inline std::optional<std::string_view> value_of(const text_line_t& line, std::string_view key) {
+[[nodiscard]] inline std::optional<std::string_view> value_of(const text_line_t& line, std::string_view key) {
     // Keys contain no space, so the first one can not come before the end of the key.
     if (line.length > key.size() && line.text[key.size()] == ' ')
         return line.view().substr(key.size() + 1);

@@ -74,7 +74,7 @@ class text_lines {
 
     /// The lines of a file. `is_open` is false, without a message, when the path can not be opened or is not
     /// a plain file. A file that shrinks or fails while it is read ends there.
-    static text_lines open(const char* path);
+    [[nodiscard]] static text_lines open(const char* path);
 
     bool is_open() const { return opened; }
 
@@ -88,7 +88,7 @@ class text_lines {
 
   private:
     explicit text_lines(libutils::file_descriptor&& source, std::uint64_t size);
-    bool refill();
+    [[nodiscard]] bool refill();
 
     libutils::file_descriptor file;
     std::uint64_t unread = 0;        ///< bytes of the file that are not in the window yet

@@ -58,7 +58,7 @@ bool array_t::extend(std::int64_t element_count) {
         return true;
     if (!bytes_of(element_count))
         return false;
-    take_count(element_count);  // `holds` reports whether they fit into the store
+    static_cast<void>(take_count(element_count));  // `holds` reports whether they fit into the store
     return true;
 }
 

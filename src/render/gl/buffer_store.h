@@ -11,7 +11,7 @@ namespace ulk3d {
 
 /// `count` times `unit` bytes, or nothing when the count is negative or the product does not fit into 64
 /// bits.
-std::optional<std::int64_t> checked_byte_size(std::int64_t count, std::int64_t unit);
+[[nodiscard]] std::optional<std::int64_t> checked_byte_size(std::int64_t count, std::int64_t unit);
 
 /// Gives the buffer that is bound to `target` a new store of `byte_size` bytes with undefined content.
 ///

@@ -54,12 +54,12 @@ class record_store_t {
         : kind(&store_kind), record_bytes(bytes_per_record) {}
 
     /// Bytes of `count` records; nothing when the count is negative or the bytes do not fit into 64 bits.
-    std::optional<std::int64_t> bytes_of(std::int64_t count) const;
+    [[nodiscard]] std::optional<std::int64_t> bytes_of(std::int64_t count) const;
 
     /// Sets the count in use and keeps the content. A store that is too small grows to four times the demand,
     /// so that edits which add records rarely copy. False when the store could not grow; the count then
     /// exceeds it. False too, with nothing changed, for a count without a valid size (`bytes_of`).
-    bool take_count(std::int64_t count);
+    [[nodiscard]] bool take_count(std::int64_t count);
 
     void make_buffer();
     /// Sets the count in use, and raises the size to `needed` bytes unless it is larger already. `specify`,

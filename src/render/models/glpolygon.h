@@ -106,7 +106,7 @@ class glpolygon_t {
     void set_view(const pass_t& pass, const surface_view_t& view) const;
     filled_units_t bind_maps(const pass_t& pass, const texture_t& texture) const;
     /// Binds a map to `unit`, which must be the active one. True when it had to use the neutral map.
-    bool load_map(std::uint32_t handle, map_unit_t unit) const;
+    [[nodiscard]] bool load_map(std::uint32_t handle, map_unit_t unit) const;
     void set_environment(const pass_t& pass, const environment_t& environment, bool skybox) const;
     void unbind_maps(const environment_t& environment, const texture_t& texture,
                      const filled_units_t& filled) const;

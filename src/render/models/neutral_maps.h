@@ -27,7 +27,7 @@ class neutral_maps_t {
 
     /// Binds the map for `unit`, which must be the active one, unless a texture is already bound there. When
     /// it returns true, call `unbind` after the draw, with the same unit active.
-    bool bind(map_unit_t unit) const;
+    [[nodiscard]] bool bind(map_unit_t unit) const;
     static void unbind();
 
   private:

@@ -24,7 +24,7 @@ class offscreen_context_t {
     const std::string& error() const { return message; }
 
     /// Make the context current, or none. False when there is no context or EGL refuses.
-    bool make_current() const;
+    [[nodiscard]] bool make_current() const;
     static void make_none_current();
 
   private:

@@ -21,7 +21,7 @@ class offscreen_target_t {
     offscreen_target_t& operator=(const offscreen_target_t&) = delete;
 
     /// False when GL can not draw into a target of this size. Nothing is printed.
-    bool is_complete() const { return complete; }
+    [[nodiscard]] bool is_complete() const { return complete; }
 
     /// Directs drawing to this target, with a viewport that covers all of it.
     void bind() const;

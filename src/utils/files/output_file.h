@@ -42,7 +42,7 @@ class output_file {
 
     /// A stream for a library that writes through one. From then on it replaces `write`, and `complete`
     /// closes it. Null after a failure.
-    std::FILE* stream();
+    [[nodiscard]] std::FILE* stream();
 
     /// Closes the file. True when all bytes have reached it; false also after any earlier failure.
     [[nodiscard]] bool complete();
