@@ -68,9 +68,7 @@ bool has_colours(const image2d& image) {
 }  // namespace
 
 std::vector<scene_picture_t> model_pictures(const ulk3d::texture_t& texture, const std::string& scene_path) {
-    libutils::path_parts_t parts;
-    libutils::splitpath(scene_path.c_str(), parts);
-    const std::string folder = std::string(parts.drive) + parts.directory;
+    const std::string folder = libutils::view_path(scene_path).folder();
 
     std::vector<scene_picture_t> pictures;
     const auto add = [&](const char* key, const std::string& name, bool taken_as_grey) {

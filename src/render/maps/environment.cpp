@@ -51,18 +51,18 @@ bool make_black(cube_entry_t& entry) {
 /// name is looked at, never its drive: it lies in or below the scene's directory.
 class cube_path_t {
   public:
-    cube_path_t(const char* base_file, const std::string& cubetex) {
-        libutils::splitpath(base_file, base);
-        libutils::splitpath(cubetex.c_str(), cube);
-    }
+    /// Both must outlive this.
+    cube_path_t(const char* base_file, const std::string& cubetex)
+        : base(libutils::view_path(base_file)), cube(libutils::view_path(cubetex)) {}
+
     std::string with_suffix(const char* suffix) const {
-        return std::string(base.drive) + base.directory + cube.directory + cube.name + suffix +
-               cube.extension;
+        std::string path = base.folder();
+        return path.append(cube.directory).append(cube.name).append(suffix).append(cube.extension);
     }
 
   private:
-    libutils::path_parts_t base;
-    libutils::path_parts_t cube;
+    libutils::path_views_t base;
+    libutils::path_views_t cube;
 };
 
 bool load_faces(cube_entry_t& entry, const cube_path_t& path, const char* base_file) {

@@ -234,9 +234,7 @@ bool open_specular(texture_t& texture, const std::string& folder) {
 
 bool texture_t::open(const char* base_file) {
     const char* const base = base_file != nullptr ? base_file : "";
-    libutils::path_parts_t parts;
-    libutils::splitpath(base, parts);
-    const std::string folder = std::string(parts.drive) + parts.directory;
+    const std::string folder = libutils::view_path(base).folder();
 
     if (!open_color(*this, base, folder))
         return false;

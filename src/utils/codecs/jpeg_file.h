@@ -28,15 +28,14 @@ struct jpeg_t : image_window_t {
 
 /// Decodes a grey or a colour picture, the latter to RGB, and takes the markers, 4096 at most, into the
 /// record. `pad_x` and `pad_y` add zeroed columns to the right and zeroed rows on top, up to a multiple of
-/// their value; 0 adds none; nothing
-/// but tests sets them.
+/// their value; 0 adds none; nothing but tests sets them.
 ///
 /// An error before the pixels gives "<file name>: jpeg decompress fail, stop." and false. One among them, as
 /// the end of a file that was cut, gives "<file name>: jpeg decompress fail, but continue." and true: the
 /// picture shows what was decoded, and is black from there on; a progressive one that was cut is as coarse as
-/// the scans that are there. A picture of other components, as CMYK, is
-/// refused with libjpeg's own message, and one of more than half a GiB that a file of this size can not hold
-/// without any.
+/// the scans that are there. One with more scans, for its size and that of the file, than pictures have is
+/// black. A picture of other components, as CMYK, is refused with libjpeg's own message, and one of more than
+/// 64 MiB that a file of this size can not hold without any.
 [[nodiscard]] bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x = 0, std::uint32_t pad_y = 0);
 
 /// Encodes an image of RGB, YCbCr or grey, unsigned, 8 bits a channel, with the markers of the record. False,

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <iostream>
 #include <limits>
+#include <utility>
 
 #include "utils/codecs/jpeg_file.h"
 #include "utils/codecs/jpeg_library.h"
@@ -18,18 +19,26 @@ constexpr int first_application_marker = JPEG_APP0;
 constexpr int last_application_marker = JPEG_APP0 + 15;
 constexpr unsigned int longest_marker = 65535;
 
-/// The longest profile takes 255 markers. A file could have millions of empty ones, each of which would take
-/// up a page of memory.
+/// The longest profile takes 255 markers. A file could have millions of empty ones: each would take up a page
+/// of memory, and the library walks over all that it has saved before it appends the next one.
 constexpr std::size_t most_markers = 4096;
 
 /// Hundreds of scans over a large picture, in a file of some kilobytes, are made to keep a program busy;
 /// progressive pictures have about ten.
 constexpr int most_scans = 500;
 
+/// Each scan goes over all pixels, though no more than a few bytes of the file need to belong to it.
+constexpr std::uint64_t least_scanned_pixels = std::uint64_t{1} << 30;
+constexpr std::uint64_t scanned_pixels_per_byte = 4096;
+
+std::uint64_t scanned_pixels_for(const jpeg_t& jpeg) {
+    return std::max(least_scanned_pixels, size_product(jpeg.elements().size(), scanned_pixels_per_byte));
+}
+
 /// What a picture may take, and so may the coefficients that the library keeps of a progressive one. No byte
-/// of a file makes 2048 bytes, since a block of 64 pixels takes up one bit at least; up to half a GiB a
+/// of a file makes 2048 bytes, since a block of 64 pixels takes up one bit at least; up to this floor a
 /// picture may be a part of a longer file that was cut.
-constexpr std::uint64_t least_memory = std::uint64_t{512} << 20;
+constexpr std::uint64_t least_memory = std::uint64_t{64} << 20;
 constexpr std::uint64_t memory_per_byte = 2048;
 
 std::uint64_t memory_for(const jpeg_t& jpeg) {
@@ -44,41 +53,72 @@ struct source_t {
     const unsigned char* bytes;
     std::size_t size;
     bool handed_over;
+    bool header_is_read;
     /// All scans are read before the first row comes out.
     bool has_many_scans;
-    /// The file of many scans was cut.
+    /// The file was cut behind its header.
     bool ended;
 };
+
+source_t& source_of(j_decompress_ptr library) {
+    return *reinterpret_cast<source_t*>(library->src);
+}
 
 void do_nothing(j_decompress_ptr /*library*/) {}
 
 void say_nothing(j_common_ptr /*library*/, int /*level*/) {}
 
-/// An error here would leave a picture of many scans without a row. There the library is asked to wait, so
-/// that it drops a table that was begun, and what it has by then becomes the picture.
-boolean meet_end(j_decompress_ptr library, source_t& source) {
-    if (!source.has_many_scans)
+/// Behind the end of a file with one scan: silent until pixels are missing, which is an error.
+void miss_pixels(j_common_ptr library, int level) {
+    if (level < 0 && library->err->msg_code == JWRN_HIT_MARKER)
         ERREXIT(library, JERR_INPUT_EOF);
-    source.ended = true;
-    // The end has a message of its own; the library would tell of what is missing.
-    library->err->emit_message = say_nothing;
-    if (!library->arith_code)
-        return FALSE;
-    // The arithmetic decoder can not wait.
+}
+
+void hand_over_end_mark(source_t& source) {
     static constexpr std::array<JOCTET, 2> end_mark{0xFF, JPEG_EOI};
     source.base.next_input_byte = end_mark.data();
     source.base.bytes_in_buffer = end_mark.size();
+}
+
+/// The decoder reads ahead: it comes here also when the bits of the last pixels are all there, as in a file
+/// that lacks its end mark only. With the mark it goes on until bits are missing. The arithmetic decoder
+/// never misses any, it makes them up.
+boolean meet_end_of_one_scan(j_decompress_ptr library, source_t& source) {
+    if (library->arith_code)
+        ERREXIT(library, JERR_INPUT_EOF);
+    library->err->emit_message = miss_pixels;
+    hand_over_end_mark(source);
     return TRUE;
+}
+
+/// An error here would leave a picture of many scans without a row. What the library has by now becomes the
+/// picture. Among markers it is asked to wait, so that it drops a table that was begun.
+boolean meet_end_of_many_scans(j_decompress_ptr library, source_t& source) {
+    // The end has a message of its own; the library would tell of what is missing.
+    library->err->emit_message = say_nothing;
+    const bool reads_marker = library->unread_marker != 0;
+    if (reads_marker)
+        return FALSE;
+    hand_over_end_mark(source);
+    return TRUE;
+}
+
+boolean meet_end(j_decompress_ptr library, source_t& source) {
+    if (!source.header_is_read)
+        ERREXIT(library, JERR_INPUT_EOF);
+    source.ended = true;
+    return source.has_many_scans ? meet_end_of_many_scans(library, source)
+                                 : meet_end_of_one_scan(library, source);
 }
 
 /// The first time there is the whole file; whoever comes again has met its end.
 boolean hand_over(j_decompress_ptr library) {
-    auto* const source = reinterpret_cast<source_t*>(library->src);
-    if (source->handed_over || source->size == 0)
-        return meet_end(library, *source);
-    source->handed_over = true;
-    source->base.next_input_byte = source->bytes;
-    source->base.bytes_in_buffer = source->size;
+    source_t& source = source_of(library);
+    if (source.handed_over || source.size == 0)
+        return meet_end(library, source);
+    source.handed_over = true;
+    source.base.next_input_byte = source.bytes;
+    source.base.bytes_in_buffer = source.size;
     return TRUE;
 }
 
@@ -91,9 +131,45 @@ void skip(j_decompress_ptr library, long count) {
     source->bytes_in_buffer -= step;
 }
 
-void count_scans(j_common_ptr library) {
-    if (reinterpret_cast<j_decompress_ptr>(library)->input_scan_number > most_scans)
-        ERREXIT(library, JERR_BAD_PROGRESSION);
+struct progress_t {
+    /// The library hands back a pointer to it.
+    jpeg_progress_mgr base;
+    std::uint64_t most_scanned_pixels;
+};
+
+void limit_scans(j_common_ptr common) {
+    const auto* const library = reinterpret_cast<j_decompress_ptr>(common);
+    const auto* const progress = reinterpret_cast<const progress_t*>(library->progress);
+    const std::uint64_t pixels = std::uint64_t{library->image_width} * library->image_height;
+    const auto scans = static_cast<std::uint64_t>(library->input_scan_number);
+    if (scans > most_scans || (scans > 1 && size_product(scans, pixels) > progress->most_scanned_pixels))
+        ERREXIT(common, JERR_BAD_PROGRESSION);
+}
+
+/// Up to `length` bytes of each comment and of all application data; with 0 the library looks for its own
+/// markers and keeps none.
+void save_markers(j_decompress_ptr library, unsigned int length) {
+    jpeg_save_markers(library, JPEG_COM, length);
+    for (int marker = first_application_marker; marker <= last_application_marker; ++marker)
+        jpeg_save_markers(library, marker, length);
+}
+
+struct errors_t {
+    /// The library hands back a pointer to it.
+    jpeg_errors_t base;
+    void (*emit_message)(j_common_ptr library, int level);
+    jpeg_marker_struct* const* next_marker;
+    std::size_t markers;
+};
+
+/// The library has a message for each marker that it has saved, at a level that is not shown.
+void limit_markers(j_common_ptr common, int level) {
+    auto* const library = reinterpret_cast<j_decompress_ptr>(common);
+    auto* const errors = reinterpret_cast<errors_t*>(library->err);
+    for (; *errors->next_marker != nullptr; errors->next_marker = &(*errors->next_marker)->next)
+        if (++errors->markers == most_markers)
+            save_markers(library, 0);
+    errors->emit_message(common, level);
 }
 
 /// A decompressor over the bytes of a file. It is destroyed also when it was never created, all zero.
@@ -108,33 +184,37 @@ class decompressor_t {
         source.base.skip_input_data = skip;
         source.base.resync_to_restart = jpeg_resync_to_restart;
         source.base.term_source = do_nothing;
-        progress.progress_monitor = count_scans;
-        library.err = errors.prepare(jpeg.filename.c_str());
+        progress.base.progress_monitor = limit_scans;
+        progress.most_scanned_pixels = scanned_pixels_for(jpeg);
+        library.err = errors.base.prepare(jpeg.filename.c_str());
+        errors.emit_message = std::exchange(library.err->emit_message, limit_markers);
+        errors.next_marker = &library.marker_list;
     }
     ~decompressor_t() { jpeg_destroy_decompress(&library); }
     decompressor_t(const decompressor_t&) = delete;
     decompressor_t& operator=(const decompressor_t&) = delete;
 
     jpeg_decompress_struct library{};
-    jpeg_errors_t errors{};
+    errors_t errors{};
     source_t source{};
-    jpeg_progress_mgr progress{};
+    progress_t progress{};
     long memory;
 };
 
 /// First stage: up to the size and the components. False after an error.
 bool read_header(decompressor_t& decompressor) {
     jpeg_decompress_struct* const library = &decompressor.library;
-    if (setjmp(decompressor.errors.way_out) != 0)
+    if (setjmp(decompressor.errors.base.way_out) != 0)
         return false;
     jpeg_create_decompress(library);
     library->src = &decompressor.source.base;
-    library->progress = &decompressor.progress;
+    library->progress = &decompressor.progress.base;
     library->mem->max_memory_to_use = decompressor.memory;
-    jpeg_save_markers(library, JPEG_COM, longest_marker);
-    for (int marker = first_application_marker; marker <= last_application_marker; ++marker)
-        jpeg_save_markers(library, marker, longest_marker);
+    save_markers(library, longest_marker);
     jpeg_read_header(library, TRUE);
+    // Markers among the pixels have no place in the record.
+    save_markers(library, 0);
+    decompressor.source.header_is_read = true;
     decompressor.source.has_many_scans = jpeg_has_multiple_scans(library) != FALSE;
     return true;
 }
@@ -143,7 +223,7 @@ bool read_header(decompressor_t& decompressor) {
 /// error; what was decoded is in its place then.
 bool read_rows(decompressor_t& decompressor, unsigned char* top_row, std::uint64_t line) {
     jpeg_decompress_struct* const library = &decompressor.library;
-    if (setjmp(decompressor.errors.way_out) != 0)
+    if (setjmp(decompressor.errors.base.way_out) != 0)
         return false;
     if (jpeg_start_decompress(library) == FALSE) {
         library->unread_marker = JPEG_EOI;
@@ -153,16 +233,15 @@ bool read_rows(decompressor_t& decompressor, unsigned char* top_row, std::uint64
         JSAMPROW row = top_row - library->output_scanline * line;
         jpeg_read_scanlines(library, &row, 1);
     }
+    jpeg_finish_decompress(library);
     if (decompressor.source.ended)
         ERREXIT(library, JERR_INPUT_EOF);
-    jpeg_finish_decompress(library);
     return true;
 }
 
 bool copy_markers(jpeg_t& jpeg, const jpeg_decompress_struct& library) {
     jpeg.markers.clear();
-    for (const jpeg_marker_struct* saved = library.marker_list;
-         saved != nullptr && jpeg.markers.size() < most_markers; saved = saved->next) {
+    for (const jpeg_marker_struct* saved = library.marker_list; saved != nullptr; saved = saved->next) {
         jpeg_t::marker_t marker{saved->marker, {}};
         if (!fit_window(marker.bytes, saved->data_length))
             return false;

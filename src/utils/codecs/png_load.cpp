@@ -24,9 +24,13 @@ constexpr int signature_size = 4;
 /// No deflated data makes more than 258 bytes of 2 bits.
 constexpr std::uint64_t most_bytes_of_one = 1032;
 
-/// What the library may ask for at once, when the file is not longer: rows of a million pixels, and texts and
-/// profiles that are compressed.
+/// What the library may ask for at once, when the file is not longer: rows of a million pixels.
 constexpr std::uint64_t least_memory = std::uint64_t{16} << 20;
+
+/// Texts and profiles that decompress to thousands of times their size, each with its terminating zero.
+/// Nobody reads them, and the library would keep them all.
+constexpr png_byte skipped_chunks[] = "zTXt\0iTXt\0iCCP";
+constexpr int skipped_chunk_count = sizeof skipped_chunks / 5;
 
 /// PNG has the high byte first.
 const pack_t high_byte_first{std::endian::native == std::endian::little, 4};
@@ -96,6 +100,7 @@ bool read_header(const reader_t& reader, std::FILE* file, header_t& header) {
         return false;
     png_init_io(reader.png, file);
     png_set_sig_bytes(reader.png, signature_size);
+    png_set_keep_unknown_chunks(reader.png, PNG_HANDLE_CHUNK_NEVER, skipped_chunks, skipped_chunk_count);
     png_read_info(reader.png, reader.info);
     png_get_IHDR(reader.png, reader.info, &header.width, &header.height, &header.depth, &header.colour_type,
                  nullptr, nullptr, nullptr);

@@ -100,21 +100,28 @@ void filename_without_extension(const char* path, char* buffer, std::size_t size
     copy_cut(bare_name_of(path), buffer, size);
 }
 
+path_views_t view_path(std::string_view path) {
+    const marks_t marks = find_marks(path);
+    const std::size_t drive_end = behind(marks.first_colon);
+    const std::size_t directory_end = std::max(drive_end, behind(marks.last_separator));
+    const bool has_dot = marks.last_dot != nowhere && marks.last_dot >= directory_end;
+    const std::size_t name_end = has_dot ? marks.last_dot : path.size();
+    return {.drive = path.substr(0, drive_end),
+            .directory = path.substr(drive_end, directory_end - drive_end),
+            .name = path.substr(directory_end, name_end - directory_end),
+            .extension = path.substr(name_end)};
+}
+
 void splitpath(const char* path, path_parts_t& parts) {
     splitpath(path, parts.drive, parts.directory, parts.name, parts.extension);
 }
 
 void splitpath(const char* path, char* drive, char* directory, char* name, char* extension) {
-    const std::string_view whole = path;
-    const marks_t marks = find_marks(whole);
-    const std::size_t drive_end = behind(marks.first_colon);
-    const std::size_t directory_end = std::max(drive_end, behind(marks.last_separator));
-    const bool has_dot = marks.last_dot != nowhere && marks.last_dot >= directory_end;
-    const std::size_t name_end = has_dot ? marks.last_dot : whole.size();
-    copy_cut(whole.substr(0, drive_end), drive, path_part_size);
-    copy_cut(whole.substr(drive_end, directory_end - drive_end), directory, path_part_size);
-    copy_cut(whole.substr(directory_end, name_end - directory_end), name, path_part_size);
-    copy_cut(whole.substr(name_end), extension, path_part_size);
+    const path_views_t parts = view_path(path);
+    copy_cut(parts.drive, drive, path_part_size);
+    copy_cut(parts.directory, directory, path_part_size);
+    copy_cut(parts.name, name, path_part_size);
+    copy_cut(parts.extension, extension, path_part_size);
 }
 
 void makepath(std::string& target, const char* drive, const char* directory, const char* name,

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 /// Path helpers. `/` and `\` both separate directories.
 ///
@@ -35,6 +36,20 @@ void dirname(const char* path, char* buffer, std::size_t size);
 std::string filename_without_extension(const char* path);
 /// As above, into a buffer of `size` bytes: cut to fit and NUL-terminated.
 void filename_without_extension(const char* path, char* buffer, std::size_t size);
+
+/// The four parts of a path, of any length: views into it.
+struct path_views_t {
+    std::string_view drive;
+    std::string_view directory;
+    std::string_view name;
+    std::string_view extension;
+
+    /// What goes before a name that is relative to the path's folder.
+    std::string folder() const { return std::string(drive) + std::string(directory); }
+};
+
+/// As splitpath below, with nothing cut off: the folder of a file may be longer than a field.
+path_views_t view_path(std::string_view path);
 
 /// Splits `path` into the drive (up to and including the first colon), the directory (up to and including the
 /// last separator), the name, and the extension (from the last dot of the name on). Each part is cut to 259

@@ -3,6 +3,7 @@
 #include <GL/glew.h>
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <iostream>
 
 #include "gltextures/textures/texture_stores.h"
@@ -75,6 +76,15 @@ GLint parameter(const environment_t& environment, GLenum name) {
     GLint value = -1;
     glGetTexParameteriv(GL_TEXTURE_CUBE_MAP, name, &value);
     return value;
+}
+
+TEST_F(EnvironmentTextures, FolderOfTheSceneMayBeLong) {
+    const std::string deep = std::string(150, 'a') + "/" + std::string(150, 'b') + "/";
+    std::filesystem::create_directories(folder.path(deep));
+    write_cube(folder, deep + "sky", face_colours);
+    environment.cubetex = "sky.png";
+    EXPECT_TRUE(environment.initex(folder.path(deep + "scene.ulk").c_str()));
+    EXPECT_EQ(face_values(environment), (std::vector{10, 20, 30, 40, 50, 60}));
 }
 
 TEST_F(EnvironmentTextures, FacesComeFromTheirFilesInOrder) {

@@ -1,6 +1,7 @@
 #include <GL/glew.h>
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <iostream>
 
 #include "gltextures/textures/texture_stores.h"
@@ -264,6 +265,15 @@ TEST_F(ModelTextures, FullPathStillHasTheSceneFilesFolderInFront) {
     const captured_stream errors(std::cerr);
     EXPECT_FALSE(open(texture));
     EXPECT_NE(model_textures.find(folder.path("") + texture.texture), 0U);
+}
+
+TEST_F(ModelTextures, FolderOfTheSceneMayBeLong) {
+    const std::string deep = std::string(150, 'a') + "/" + std::string(150, 'b') + "/";
+    std::filesystem::create_directories(folder.path(deep));
+    write_picture(folder, deep + "red.png", plain_picture(1, 1, {255, 0, 0}));
+    texture.texture = texture.bumpmap = texture.specular = "red.png";
+    EXPECT_TRUE(texture.open(folder.path(deep + "scene.ulk").c_str()));
+    EXPECT_EQ(model_textures.find(folder.path(deep) + "red.png"), texture.color_handle);
 }
 
 TEST_F(ModelTextures, ColourMapThatIsMissingEndsTheOpenWithItsWords) {

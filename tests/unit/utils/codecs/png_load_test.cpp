@@ -157,6 +157,18 @@ TEST_F(PngLoad, OtherChunksChangeNoPixel) {
     EXPECT_EQ(pixels_of(image), bottom_up(file));
 }
 
+/// A small chunk can hold megabytes, and a file thousands of such chunks; the library warns of those that it
+/// can not decompress.
+TEST_F(PngLoad, CompressedTextsAndProfilesAreNotDecompressed) {
+    png_bytes_t file;
+    file.chunks = png_chunk("iCCP", "profile\0\0no stream"s) + png_chunk("zTXt", "Title\0\0no stream"s) +
+                  png_chunk("iTXt", "Title\0\1\0\0\0no stream"s);
+    const captured_descriptor_t errors;
+    ASSERT_EQ(read(file), 0);
+    EXPECT_EQ(errors.text(), "");
+    EXPECT_EQ(pixels_of(image), bottom_up(file));
+}
+
 TEST_F(PngLoad, PixelsMayComeInManyChunks) {
     png_bytes_t file;
     file.chunk_size = 7;

@@ -86,6 +86,27 @@ TEST(Paths, EveryPartIsCutTo259Bytes) {
     EXPECT_EQ(parts.extension, "." + longest.substr(1));
 }
 
+TEST(Paths, ViewsAreOfAnyLength) {
+    const std::string longest(400, 'x');
+    const std::string path = longest + "d:" + longest + "d/" + longest + "n." + longest;
+    const path_views_t parts = view_path(path);
+    EXPECT_EQ(parts.drive, longest + "d:");
+    EXPECT_EQ(parts.directory, longest + "d/");
+    EXPECT_EQ(parts.name, longest + "n");
+    EXPECT_EQ(parts.extension, "." + longest);
+    EXPECT_EQ(parts.folder(), longest + "d:" + longest + "d/");
+}
+
+TEST(Paths, ViewsAreWhereSplitpathCuts) {
+    for (const split_row& row : split_rows) {
+        const path_views_t parts = view_path(row.path);
+        EXPECT_EQ(parts.drive, row.drive) << row.path;
+        EXPECT_EQ(parts.directory, row.directory) << row.path;
+        EXPECT_EQ(parts.name, row.name) << row.path;
+        EXPECT_EQ(parts.extension, row.extension) << row.path;
+    }
+}
+
 TEST(Paths, SplitsIntoFourBuffers) {
     char drive[260], directory[260], name[260], extension[260];
     splitpath("C:\\x\\y.gz", drive, directory, name, extension);
