@@ -20,8 +20,8 @@ struct environment_t {
     /// not looked at. A name that is in the store already is not loaded again. A current GL context is
     /// required.
     ///
-    /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
-    /// of an entry without a GL name, which a draw leaves out.
+    /// False when a face can not be loaded or shown, with lines on the standard error stream; the handle is
+    /// then that of an entry without a GL name, which a draw leaves out.
     bool initex(const char* base_file);
 
     /// The path of one of the six pictures, 0 to 5 in the order above, as `initex` makes it.
