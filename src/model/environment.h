@@ -20,8 +20,8 @@ struct environment_t {
     /// drive in the name itself is ignored. A name that is already in the store is not loaded again. Requires
     /// a current GL context.
     ///
-    /// False when a face can not be loaded, with lines on the standard error stream; the handle is then that
-    /// of an entry without a GL name, which is left out when drawing.
+    /// False when a face can not be loaded or shown, with lines on the standard error stream; the handle is
+    /// then that of an entry without a GL name, which is left out when drawing.
     [[nodiscard]] bool initex(const char* base_file);
 
     /// The path of one of the six pictures, numbered 0 to 5 in the order above, as `initex` builds it.

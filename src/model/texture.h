@@ -34,11 +34,11 @@ struct texture_t {
     /// others are taken as normals in signed bytes. With `bumpofs` the bump offset becomes half a texel of
     /// the map; otherwise, and without a map, it stays.
     ///
-    /// False at the first picture that can not be loaded, with lines on the standard error stream. Its handle
-    /// is then that of an entry without a GL name, which is left out when drawing, and the maps after it keep
-    /// the handles that they had. A picture that is already in the store is not loaded again. For colour and
-    /// specular maps the filters of the first model that names the picture apply, for bump maps those of the
-    /// last.
+    /// False at the first picture that can not be loaded, or that GL can not show, with lines on the standard
+    /// error stream. Its handle is then that of an entry without a GL name, which is left out when drawing,
+    /// and the maps behind it keep the handles that they had. A picture that is in the store already is not
+    /// loaded again. Of colour and specular maps the filters of the first model that names one hold, of bump
+    /// maps those of the last.
     bool open(const char* base_file);
 };
 

@@ -9,16 +9,16 @@ namespace ulktool {
 
 namespace {
 
-/// Prints what is wrong with the pictures. True when nothing is.
+/// Prints what is wrong with pictures. True when all are shown.
 bool check_pictures(const std::vector<scene_picture_t>& pictures, const std::string& owner) {
-    bool all_well = true;
+    bool all_shown = true;
     for (const scene_picture_t& picture : pictures) {
-        if (picture.problem.empty())
-            continue;
-        std::cout << owner << ": " << picture.key << ' ' << picture.name << ": " << picture.problem << '\n';
-        all_well = false;
+        for (const std::string& fault : {picture.problem, picture.warning})
+            if (!fault.empty())
+                std::cout << owner << ": " << picture.key << ' ' << picture.name << ": " << fault << '\n';
+        all_shown = all_shown && picture.problem.empty();
     }
-    return all_well;
+    return all_shown;
 }
 
 /// Prints what is wrong with a file. True when it loads with all its pictures.

@@ -32,9 +32,13 @@ std::uint64_t count_triangles(const ulk3d::polygon_t& polygon) {
 }
 
 void print_pictures(const std::vector<scene_picture_t>& pictures) {
-    for (const scene_picture_t& picture : pictures)
+    for (const scene_picture_t& picture : pictures) {
         std::cout << "  " << picture.key << ": " << picture.name << ", "
-                  << (picture.problem.empty() ? picture.size : picture.problem) << '\n';
+                  << (picture.problem.empty() ? picture.size : picture.problem);
+        if (!picture.warning.empty())
+            std::cout << "; " << picture.warning;
+        std::cout << '\n';
+    }
 }
 
 void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry, const std::string& path) {

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "formats/scene_files.h"
+#include "gltextures/textures/texture_stores.h"
 #include "tool/commands.h"
 
 namespace ulktool {
@@ -26,6 +27,9 @@ scene_session_t::scene_session_t() {
 }
 
 bool scene_session_t::load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log) {
+    // A name that has failed is not tried again: without this the verdict on a file would depend on those
+    // before it.
+    libgr::clear_texture_stores();
     return ulk3d::load_scene(scene, path.c_str(), glpolygon, log);
 }
 

@@ -16,7 +16,8 @@ class scene_session_t {
   public:
     scene_session_t();
 
-    /// Loads a file into `scene` as `load_scene` does (formats/scene_files.h), with its messages on `log`.
+    /// Loads a file into `scene`, and all its pictures anew; messages are lines of `log`. The textures of
+    /// scenes that were loaded before are gone.
     [[nodiscard]] bool load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
 
   private:

@@ -23,7 +23,7 @@ constexpr std::array<command_t, 4> commands{{
      "    The size is 1024x768 unless told otherwise.\n"},
     {"check", ulktool::check,
      "ulktool check FILE...\n"
-     "    Reports what the reader says of each file, and what is wrong with the pictures that it names.\n"
+     "    Reports what the reader says of each file, and which of its pictures are not shown or look wrong.\n"
      "    Exit status 1 if one does not load, or not with all its pictures.\n"},
     {"info", ulktool::info,
      "ulktool info FILE\n"

@@ -30,12 +30,32 @@ def png_size(path):
     return struct.unpack(">II", data[16:24])
 
 
+def png_chunk(kind, data):
+    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+
+def png(width, height, depth, colour_type, lines, *chunks):
+    """`lines` are the rows, each behind its filter byte."""
+    return (b"\x89PNG\r\n\x1a\n"
+            + png_chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, depth, colour_type, 0, 0, 0)) + b"".join(chunks)
+            + png_chunk(b"IDAT", zlib.compress(lines, 9)) + png_chunk(b"IEND", b""))
+
+
 def png_of_one_pixel(*values):
     """Grey or RGB."""
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", 1, 1, 8, {1: 0, 3: 2}[len(values)], 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(bytes([0, *values]))) + chunk(b"IEND", b""))
+    return png(1, 1, 8, {1: 0, 3: 2}[len(values)], bytes([0, *values]))
+
+
+def bmp(width, height, bits, pixels, palette=b"", header_size=40):
+    """`palette` follows the header."""
+    offset = 14 + header_size + len(palette)
+    return (struct.pack("<2sIII", b"BM", offset + len(pixels), 0, offset)
+            + struct.pack("<IiiHHIIiiII", header_size, width, height, 1, bits, 0, 0, 0, 0, 0, 0)
+            + bytes(header_size - 40) + palette + pixels)
+
+
+def tga(width, height, depth, descriptor, pixels):
+    return struct.pack("<BBBHHBHHHHBB", 0, 0, 2, 0, 0, 0, 0, 0, width, height, depth, descriptor) + pixels
 
 
 class ToolTestCase(unittest.TestCase):
@@ -156,6 +176,81 @@ class Check(ToolTestCase):
         self.assertEqual(self.check_square(["texture a.bmp"])[0][0],
                          "model 0: texture a.bmp: not a picture that can be read")
 
+    def test_pictures_that_are_read_and_not_shown_are_told(self):
+        deep_grey = png(1, 1, 16, 0, bytes(3))
+        for name, data in (("top_down.bmp", bmp(4, -4, 24, bytes(48))), ("cut.bmp", bmp(4, 4, 24, bytes(40))),
+                           ("grey2.png", png(4, 1, 2, 0, bytes(2))),
+                           ("wide.png", png(70000, 1, 1, 0, bytes(1 + 8750)))):
+            (self.folder / name).write_bytes(data)
+            for key in ("texture", "bumpmap", "specular"):
+                self.assertEqual(self.check_square([f"{key} {name}"]), ([
+                    f"model 0: {key} {name}: not a picture that can be read",
+                    "loads, but not with all its pictures"], 1))
+        (self.folder / "deep.png").write_bytes(deep_grey)
+        self.assertEqual(self.check_square(["texture deep.png"]), (["loads"], 0))
+        self.assertEqual(self.check_square(["bumpmap deep.png"]), ([
+            "model 0: bumpmap deep.png: can not be turned into normals; the surface stays smooth",
+            "loads, but not with all its pictures"], 1))
+
+    def test_a_picture_that_lacks_only_what_fills_its_last_row_is_well(self):
+        (self.folder / "a.bmp").write_bytes(bmp(3, 2, 24, bytes(12 + 9)))
+        self.assertEqual(self.check_square(["texture a.bmp"]), (["loads"], 0))
+
+    def test_maps_behind_one_that_fails_are_judged_too(self):
+        (self.folder / "good.png").write_bytes(png_of_one_pixel(1, 2, 3))
+        (self.folder / "grey2.png").write_bytes(png(4, 1, 2, 0, bytes(2)))
+        self.assertEqual(self.check_square(["texture none.png", "bumpmap good.png", "specular grey2.png"])[0], [
+            "model 0: texture none.png: no such file",
+            "model 0: specular grey2.png: not a picture that can be read", "loads, but not with all its pictures"])
+
+    def test_a_picture_of_a_few_bytes_does_not_take_the_memory(self):
+        # 200 MB of bits, and 1.6 GB of bytes.
+        side = 40000
+        (self.folder / "a.png").write_bytes(png(side, side, 1, 0, bytes((1 + side // 8) * side)))
+        self.assertEqual(self.check_square(["texture a.png"])[0][0],
+                         "model 0: texture a.png: not a picture that can be read")
+
+    def test_pictures_that_look_wrong_are_told_and_do_not_fail(self):
+        palette = bytes(range(8)) * 2
+        invisible = "it has no opacity anywhere, and the model is invisible"
+        rows = [
+            ("clear.bmp", bmp(2, 1, 32, bytes([1, 2, 3, 0] * 2)), invisible),
+            ("clear.tga", tga(2, 1, 16, 0, bytes([255, 127] * 2)), invisible),
+            ("mirrored.tga", tga(4, 1, 24, 0x10, bytes(12)), "it is stored from right to left, and shows mirrored"),
+            ("skewed.tga", tga(3, 2, 24, 0, bytes(18 + 26)),
+             "its rows are no whole groups of four bytes, and it shows skewed"),
+            ("cut_out.png", png(1, 1, 8, 2, bytes(4), png_chunk(b"tRNS", bytes(6))),
+             "its transparent colours (tRNS) show opaque"),
+            ("long.bmp", bmp(4, 1, 4, bytes(4), palette, 108),
+             "its header is longer than 40 bytes, and its colours are wrong"),
+        ]
+        for name, data, warning in rows:
+            (self.folder / name).write_bytes(data)
+            self.assertEqual(self.check_square([f"texture {name}"]),
+                             ([f"model 0: texture {name}: {warning}", "loads"], 0))
+        self.assertEqual(self.check_square(["specular clear.bmp"]), (["loads"], 0))
+        for name, data in (("half.bmp", bmp(2, 1, 32, bytes([1, 2, 3, 0, 1, 2, 3, 1]))),
+                           ("padded.tga", tga(3, 2, 24, 0, bytes(24))),
+                           ("usual.bmp", bmp(4, 1, 4, bytes(4), palette))):
+            (self.folder / name).write_bytes(data)
+            self.assertEqual(self.check_square([f"texture {name}"]), (["loads"], 0))
+
+    def test_a_scene_is_judged_alike_when_it_comes_again(self):
+        scene = self.sky()
+        (self.folder / "sky_posy.png").unlink()
+        lines = run("check", scene, scene).stdout.splitlines()
+        self.assertEqual(lines[:len(lines) // 2], lines[len(lines) // 2:])
+        self.assertEqual(lines[-1], f"{scene}: does not load")
+
+    def test_pictures_beside_a_scene_in_a_folder_with_a_long_path_are_found(self):
+        folder = self.folder / ("図" * 60) / ("形" * 60)
+        folder.mkdir(parents=True)
+        (folder / "a.png").write_bytes(png_of_one_pixel(1, 2, 3))
+        scene = folder / "square.ulk"
+        scene.write_text(SQUARE.format(maps="texture a.png\n"))
+        done = run("check", scene)
+        self.assertEqual((done.stdout, done.stderr), (f"{scene}: loads\n", ""))
+
     def test_bump2mono_of_a_picture_without_colours_is_told(self):
         (self.folder / "grey.png").write_bytes(png_of_one_pixel(9))
         self.assertEqual(self.check_square(["bumpmap grey.png"]), (["loads"], 0))
@@ -221,6 +316,10 @@ class Info(ToolTestCase):
         done = run("info", self.file("square.ulk", SQUARE.format(maps="texture none.png\n")))
         self.assertEqual(done.returncode, 0)
         self.assertIn("  texture: none.png, no such file\n", done.stdout)
+        (self.folder / "mirrored.tga").write_bytes(tga(4, 1, 24, 0x10, bytes(12)))
+        done = run("info", self.file("square.ulk", SQUARE.format(maps="specular mirrored.tga\n")))
+        self.assertIn("  specular: mirrored.tga, 4 x 1; it is stored from right to left, and shows mirrored\n",
+                      done.stdout)
 
     def test_tells_the_environment(self):
         done = run("info", self.sky())

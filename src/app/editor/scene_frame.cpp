@@ -22,6 +22,10 @@ void set_viewport(const viewport_t& area) {
 
 void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor) {
     grCheckError("ulkedit_t::display(0)");
+    // The unit of the colour maps is empty for surfaces whose picture is not shown. An upload leaves its
+    // texture bound there, and the toolkit the one that it draws the view area into.
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
     glViewport(0, 0, areas.width, areas.height);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 

@@ -1,7 +1,5 @@
 #include "app/window/ViewArea.h"
 
-#include <GL/glew.h>
-
 #include <gdk/gdkkeysyms.h>
 
 #include "gltextures/gr_check_error.h"
@@ -74,10 +72,6 @@ void ViewArea::on_unrealize() {
 }
 
 bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
-    // The toolkit leaves the texture that it draws the area into bound here: a surface without a map of its
-    // own would show the area's picture.
-    glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, 0);
     ulkedit.display();
     return true;
 }

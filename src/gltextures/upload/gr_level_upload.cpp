@@ -11,20 +11,25 @@
 
 namespace libgr {
 
-gl_pixels_t::gl_pixels_t(const pixel_source_t& source, const gl_triple_t& told)
-    : extent(source.extent),
-      core(is_core_context()),
-      stored(core ? core_format(told) : stored_format_t{told}),
-      bytes(source.bytes) {
-    if (core)
-        unpacked = unpacked_pixels(source);
-    if (!unpacked)
-        return;
-    bytes = *unpacked;
+stored_format_t stored_format(const pixel_source_t& source, const gl_triple_t& told) {
+    if (!is_core_context())
+        return {told};
+    stored_format_t stored = core_format(told);
+    if (!is_unpacked(source))
+        return stored;
     if (told.format == GL_COLOR_INDEX)
         stored.triple = {GL_RGB8, GL_RGB, GL_UNSIGNED_BYTE};
     else
         stored.triple.type = GL_UNSIGNED_BYTE;
+    return stored;
+}
+
+gl_pixels_t::gl_pixels_t(const pixel_source_t& source, const gl_triple_t& told)
+    : extent(source.extent), stored(stored_format(source, told)), bytes(source.bytes) {
+    if (!is_core_context() || !is_unpacked(source))
+        return;
+    unpacked = unpacked_pixels(source);
+    bytes = unpacked.elements();
     tight.emplace();
 }
 
@@ -33,7 +38,7 @@ bool gl_pixels_t::is_readable() const {
 }
 
 void gl_pixels_t::set_swizzle(GLenum target) const {
-    if (core)
+    if (is_core_context())
         glTexParameteriv(target, GL_TEXTURE_SWIZZLE_RGBA, stored.swizzle.data());
 }
 

@@ -4,13 +4,16 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "gltextures/upload/gr_core_format.h"
 #include "gltextures/upload/gr_pixel_source.h"
 #include "gltextures/upload/gr_unpack.h"
+#include "utils/pictures/image_window.h"
 
 namespace libgr {
+
+/// What GL gets of a source in the current context, for which `told` is its triple.
+stored_format_t stored_format(const pixel_source_t& source, const gl_triple_t& told);
 
 /// Pixels of a source in the form in which the current context takes them. The unpack state that they need is
 /// set while this lives; what `set_unpack_state` has set before is there again after.
@@ -28,10 +31,9 @@ class gl_pixels_t {
 
   private:
     image_extent_t extent;
-    bool core;
     stored_format_t stored;
+    libutils::image_window_t unpacked;
     std::span<const unsigned char> bytes;
-    std::optional<std::vector<unsigned char>> unpacked;
     std::optional<tight_unpack_t> tight;
 };
 

@@ -1,5 +1,9 @@
 #include "gltextures/upload/gr_unpacked_pixels.h"
 
+#include <algorithm>
+
+#include "gltextures/upload/gr_pixel_rows.h"
+
 namespace libgr {
 
 namespace {
@@ -25,28 +29,10 @@ std::uint32_t packed_bits(const pixel_source_t& source) {
     }
 }
 
-/// Where the rows of a source lie in its bytes.
-struct row_places_t {
-    row_places_t(const pixel_source_t& source, std::uint32_t bits)
-        : line(row_size(source.row_length != 0 ? source.row_length : source.extent.width, bits, source.pack)),
-          image(size_product(source.image_height != 0 ? source.image_height : source.extent.height, line)),
-          first(source.skip_images * image + source.skip_rows * line) {}
-
-    std::uint64_t line;
-    std::uint64_t image;
-    std::uint64_t first;
-};
-
-bool holds_rows(const pixel_source_t& source, std::uint32_t bits) {
-    const row_places_t places(source, bits);
-    const std::uint64_t rows = std::uint64_t{source.skip_rows} + source.extent.height;
-    const std::uint64_t size = source.bytes.size();
-    const std::uint64_t images = std::uint64_t{source.skip_images} + source.extent.depth - 1;
-    const std::uint64_t before = size_product(images, places.image);
-    const std::uint64_t pixels = std::uint64_t{source.skip_pixels} + source.extent.width;
-    const std::uint64_t row_end = (pixels * bits + 7) / 8;
-    const std::uint64_t last_row = size_product(rows - 1, places.line);
-    return before <= size && last_row <= size - before && row_end <= size - before - last_row;
+std::uint64_t unpacked_size(const pixel_source_t& source) {
+    const auto& [dimensions, width, height, depth] = source.extent;
+    const std::uint64_t pixel_bytes = source.format == image_format::index ? 3 : 1;
+    return size_product(size_product(std::uint64_t{width} * height, depth), pixel_bytes);
 }
 
 std::uint32_t pixel_value(const unsigned char* row, std::uint64_t x, std::uint32_t bits) {
@@ -55,35 +41,37 @@ std::uint32_t pixel_value(const unsigned char* row, std::uint64_t x, std::uint32
     return (std::uint32_t{row[bit / 8]} >> shift) & ((1U << bits) - 1U);
 }
 
-void append_pixel(std::vector<unsigned char>& pixels, const pixel_source_t& source, std::uint32_t value,
-                  std::uint32_t bits) {
-    if (source.format == image_format::index) {
-        const auto colour = source.palette->colour(value);
-        pixels.insert(pixels.end(), colour.begin(), colour.end());
-    } else {
-        pixels.push_back(static_cast<unsigned char>(value * 255U / ((1U << bits) - 1U)));
-    }
+/// Writes a pixel and returns the place of the next one.
+unsigned char* put_pixel(unsigned char* to, const pixel_source_t& source, std::uint32_t value,
+                         std::uint32_t bits) {
+    if (source.format == image_format::index)
+        return std::ranges::copy(source.palette->colour(value), to).out;
+    *to = static_cast<unsigned char>(value * 255U / ((1U << bits) - 1U));
+    return to + 1;
 }
 
 }  // namespace
 
-std::optional<std::vector<unsigned char>> unpacked_pixels(const pixel_source_t& source) {
-    const std::uint32_t bits = packed_bits(source);
-    if (bits == 0)
-        return std::nullopt;
-    std::vector<unsigned char> pixels;
-    const auto& [dimensions, width, height, depth] = source.extent;
-    if (width == 0 || height == 0 || depth == 0 || !holds_rows(source, bits))
+bool is_unpacked(const pixel_source_t& source) {
+    return packed_bits(source) != 0;
+}
+
+image_window_t unpacked_pixels(const pixel_source_t& source) {
+    image_window_t pixels;
+    const std::uint64_t size = unpacked_size(source);
+    if (size == 0 || !holds_rows(source) || !fit_window(pixels, size))
         return pixels;
-    const row_places_t places(source, bits);
+    const std::uint32_t bits = packed_bits(source);
+    const auto& [dimensions, width, height, depth] = source.extent;
+    const pixel_rows_t rows(source);
+    unsigned char* to = pixels.begin();
     for (std::uint32_t z = 0; z < depth; ++z) {
         for (std::uint32_t y = 0; y < height; ++y) {
             const unsigned char* const row =
-                source.bytes.data() + places.first + z * places.image + y * places.line;
-            for (std::uint32_t x = 0; x < width; ++x) {
-                const std::uint64_t column = std::uint64_t{source.skip_pixels} + x;
-                append_pixel(pixels, source, pixel_value(row, column, bits), bits);
-            }
+                source.bytes.data() + rows.first + z * rows.image + y * rows.line;
+            for (std::uint32_t x = 0; x < width; ++x)
+                to = put_pixel(to, source, pixel_value(row, std::uint64_t{source.skip_pixels} + x, bits),
+                               bits);
         }
     }
     return pixels;

@@ -7,7 +7,7 @@
 #include <iostream>
 
 #include "gltextures/textures/texture_stores.h"
-#include "utils/pictures/image_files.h"
+#include "render/maps/load_picture.h"
 #include "utils/text/paths.h"
 
 namespace ulk3d {
@@ -68,7 +68,7 @@ class cube_path_t {
 bool load_faces(cube_entry_t& entry, const cube_path_t& path, const char* base_file) {
     for (std::size_t face = 0; face < face_suffixes.size(); ++face) {
         const std::string face_path = path.with_suffix(face_suffixes[face]);
-        if (!libutils::autoloadformat(entry.images[face], face_path.c_str())) {
+        if (!load_picture(entry.images[face], face_path, GL_TEXTURE_CUBE_MAP)) {
             std::cerr << base_file << ": base filename.\n"
                       << face_path << ": autoloadformat failed." << std::endl;
             return false;

@@ -8,7 +8,7 @@
 #include "gltextures/gr_check_error.h"
 #include "gltextures/textures/texture_stores.h"
 #include "model/texture.h"
-#include "utils/pictures/image_files.h"
+#include "render/maps/load_picture.h"
 #include "utils/pictures/image_transforms.h"
 #include "utils/text/paths.h"
 
@@ -125,7 +125,7 @@ bool open_color(texture_t& texture, const char* base_file, const std::string& fo
     texture.color_handle = stored.handle;
     if (!stored.is_new || stored.entry == nullptr)
         return stored.entry != nullptr;
-    if (!libutils::autoloadformat(stored.entry->image, path.c_str())) {
+    if (!load_picture(stored.entry->image, path, GL_TEXTURE_2D)) {
         std::cerr << base_file << ": base filename.\n"
                   << path << ": color autoloadformat failed." << std::endl;
         return false;
@@ -165,8 +165,11 @@ texture_entry_t* take_normals(texture_t& texture, const std::string& path, const
     const stored_entry_t stored(path + ".norm");
     if (stored.entry == nullptr)
         return nullptr;
-    if (stored.is_new && !libutils::heightmap2normalmap(stored.entry->image, heights))
+    if (stored.is_new && !libutils::heightmap2normalmap(stored.entry->image, heights)) {
         std::cerr << "heightmap2normalmap failed." << std::endl;
+        // What a refused conversion leaves are the heights, which are no normals: the surface stays smooth.
+        stored.entry->image = {};
+    }
     texture.bump_handle = stored.handle;
     return stored.entry;
 }
@@ -190,7 +193,7 @@ bool open_bump(texture_t& texture, const std::string& folder) {
     texture.bump_handle = stored.handle;
     if (stored.entry == nullptr)
         return false;
-    if (stored.is_new && !libutils::autoloadformat(stored.entry->image, path.c_str())) {
+    if (stored.is_new && !load_picture(stored.entry->image, path, GL_TEXTURE_2D)) {
         std::cerr << path << ": bump autoloadformat failed." << std::endl;
         return false;
     }
@@ -222,7 +225,7 @@ bool open_specular(texture_t& texture, const std::string& folder) {
     texture.spec_handle = stored.handle;
     if (!stored.is_new || stored.entry == nullptr)
         return stored.entry != nullptr;
-    if (!libutils::autoloadformat(stored.entry->image, path.c_str())) {
+    if (!load_picture(stored.entry->image, path, GL_TEXTURE_2D)) {
         std::cerr << path << ": autoloadformat failed." << std::endl;
         return false;
     }

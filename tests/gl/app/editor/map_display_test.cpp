@@ -2,9 +2,11 @@
 
 #include <cmath>
 #include <filesystem>
+#include <iostream>
 
 #include "gl/app/editor/editor_test.h"
 #include "gltextures/textures/texture_stores.h"
+#include "support/captured_stream.h"
 #include "support/image_builder.h"
 #include "support/pictures.h"
 
@@ -67,6 +69,22 @@ TEST_F(MapDisplay, RedMapShowsRed) {
     write_picture(folder, "red.png", plain_picture(2, 2, {255, 0, 0}));
     open(mapped_square("texture red.png\n"));
     EXPECT_EQ(hue_at(frame(), {0.2F, 0.3F, 0}), "r");
+}
+
+TEST_F(MapDisplay, MissingMapIsWhiteAndNotThatOfAnotherModel) {
+    write_picture(folder, "red.png", plain_picture(2, 2, {255, 0, 0}));
+    const captured_stream errors(std::cerr);
+    // The second square lies in the first one, which hides it.
+    open(mapped_square("texture missing.png\n") + mapped_square("texture red.png\n"));
+    EXPECT_EQ(hue_at(frame(), {0.2F, 0.3F, 0}), "rgb");
+}
+
+TEST_F(MapDisplay, MapOfWhichHalfIsMissingIsWhite) {
+    const std::string path = write_picture(folder, "cut.bmp", plain_picture(4, 4, {255, 0, 0}));
+    std::filesystem::resize_file(path, 54 + 2 * 12);
+    const captured_stream errors(std::cerr);
+    open(mapped_square("texture cut.bmp\n"));
+    EXPECT_EQ(hue_at(frame(), {0.2F, 0.3F, 0}), "rgb");
 }
 
 TEST_F(MapDisplay, MapLiesByItsTextureCoordinates) {

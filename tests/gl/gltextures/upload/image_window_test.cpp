@@ -7,6 +7,7 @@
 #include "gltextures/textures/gr_textures.h"
 #include "support/captured_stream.h"
 #include "support/gl_state.h"
+#include "support/pictures.h"
 
 namespace libgr {
 namespace {
@@ -362,6 +363,20 @@ TEST_F(ImageWindow, PartOfBitsBeginsInsideOfAByte) {
     ASSERT_TRUE(part.subimage(whole, 6, 0, 4, 1));
     load(part);
     EXPECT_EQ(shown_texels(), (std::vector{black, white, black, white}));
+}
+
+TEST_F(ImageWindow, BitsThatThereIsNoMemoryToUnpackAreLeftOut) {
+    if (!ulk_test::no_more_pages_t::is_possible())
+        GTEST_SKIP() << "a build with tools that need memory";
+    image2d bits = packed_image(image_format::grey, libutils::image_bits::bits_1, 4096, {});
+    bits.height = 4096;
+    ASSERT_TRUE(bits.allocate());
+    texture.set_level(bits, 0, 0);
+    {
+        const ulk_test::no_more_pages_t limit;
+        texture.Load();
+    }
+    EXPECT_EQ(level_parameter(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH), 0);
 }
 
 TEST_F(ImageWindow, CutImagesOfBitsAndIndicesAreLeftOut) {

@@ -78,6 +78,17 @@ GLint parameter(const environment_t& environment, GLenum name) {
     return value;
 }
 
+TEST_F(EnvironmentTextures, FaceWhosePixelsAreNotAllThereIsOneThatIsMissing) {
+    for (const char* suffix : ulk_test::cube_suffixes)
+        write_picture(folder, std::string("sky") + suffix + ".bmp", plain_picture(4, 4, {255, 0, 0}));
+    const std::string cut = folder.path("sky_negy.bmp");
+    std::filesystem::resize_file(cut, 54 + 2 * 12);
+    environment.cubetex = "sky.bmp";
+    EXPECT_EQ(words_of_failure(environment),
+              scene + ": base filename.\n" + cut + ": autoloadformat failed.\n");
+    EXPECT_EQ(entry_of(environment).object.texture_id(), 0U);
+}
+
 TEST_F(EnvironmentTextures, FolderOfTheSceneMayBeLong) {
     const std::string deep = std::string(150, 'a') + "/" + std::string(150, 'b') + "/";
     std::filesystem::create_directories(folder.path(deep));

@@ -306,6 +306,58 @@ TEST_F(ModelTextures, NameThatHasFailedIsNotTriedAgain) {
     EXPECT_NE(texture.bump_handle, 0U);
 }
 
+/// A picture of four rows whose file ends behind the second one.
+std::string write_cut_picture(const ulk_test::temporary_folder_t& folder) {
+    const std::string path = write_picture(folder, "cut.bmp", plain_picture(4, 4, {255, 0, 0}));
+    std::filesystem::resize_file(path, 54 + 2 * 12);
+    return path;
+}
+
+TEST_F(ModelTextures, PictureThatCanNotBeShownIsOneThatCanNotBeRead) {
+    const std::string cut = write_cut_picture(folder);
+    const std::string grey = write_picture(folder, "grey2.png", [] {
+        image2d image = ulk_test::image_header(image_format::grey, libutils::image_bits::bits_2, 4, 1);
+        EXPECT_TRUE(image.allocate());
+        return image;
+    }());
+    const std::string unsupported = "Not supported image format!\nimgformat: 0\nimgtype: 1\nimgbits: 1\n";
+    const std::pair<std::string, std::string> rows[] = {{cut, ""}, {grey, unsupported}};
+    for (const auto& [path, reason] : rows) {
+        SCOPED_TRACE(path);
+        const std::string name = path.substr(folder.path("").size());
+        texture_t color, bump, specular;
+        color.texture = bump.bumpmap = specular.specular = name;
+        EXPECT_EQ(words_of_failure(color),
+                  reason + scene + ": base filename.\n" + path + ": color autoloadformat failed.\n");
+        EXPECT_EQ(entry_of(color.color_handle).object.texture_id(), 0U);
+        libgr::clear_texture_stores();
+        EXPECT_EQ(words_of_failure(bump), reason + path + ": bump autoloadformat failed.\n");
+        EXPECT_EQ(entry_of(bump.bump_handle).object.texture_id(), 0U);
+        libgr::clear_texture_stores();
+        EXPECT_EQ(words_of_failure(specular), reason + path + ": autoloadformat failed.\n");
+        EXPECT_EQ(entry_of(specular.spec_handle).object.texture_id(), 0U);
+        libgr::clear_texture_stores();
+    }
+}
+
+TEST_F(ModelTextures, BumpMapThatCanNotBeShownIsNotShownToTheNextModelEither) {
+    write_cut_picture(folder);
+    // A picture of which its codec leaves the upper half when it fails.
+    const std::string half = write_picture(folder, "half.png", plain_picture(40, 40, {1, 2, 3}));
+    std::filesystem::resize_file(half, std::filesystem::file_size(half) - 20);
+    for (const char* name : {"cut.bmp", "half.png"}) {
+        const captured_stream errors(std::cerr);
+        texture_t first, second;
+        first.bumpmap = second.bumpmap = name;
+        open(first);
+        open(second);
+        for (const texture_t* model : {&first, &second}) {
+            EXPECT_EQ(entry_of(model->bump_handle).object.texture_id(), 0U) << name;
+            EXPECT_EQ(model->bump_offset_u, 0.0F) << name;
+        }
+    }
+}
+
 // --- bump maps --------------------------------------------------------------------------------------------
 
 /// Heights with a step in both directions.
@@ -380,6 +432,7 @@ TEST_F(ModelTextures, HeightsThatDoNotBecomeNormalsAreToldAndTheOpenGoesOn) {
     texture.bumpmap = "deep.png";
     EXPECT_EQ(words(texture), "normalmap(): image type not supported.\nheightmap2normalmap failed.\n");
     EXPECT_NE(texture.spec_handle, 0U);
+    EXPECT_EQ(entry_of(texture.bump_handle).object.texture_id(), 0U) << "heights are no normals";
 }
 
 TEST_F(ModelTextures, ColouredBumpMapIsReadAsSigned) {
