@@ -33,8 +33,8 @@ struct jpeg_t : image_window_t {
 /// An error before the pixels gives "<file name>: jpeg decompress fail, stop." and false. One among them, as
 /// the end of a file that was cut, gives "<file name>: jpeg decompress fail, but continue." and true: the
 /// picture shows what was decoded, and is black from there on; a progressive one that was cut is as coarse as
-/// the scans that are there. One with more scans, for its size and that of the file, than pictures have is
-/// black. A picture of other components, as CMYK, is refused with libjpeg's own message, and one of more than
+/// the scans that are there, and so is one with more scans, for its size and that of the file, than pictures
+/// have. A picture of other components, as CMYK, is refused with libjpeg's own message, and one of more than
 /// 64 MiB that a file of this size can not hold without any.
 [[nodiscard]] bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x = 0, std::uint32_t pad_y = 0);
 

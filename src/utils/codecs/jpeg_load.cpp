@@ -137,13 +137,14 @@ struct progress_t {
     std::uint64_t most_scanned_pixels;
 };
 
+/// What comes behind the last scan that is looked at counts as missing.
 void limit_scans(j_common_ptr common) {
-    const auto* const library = reinterpret_cast<j_decompress_ptr>(common);
+    auto* const library = reinterpret_cast<j_decompress_ptr>(common);
     const auto* const progress = reinterpret_cast<const progress_t*>(library->progress);
     const std::uint64_t pixels = std::uint64_t{library->image_width} * library->image_height;
     const auto scans = static_cast<std::uint64_t>(library->input_scan_number);
     if (scans > most_scans || (scans > 1 && size_product(scans, pixels) > progress->most_scanned_pixels))
-        ERREXIT(common, JERR_BAD_PROGRESSION);
+        library->src->bytes_in_buffer = 0;
 }
 
 /// Up to `length` bytes of each comment and of all application data; with 0 the library looks for its own

@@ -416,6 +416,7 @@ TEST_F(JpegLoad, ScansWithoutEndAreNotWaitedFor) {
     EXPECT_THAT(errors.text(), testing::Not(testing::HasSubstr("error detected")));
     EXPECT_TRUE(read_bytes(with_last_scan(bytes, 600)));
     EXPECT_THAT(errors.text(), testing::EndsWith(go_on()));
+    EXPECT_GE(*image.pixel(0, 15), 250) << "red, not black";
 }
 
 /// 18.5 million pixels: 58 scans are 2 to the power of 30 of them.
@@ -432,6 +433,7 @@ TEST_F(JpegLoad, ScansOverALargePictureAreFewer) {
         SCOPED_TRACE(scans);
         const captured_descriptor_t errors;
         EXPECT_TRUE(read_bytes(with_last_scan(bytes, scans - others)));
+        EXPECT_EQ(*image.pixel(0, 0), 200);
         if (scans == 58)
             EXPECT_THAT(errors.text(), testing::Not(testing::HasSubstr("error detected")));
         else
