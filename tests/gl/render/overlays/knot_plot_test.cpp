@@ -91,7 +91,7 @@ TEST_F(KnotPlot, ShowsTheFunctionsOfTheKnots) {
     const libutils::rgba_picture_t picture = target.read_pixels();
 
     // Where the curves run in a column, in pixels from the bottom: between its sample and the next one. A
-    // driver may draw the first pixel of a segment in the column before.
+    // driver may draw an end of a segment in the column beside.
     const auto height = [](std::uint64_t function, int x) {
         const float t = static_cast<float>(x) / size;
         return (static_cast<double>(basis(function, 4, t, {cubic.data()})) + 1) * size / 2;
@@ -99,8 +99,9 @@ TEST_F(KnotPlot, ShowsTheFunctionsOfTheKnots) {
     for (int x = 0; x + 1 < size; ++x) {
         std::vector<bool> may_be_drawn(size, false);
         for (std::uint64_t function = 0; function < 7; ++function) {
-            const auto [low, high] = std::minmax(
-                {height(function, std::max(x - 1, 0)), height(function, x), height(function, x + 1)});
+            const auto [low, high] =
+                std::minmax({height(function, std::max(x - 1, 0)), height(function, x),
+                             height(function, x + 1), height(function, std::min(x + 2, size - 1))});
             bool is_drawn = false;
             for (int y = std::max(0, static_cast<int>(low) - 1); y <= static_cast<int>(high) + 1 && y < size;
                  ++y) {
