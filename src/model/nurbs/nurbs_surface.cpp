@@ -52,8 +52,11 @@ bool nurbs_t::makeVertices() {
     texture->open(name.c_str());
     polygon->afterload(name.c_str());
 
-    const index_span elements(polygon->elements);
-    write_strips(resolution1, resolution2, elements.span());
+    {
+        const index_span elements(polygon->elements);
+        write_strips(resolution1, resolution2, elements.span());
+    }
+    grCheckError("MakeVertices5");
     return true;
 }
 

@@ -206,6 +206,15 @@ TEST_F(NurbsModel, VerticesBringTheirWorkFrames) {
     EXPECT_EQ(frames[0].second, P(1, 0) - P(0, 0));
 }
 
+TEST_F(NurbsModel, MakeVerticesHasItsErrorLabelBehindTheStrips) {
+    set_resolution(3, 3);
+    const ulk_test::forced_marks labels;
+    ASSERT_TRUE(nurbs.makeVertices());
+    EXPECT_EQ(labels.beginning_with("MakeVertices"), std::vector<std::string>{"MakeVertices5"});
+    const auto all = labels.beginning_with("");
+    EXPECT_EQ(all.back(), "MakeVertices5");
+}
+
 TEST_F(NurbsModel, UpdateVerticesMarksItsSteps) {
     set_resolution(3, 3);
     ASSERT_TRUE(nurbs.makeVertices());

@@ -155,12 +155,12 @@ TEST(NurbsSurface, LowerEdgeIsTheCurveOfTheFirstRow) {
 
 TEST(NurbsSurface, UpperEdgeIsTheCurveOfTheLastRowOverItsOwnKnots) {
     const net_t net = net_that_ends_early();
-    // Row 1 has knots 0.2, 0.2, 0.4, 0.8, 0.8.
-    const float falling = (0.4F - 0.3F) / (0.4F - 0.2F);
-    const float rising = (0.3F - 0.2F) / (0.4F - 0.2F);
+    // Row 1 has knots 0.2, 0.2, 0.4, 0.8, 0.8; over those of row 0 the factors are others.
+    const float falling = (0.4F - 0.25F) / (0.4F - 0.2F);
+    const float rising = (0.25F - 0.2F) / (0.4F - 0.2F);
     const auto expected =
         weighted_mean({{falling * 3.0F, net.points.row(1)[0]}, {rising * 4.0F, net.points.row(1)[1]}});
-    EXPECT_TRUE(same_bits(net.surface(0.3F, 1), expected));
+    EXPECT_TRUE(same_bits(net.surface(0.25F, 1), expected));
 }
 
 TEST(NurbsSurface, EdgeBeyondTheCurvesSpanIsNotANumber) {
