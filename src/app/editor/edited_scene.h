@@ -109,6 +109,7 @@ class edited_scene_t {
 
     environment_t environment;
     fold_pick_t fold_picks[2];
+    edit_steps_t steps{model_list};
 
   private:
     const model_entry_t* model_at(std::uint64_t index) const;
@@ -120,9 +121,6 @@ class edited_scene_t {
     model_list_t::iterator current;
     std::uint64_t index_of_current = 0;
     scene_gate_t change_gate;
-
-  public:
-    edit_steps_t steps{model_list};
 };
 
 }  // namespace ulk3d

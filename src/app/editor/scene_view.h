@@ -44,8 +44,6 @@ class scene_view_t {
 
     // The cameras.
 
-    /// Brings the perspective view up to date with its trackball.
-    void update_perspective_view() { cameras.update_view(); }
     /// Moves the three orthographic views so that what is at `from` moves to `to`, as seen in the view of
     /// `from`.
     void pan(const view_cursor_t& from, const view_cursor_t& to);
