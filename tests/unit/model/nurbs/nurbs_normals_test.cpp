@@ -94,6 +94,13 @@ work_frame_t bottom_plain(samples_t& s, std::uint32_t c) {
             s.P(1, c) - s.P(0, c)};
 }
 
+/// One difference each way, for a corner.
+work_frame_t corner_plain(samples_t& s, std::uint32_t r, std::uint32_t c) {
+    const dir3 along = c == 0 ? s.P(r, 1) - s.P(r, 0) : s.P(r, c) - s.P(r, c - 1);
+    const dir3 rise = r == 0 ? s.P(1, c) - s.P(0, c) : s.P(r, c) - s.P(r - 1, c);
+    return {along, rise, along, rise};
+}
+
 TEST(WorkFrames, InnerVertexHasForwardAndBackwardDifferences) {
     samples_t s(5, 4);
     EXPECT_EQ(s.frame(2, 3), (work_frame_t{s.P(2, 4) - s.P(2, 3), s.P(3, 3) - s.P(2, 3),
@@ -234,14 +241,31 @@ TEST(WorkFrames, CornersOfATorusShareOneRecord) {
     }
 }
 
-TEST(WorkFrames, CornersOfATorusWithADisplacedNeighbourAreJudgedByEdges) {
-    for (const auto& [r, c] : {std::pair{8U, 1U}, {1U, 8U}, {8U, 7U}, {7U, 8U}}) {
+/// Each neighbour is displaced where the joined record does not read it, so that only the comparison of its
+/// pair can tell that the surface does not close there.
+TEST(WorkFrames, CornersOfATorusWithADisplacedNeighbourAreNotJoined) {
+    for (const auto& [r, c] : {std::pair{8U, 1U}, {1U, 8U}, {0U, 7U}, {7U, 0U}}) {
         samples_t s = torus();
         const work_frame_t joined = s.frame(0, 0);
         s.P(r, c).z += 0.5F;
-        EXPECT_FALSE(s.frame(0, 0) == joined && s.frame(0, 8) == joined && s.frame(8, 0) == joined &&
-                     s.frame(8, 8) == joined)
-            << r << " " << c;
+        for (const std::uint32_t row : {0U, 8U}) {
+            for (const std::uint32_t column : {0U, 8U})
+                EXPECT_NE(s.frame(row, column), joined) << r << " " << c << ": " << row << " " << column;
+        }
+    }
+}
+
+/// Two corners are moved apart, each within the tolerance of the other two corners.
+TEST(WorkFrames, CornersOfATorusAreJoinedOnlyWhenEachPairMeets) {
+    constexpr float apart = 1.5e-5F;
+    constexpr std::pair<std::uint32_t, std::uint32_t> corners[] = {{0, 0}, {0, 8}, {8, 0}, {8, 8}};
+    for (std::size_t first = 0; first < 4; ++first) {
+        for (std::size_t second = first + 1; second < 4; ++second) {
+            samples_t s = torus();
+            s.P(corners[first].first, corners[first].second).y += apart;
+            s.P(corners[second].first, corners[second].second).y -= apart;
+            EXPECT_NE(s.frame(0, 8), s.frame(8, 0)) << first << " " << second;
+        }
     }
 }
 
@@ -306,6 +330,29 @@ TEST(WorkFrames, ClosedRowNeedsTheRowNextToItClosedToo) {
     EXPECT_EQ(s.frame(0, 0).first, s.P(0, 1) - s.P(0, 0));
     s.P(3, 0) = s.P(0, 0);
     EXPECT_EQ(s.frame(3, 0).second, s.P(3, 0) - s.P(2, 0));
+}
+
+/// The ends of the line next to an edge meet, and those of the edge itself do not.
+TEST(WorkFrames, CornersOfAnEdgeWithOpenEndsArePlainThoughTheLineNextToItIsClosed) {
+    struct place_t {
+        std::uint32_t r, c;
+    };
+    struct row_t {
+        place_t moved, onto;    // the two ends of the line next to the edge
+        place_t first, second;  // the corners of the edge
+    };
+    constexpr row_t rows[] = {
+        {{1, 4}, {1, 0}, {0, 0}, {0, 4}},  // bottom
+        {{2, 4}, {2, 0}, {3, 0}, {3, 4}},  // top
+        {{3, 1}, {0, 1}, {0, 0}, {3, 0}},  // left
+        {{3, 3}, {0, 3}, {0, 4}, {3, 4}},  // right
+    };
+    for (const row_t& row : rows) {
+        samples_t s(5, 4);
+        s.P(row.moved.r, row.moved.c) = s.P(row.onto.r, row.onto.c);
+        EXPECT_EQ(s.frame(row.first.r, row.first.c), corner_plain(s, row.first.r, row.first.c));
+        EXPECT_EQ(s.frame(row.second.r, row.second.c), corner_plain(s, row.second.r, row.second.c));
+    }
 }
 
 /// Both ends of the bottom row and both ends of the left and right columns meet, and nothing is smooth: two
