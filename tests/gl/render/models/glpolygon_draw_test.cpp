@@ -153,47 +153,6 @@ TEST_F(DrawSolid, BumpOffsetMovesTheBumpLookupOnly) {
         expect_pixel(column, row, blend_by_alpha(shaded(column, row), ground));
 }
 
-/// Four rows of colours, looked up at one v; the picture says which row it was.
-class MercatorSphere : public ulk_test::surface_test,
-                       public testing::WithParamInterface<std::pair<float, int>> {
-  protected:
-    void draw_at(float v) {
-        make_triangle({1, 1, 1, 1});
-        for (vertex_t& vertex : triangle.vertices)
-            vertex.texcoord = {0.5F, v};
-        build();
-        const auto rows = bound_texture::colors(
-            0, 1, 4, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255});
-        const auto no_highlight = bound_texture::colors(2, 1, 1, {0, 0, 0, 0});
-        texture.mercatorsphere = true;
-        drawsolid();
-    }
-    static constexpr rgba_t colors[] = {{1, 0, 0, 1}, {0, 1, 0, 1}, {0, 0, 1, 1}, {1, 1, 1, 1}};
-};
-
-TEST_P(MercatorSphere, BendsTheTextureCoordinate) {
-    draw_at(GetParam().first);
-    expect_pixel(16, 16, colors[GetParam().second]);
-}
-
-// Unbent, v = 0.15 lies in row 0 and v = 0.85 in row 3.
-INSTANTIATE_TEST_SUITE_P(Coordinates, MercatorSphere,
-                         testing::Values(std::pair{0.02F, 0}, std::pair{0.16F, 1}, std::pair{0.49F, 1},
-                                         std::pair{0.51F, 2}, std::pair{0.84F, 2}, std::pair{0.98F, 3},
-                                         std::pair{1.02F, 0}));
-
-TEST_F(DrawSolid, WithoutMercatorSphereTheCoordinateStays) {
-    make_triangle({1, 1, 1, 1});
-    for (vertex_t& vertex : triangle.vertices)
-        vertex.texcoord = {0.5F, 0.16F};
-    build();
-    const auto rows =
-        bound_texture::colors(0, 1, 4, {255, 0, 0, 255, 0, 255, 0, 255, 0, 0, 255, 255, 255, 255, 255, 255});
-    const auto no_highlight = bound_texture::colors(2, 1, 1, {0, 0, 0, 0});
-    drawsolid();
-    expect_pixel(16, 16, {1, 0, 0, 1});
-}
-
 // --- environment ------------------------------------------------------------------------------------------
 
 /// Colours of the faces +x, -x, +y, -y, +z, -z.
@@ -283,15 +242,6 @@ TEST_F(Environment, WithBothAlphasZeroShowsNothing) {
     environment.reflectalpha = 0.0F;
     drawsolid();
     expect_pixel(16, 16, {0, 0, 0, 1});
-}
-
-TEST_F(Environment, LookupAtTotalInternalReflectionGoesIn) {
-    const auto gray = bound_texture::cube(3, std::vector<std::uint8_t>(24, 100));
-    environment.reflectalpha = 0.0F;
-    environment.refractalpha = 1.0F;
-    environment.refractfactor = 10.0F;
-    drawsolid();
-    expect_pixel(2, 2, opaque({100 / 255.0, 100 / 255.0, 100 / 255.0, 0}));
 }
 
 // --- uniforms ---------------------------------------------------------------------------------------------

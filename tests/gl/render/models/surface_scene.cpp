@@ -37,12 +37,13 @@ bound_texture bound_texture::normals(GLenum unit, int width, int height,
             }};
 }
 
-bound_texture bound_texture::cube(GLenum unit, const std::vector<std::uint8_t>& texels) {
-    EXPECT_EQ(texels.size(), 6U * 4U);
+bound_texture bound_texture::cube(GLenum unit, const std::vector<std::uint8_t>& texels, int width) {
+    const std::size_t face_bytes = static_cast<std::size_t>(width * width) * 4;
+    EXPECT_EQ(texels.size(), 6 * face_bytes);
     return {unit, GL_TEXTURE_CUBE_MAP, [&] {
                 for (GLenum face = 0; face < 6; ++face)
-                    glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, 0, GL_RGBA8, 1, 1, 0, GL_RGBA,
-                                 GL_UNSIGNED_BYTE, texels.data() + std::size_t{4} * face);
+                    glTexImage2D(GL_TEXTURE_CUBE_MAP_POSITIVE_X + face, 0, GL_RGBA8, width, width, 0, GL_RGBA,
+                                 GL_UNSIGNED_BYTE, texels.data() + face_bytes * face);
             }};
 }
 

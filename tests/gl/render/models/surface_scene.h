@@ -21,8 +21,8 @@ class bound_texture {
     /// 2D texture of `width` by `height` RGBA texels, or of signed RGB normals.
     static bound_texture colors(GLenum unit, int width, int height, const std::vector<std::uint8_t>& texels);
     static bound_texture normals(GLenum unit, int width, int height, const std::vector<std::int8_t>& texels);
-    /// Cube map of one RGBA texel per face: +x, -x, +y, -y, +z, -z.
-    static bound_texture cube(GLenum unit, const std::vector<std::uint8_t>& texels);
+    /// Cube map of `width` by `width` RGBA texels per face: +x, -x, +y, -y, +z, -z.
+    static bound_texture cube(GLenum unit, const std::vector<std::uint8_t>& texels, int width = 1);
     ~bound_texture();
     bound_texture(const bound_texture&) = delete;
     bound_texture& operator=(const bound_texture&) = delete;
