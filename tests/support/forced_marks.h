@@ -18,9 +18,16 @@ class forced_marks {
 
     /// The error labels printed so far that begin with `prefix`.
     std::vector<std::string> beginning_with(const std::string& prefix) const;
+    /// How often glGetError was called.
+    int fetched_errors() const;
+    /// All that was printed so far.
+    std::string text() const { return errors.text(); }
 
   private:
     captured_stream errors;
 };
+
+/// The error label of a line that reports a forced error; empty for any other line.
+std::string forced_mark_of(const std::string& line);
 
 }  // namespace ulk_test

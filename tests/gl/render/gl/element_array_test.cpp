@@ -1,5 +1,7 @@
 #include "render/gl/element_array.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <iostream>
 #include <locale>
@@ -12,10 +14,12 @@
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
+#include "support/gl_trace.h"
 
 namespace {
 
 using namespace ulk3d;
+using testing::ElementsAre;
 using ulk_test::captured_stream;
 using ulk_test::gl_integer;
 using ulk_test::gl_store_size;
@@ -76,6 +80,16 @@ TEST_F(ElementArray, AllocateMarksAPendingError) {
     const captured_stream errors(std::cerr);
     EXPECT_TRUE(elements.allocate(5));
     EXPECT_EQ(errors.text(), "element_array_t::allocate(1): Error 1280: invalid enumerant\n");
+}
+
+TEST_F(ElementArray, AllocateMarksEachStep) {
+    element_array_t elements;
+    const ulk_test::gl_trace trace;
+    ASSERT_TRUE(elements.allocate(5));
+    EXPECT_THAT(trace.events(), ElementsAre("glGenBuffers", "element_array_t::allocate(1)", "glBindBuffer",
+                                            "element_array_t::allocate(2)", "glBufferData",
+                                            "glGetBufferParameteri64v", "element_array_t::allocate(3)",
+                                            "glBindBuffer", "element_array_t::allocate(end)"));
 }
 
 TEST_F(ElementArray, AllocateWithTheSameCountSetsNoMark) {
@@ -233,6 +247,21 @@ TEST_F(ElementArray, DrawMarksAPendingErrorAtItsStart) {
     elements.draw(vertex_array, GL_POINTS);
     EXPECT_EQ(errors.text().substr(0, errors.text().find('\n')),
               "element_array_t::draw(0): Error 1280: invalid enumerant");
+}
+
+TEST_F(ElementArray, DrawMarksEachStep) {
+    element_array_t elements;
+    ASSERT_TRUE(elements.allocate(1));
+    fill(elements, {0});
+    const auto vertex_array = vertex_array_ref::make();
+    vertex_array->allocate();
+    const ulk_test::gl_trace trace;
+    elements.draw(vertex_array, GL_POINTS);
+    EXPECT_THAT(trace.events(),
+                ElementsAre("element_array_t::draw(0)", "glBindVertexArray", "element_array_t::draw(1)",
+                            "glBindBuffer", "element_array_t::draw(2)", "glDrawElements",
+                            "element_array_t::draw(3)", "glBindBuffer", "element_array_t::draw(4)",
+                            "glBindVertexArray", "element_array_t::draw(end)"));
 }
 
 TEST_F(ElementArray, DrawWithAnAbsentVertexArrayIsToldByItsMarks) {

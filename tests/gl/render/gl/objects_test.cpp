@@ -15,6 +15,7 @@
 #include "render/gl/transform_feedback.h"
 #include "render/offscreen/offscreen_context.h"
 #include "support/captured_stream.h"
+#include "support/forced_marks.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
 
@@ -41,6 +42,12 @@ TEST_F(CheckError, PrintsTheMarkTheCodeAndItsText) {
     EXPECT_TRUE(libgr::grCheckError("a mark"));
     EXPECT_EQ(errors.text(), "a mark: Error 1280: invalid enumerant\n");
     EXPECT_FALSE(libgr::grCheckError("a mark")) << "the error is drained";
+}
+
+TEST_F(CheckError, FetchesOneErrorAtATime) {
+    const ulk_test::forced_marks marks;
+    EXPECT_TRUE(libgr::grCheckError("a mark"));
+    EXPECT_EQ(marks.fetched_errors(), 1);
 }
 
 TEST_F(CheckError, PrintsNoSeparatorWithoutAMark) {
