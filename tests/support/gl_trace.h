@@ -8,10 +8,10 @@
 
 namespace ulk_test {
 
-/// During its lifetime every error label is printed, as by forced_marks, and the GL calls that stand beside
-/// labels are noted: a test sees which calls an error label stands between. It also fails the test when an
-/// error was fetched without a label, as it would then be missing at the next one. A GL context must be
-/// current.
+/// During its lifetime every error label is printed, as with forced_marks, and GL calls are noted: a test
+/// sees which of them a label stands between. Noted are the calls that stand beside labels, which the .cpp
+/// lists. It fails the test when an error was fetched without a label, as the next label would then not
+/// report it. A GL context must be current.
 class gl_trace {
   public:
     gl_trace();
