@@ -208,6 +208,37 @@ TEST_F(ModelTextures, FullPathStillHasTheSceneFilesFolderInFront) {
     EXPECT_NE(model_textures.find(folder.path("") + texture.texture), 0U);
 }
 
+// What leads up to the first colon of a scene file's path counts as a drive, on systems without drives too.
+TEST_F(ModelTextures, FolderOfTheSceneMayHaveAColon) {
+    std::filesystem::create_directories(folder.path("a:b/c:d"));
+    const std::string path = write_picture(folder, "a:b/c:d/red.png", plain_picture(1, 1, {255, 0, 0}));
+    texture.texture = texture.bumpmap = texture.specular = "red.png";
+    EXPECT_TRUE(texture.open(folder.path("a:b/c:d/scene.ulk").c_str()));
+    EXPECT_EQ(model_textures.find(path), texture.color_handle);
+    EXPECT_EQ(model_textures.find(path), texture.spec_handle);
+    EXPECT_EQ(model_textures.find(path + ".sint"), texture.bump_handle);
+}
+
+TEST_F(ModelTextures, NameOfTheSceneFileUpToItsColonStandsBeforeTheNamesOfPictures) {
+    const std::string beside = write_picture(folder, "red.png", plain_picture(1, 1, {255, 0, 0}));
+    const std::string path = write_picture(folder, "a:red.png", plain_picture(2, 1, {255, 0, 0}));
+    texture.texture = texture.bumpmap = texture.specular = "red.png";
+    EXPECT_TRUE(texture.open(folder.path("a:b.ulk").c_str()));
+    EXPECT_EQ(model_textures.find(path), texture.color_handle);
+    EXPECT_EQ(model_textures.find(path), texture.spec_handle);
+    EXPECT_EQ(model_textures.find(path + ".sint"), texture.bump_handle);
+    EXPECT_EQ(model_textures.find(beside), 0U);
+}
+
+TEST_F(ModelTextures, NamesOfPicturesKeepTheirColons) {
+    const std::string path = write_picture(folder, "q:red.png", plain_picture(1, 1, {255, 0, 0}));
+    texture.texture = texture.bumpmap = texture.specular = "q:red.png";
+    EXPECT_TRUE(open(texture));
+    EXPECT_EQ(model_textures.find(path), texture.color_handle);
+    EXPECT_EQ(model_textures.find(path), texture.spec_handle);
+    EXPECT_EQ(model_textures.find(path + ".sint"), texture.bump_handle);
+}
+
 TEST_F(ModelTextures, FolderOfTheSceneMayBeLong) {
     const std::string deep = std::string(150, 'a') + "/" + std::string(150, 'b') + "/";
     std::filesystem::create_directories(folder.path(deep));
