@@ -121,6 +121,7 @@ TEST_F(GlnurbsPick, FindsPointsHiddenBehindASurface) {
     model.build(control_points_at({{0, 0, 0.5F}}));
     glEnable(GL_DEPTH_TEST);
     glClearDepth(0);
+    glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     EXPECT_TRUE(pick(model));
     glnurbs.draw_points(model, mtx_identity, mtx_identity);
