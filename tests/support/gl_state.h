@@ -20,6 +20,15 @@ inline GLint64 gl_store_size(GLuint id) {
     return size;
 }
 
+/// True while buffer `id` is mapped.
+inline bool gl_is_mapped(GLuint id) {
+    GLint mapped = -1;
+    glBindBuffer(GL_COPY_WRITE_BUFFER, id);
+    glGetBufferParameteriv(GL_COPY_WRITE_BUFFER, GL_BUFFER_MAPPED, &mapped);
+    glBindBuffer(GL_COPY_WRITE_BUFFER, 0);
+    return mapped == GL_TRUE;
+}
+
 /// Leaves a GL_INVALID_ENUM pending for the next grCheckError to print.
 inline void make_gl_error() {
     glEnable(0xFFFF);

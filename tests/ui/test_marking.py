@@ -167,6 +167,26 @@ class Points(Marking):
         self.drag_from("front", MAGENTA, 40, 40)
         self.wait_moved(start, {MAGENTA: (step, step)})
 
+    def test_setting_the_step_to_what_it_shows_does_not_snap(self):
+        self.start_with(quad())
+        self.click_at("front", MAGENTA)
+        self.wait_marks(MAGENTA)
+        start = self.places()
+        spin = self.program.control("spin button", "方眼間隔")
+        spin.put_value(0.1)
+        self.drag_from("front", MAGENTA, 7, 5)
+        self.wait_moved(start, {MAGENTA: (7, 5)})
+        self.program.keys("ctrl+z")
+        self.wait_moved(start, {})
+
+        # Another number, put there in the same way, is a change.
+        spin.put_value(0.15)
+        wait_for(lambda: spin.text == "0.15", "the step is not 0.15")
+        _, _, _, height = self.view.rectangle("front")
+        step = 0.15 / (2 * QUAD_REACH * FIT_ROOM) * height / 2
+        self.drag_from("front", MAGENTA, 40, 40)
+        self.wait_moved(start, {MAGENTA: (step, step)})
+
 
 class Dent(Marking):
     def test_a_surface_gives_way(self):

@@ -2,6 +2,7 @@
 
 from harness import BACKGROUND, PROGRAM_NAME, UiTestCase, main, wait_for
 from harness import commands as do
+from harness.accessibility import SELECTED
 from harness.view import GRID
 
 NURBS_ITEMS = ["EnvironmentDialog", "PointDialog", "ColorDialog", "WeightDialog", "Horizontal KnotDialog",
@@ -79,6 +80,32 @@ class Open(UiTestCase):
         do.open_scene(program, path, f"twelve.ulk - {PROGRAM_NAME}")
         self.assertEqual(do.model_labels(program),
                          [f"{'v ' if index == 0 else '  '}{index} Nurbs {path}" for index in range(12)])
+
+    def test_models_that_begin_with_one_digit_share_its_key(self):
+        program = self.start()
+        block = self.sample(program, "patch.ulk").read_bytes()
+        path = self.file(program, "twelve.ulk", block * 12)
+        do.open_scene(program, path, f"twelve.ulk - {PROGRAM_NAME}")
+
+        def current():
+            return [index for index, label in enumerate(do.model_labels(program)) if label.startswith("v ")]
+
+        # The key goes from one of them to the next, and Return chooses.
+        for presses, chosen in ((1, 1), (2, 10), (3, 11), (4, 1)):
+            before = current()
+            program.choose("Edit", "e", "s", *"1" * presses)
+            wait_for(lambda: do.model_items(program)[chosen].has_state(SELECTED),
+                     f"{presses} presses do not lead to model {chosen}")
+            self.assertEqual(current(), before)
+            program.keys("Return")
+            wait_for(lambda: current() == [chosen], lambda: f"the current model is {current()} and not {chosen}")
+        # No other begins with this one.
+        program.choose("Edit", "e", "s", "2")
+        wait_for(lambda: current() == [2], lambda: f"the current model is {current()} and not 2")
+
+    def test_a_name_is_shown_from_behind_its_first_colon(self):
+        program = self.start()
+        do.open_scene(program, self.sample(program, "patch.ulk", copy_as="a:b.ulk"), f"b.ulk - {PROGRAM_NAME}")
 
     def test_cancel_in_the_chooser_changes_nothing(self):
         program = self.start()

@@ -67,6 +67,18 @@ class EmptyScene(UiTestCase):
         do.leave(program)
         self.assert_ends_clean(program)
 
+    def test_the_list_of_models_has_an_empty_popup(self):
+        program = self.start()
+        program.open_menu("Edit", "e")
+        self.assertEqual(len(program.windows()), 2)
+        program.keys("s")
+        wait_for(lambda: len(program.windows()) == 3, "the list of models does not open")
+        self.assertEqual(do.model_labels(program), [])
+        program.keys("Escape", "Escape", "Escape")
+        wait_for(lambda: len(program.windows()) == 1, "the menus stay open")
+        do.leave(program)
+        self.assert_ends_clean(program)
+
     def test_commands_for_models_do_nothing_harmful(self):
         program = self.start()
         # The deletion puts the program's name into the title, which at the start is the toolkit's own.

@@ -117,13 +117,12 @@ bool glnurbs_t::selection(pick_hits_t& hits, modeling_t& model, const mtx3w& pla
     glEnable(GL_RASTERIZER_DISCARD);
     selection_feedback.begin(GL_POINTS, feedback.buffer_id());
     model.drawpoints();
-    // Without a buffer no capture was started. GL does not map an empty buffer, hence the test of the size
-    // below.
+    // Without a buffer no capture was started.
     if (feedback.buffer_id() != 0)
         selection_feedback.end();
     glDisable(GL_RASTERIZER_DISCARD);
     grCheckError("ulkedit_t::selection(2)");
-    const bool found = feedback.byte_size() > 0 && take_hits(hits, model);
+    const bool found = take_hits(hits, model);
     program_t::unuse();
     return found;
 }

@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <iostream>
 #include <regex>
 #include <sstream>
 #include <string>
 
 #include "gl/formats/scene/block_reading.h"
+#include "gltextures/textures/texture_stores.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
 #include "support/locale_scope.h"
+#include "support/pictures.h"
 #include "support/scene_text.h"
 #include "support/stl_bytes.h"
 
@@ -214,6 +217,52 @@ TEST_F(LoadScene, ASecondEnvironmentOverwritesWhatItNames) {
     EXPECT_TRUE(loading.result);
     EXPECT_EQ(loading.scene.environment.reflectalpha, 0.5F);
     EXPECT_EQ(loading.scene.environment.refractalpha, 3.0F);
+}
+
+TEST_F(LoadScene, EveryEnvironmentLoadsItsCubeMap) {
+    libgr::clear_texture_stores();
+    for (const char* name : {"day", "night"})
+        write_cube(folder, name, {});
+    const loading_t loading = load_text(
+        "begin environment\ncubetex day.png\nend\n"
+        "begin environment\ncubetex night.png\nend\n");
+    EXPECT_TRUE(loading.result);
+    const std::uint32_t day = libgr::cube_textures.find(folder.path("day.png"));
+    const std::uint32_t night = libgr::cube_textures.find(folder.path("night.png"));
+    for (const std::uint32_t handle : {day, night}) {
+        ASSERT_NE(handle, 0U);
+        EXPECT_NE(libgr::cube_textures.get(handle)->object.texture_id(), 0U);
+    }
+    EXPECT_EQ(loading.scene.environment.cube_handle, night);
+    libgr::clear_texture_stores();
+}
+
+TEST_F(LoadScene, AnEnvironmentWithoutItsPicturesFailsTheFileAlsoBeforeAGoodOne) {
+    libgr::clear_texture_stores();
+    write_cube(folder, "night", {});
+    const loading_t loading = load_text(
+        "begin environment\ncubetex missing.png\nend\n"
+        "begin environment\ncubetex night.png\nend\n");
+    EXPECT_FALSE(loading.result);
+    EXPECT_EQ(loading.messages, "environment.initex() failed.\n");
+    libgr::clear_texture_stores();
+}
+
+TEST_F(LoadScene, PicturesBesideASceneAreFoundInAFolderWithAColon) {
+    libgr::clear_texture_stores();
+    std::filesystem::create_directory(folder.path("a:b"));
+    write_cube(folder, "a:b/sky", {});
+    write_picture(folder, "a:b/red.png", plain_picture(1, 1, {255, 0, 0}));
+    std::string block = triangle_block();
+    block.insert(block.find('\n') + 1, "texture red.png\n");
+    const loading_t loading =
+        load(folder.write("a:b/scene.ulk", "begin environment\ncubetex sky.png\nend\n" + block));
+    ASSERT_TRUE(loading.result) << loading.messages;
+    const std::uint32_t color = loading.scene.models.front()->texture.color_handle;
+    EXPECT_EQ(color, libgr::model_textures.find(folder.path("a:b/red.png")));
+    EXPECT_NE(libgr::model_textures.get(color)->object.texture_id(), 0U);
+    EXPECT_EQ(loading.scene.environment.cube_handle, libgr::cube_textures.find(folder.path("a:b/sky.png")));
+    libgr::clear_texture_stores();
 }
 
 TEST_F(LoadModels, KnowsSurfacesOnly) {

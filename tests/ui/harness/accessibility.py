@@ -15,6 +15,7 @@ ROOT = "/org/a11y/atspi/accessible/root"
 CHECKED = 4
 FOCUSABLE = 11
 FOCUSED = 12
+SELECTED = 23
 SENSITIVE = 24
 SHOWING = 25
 SCREEN_COORDINATES = 0
@@ -111,6 +112,11 @@ class Node:
     def value(self, name):
         """A number of a spin button or a progress bar, such as CurrentValue and MinimumIncrement."""
         return self.ask_property("org.a11y.atspi.Value", name, None)
+
+    def put_value(self, number):
+        """Sets a spin button to a number without a key or a click."""
+        arguments = GLib.Variant("(ssv)", ("org.a11y.atspi.Value", "CurrentValue", GLib.Variant("d", number)))
+        return self.ask("org.freedesktop.DBus.Properties", "Set", arguments, False)
 
     def activate(self):
         """Does the first action. Not for what opens a modal dialog: the answer would come at the dialog's end."""

@@ -82,3 +82,7 @@ def leave(program):
 
 def model_labels(program):
     return program.menu_labels("Edit", "Select Model...")
+
+
+def model_items(program):
+    return program.menu_items("Edit", "Select Model...")

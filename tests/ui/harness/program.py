@@ -210,6 +210,25 @@ class Program:
                 pass
         raise AssertionError(f"The chooser {title!r} takes no Return.")
 
+    def chooser_filters(self, title):
+        """The names of the kinds of files that a chooser offers; the first is in force when it opens."""
+        return [item.name for item in self.dialog(title).find("combo box").find_all("menu item")]
+
+    def choose_filter(self, title, name):
+        box = self.dialog(title).find("combo box")
+        x, y, width, height = box.rectangle
+        self.click(x + width // 2, y + height // 2)
+        item = box.find("menu item", name)
+        wait_for(lambda: item.is_showing, f"the chooser's list of kinds of files has not opened at {name}")
+        x, y, width, height = item.rectangle
+        self.click(x + width // 2, y + height // 2)
+        wait_for(lambda: box.name == name, f"{name} was not chosen")
+
+    def chooser_files(self, title):
+        """The names of the files and folders that a chooser lists."""
+        cells = [cell for cell in self.dialog(title).find("table", "Files").children if cell.role == "table cell"]
+        return [part.name for cell in cells for part in cell.children if part.name]
+
     def _path_entries(self, title):
         return [entry for entry in self.dialog(title).find_all("text") if entry.is_showing]
 
@@ -228,12 +247,15 @@ class Program:
         """An item of the menu bar."""
         return next((item for item in self.menu_bar().children if item.name == label), None)
 
-    def menu_labels(self, *path):
-        """The labels below a menu, such as menu_labels("Edit", "Select Model...")."""
+    def menu_items(self, *path):
+        """The items below a menu, such as menu_items("Edit", "Select Model...")."""
         node = self.menu(path[0])
         for label in path[1:]:
             node = next(item for item in node.children if item.name == label)
-        return [item.name for item in node.children]
+        return node.children
+
+    def menu_labels(self, *path):
+        return [item.name for item in self.menu_items(*path)]
 
     def open_menu(self, label, mnemonic):
         """Opens a menu with Alt and its letter."""

@@ -7,6 +7,7 @@
 
 #include "gl/app/editor/editor_test.h"
 #include "support/captured_stream.h"
+#include "support/counted_mappings.h"
 
 namespace {
 
@@ -142,6 +143,17 @@ TEST_F(StrangeInput, AnEmptySceneAndModelsWithoutPoints) {
     try_everything(middles());
     editor.select_model(7);
     try_everything(middles());
+}
+
+// GL refuses to map what is empty. The grids, which map their own lines, are off.
+TEST_F(StrangeInput, AModelWithoutPointsIsNeverMapped) {
+    open("begin polygon_surface,0,0\nend\n");
+    editor.set_grid(false);
+    const captured_stream errors(std::cerr);
+    const counted_mappings mappings;
+    try_everything(middles());
+    EXPECT_EQ(mappings.count(), 0);
+    EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(StrangeInput, ModelsOfUnlikeSizesInOnePick) {

@@ -98,6 +98,22 @@ TEST_F(EnvironmentTextures, FolderOfTheSceneMayBeLong) {
     EXPECT_EQ(face_values(environment), (std::vector{10, 20, 30, 40, 50, 60}));
 }
 
+// What leads up to the first colon of a scene file's path counts as a drive, on systems without drives too.
+TEST_F(EnvironmentTextures, FolderOfTheSceneMayHaveAColon) {
+    std::filesystem::create_directories(folder.path("a:b/c:d"));
+    write_cube(folder, "a:b/c:d/sky", face_colours);
+    environment.cubetex = "sky.png";
+    EXPECT_TRUE(environment.initex(folder.path("a:b/c:d/scene.ulk").c_str()));
+    EXPECT_EQ(cube_textures.find(folder.path("a:b/c:d/sky.png")), environment.cube_handle);
+}
+
+TEST_F(EnvironmentTextures, NameOfTheSceneFileUpToItsColonStandsBeforeTheName) {
+    write_cube(folder, "a:sky", face_colours);
+    environment.cubetex = "sky.png";
+    EXPECT_TRUE(environment.initex(folder.path("a:b.ulk").c_str()));
+    EXPECT_EQ(cube_textures.find(folder.path("a:sky.png")), environment.cube_handle);
+}
+
 TEST_F(EnvironmentTextures, FacesComeFromTheirFilesInOrder) {
     write_cube(folder, "sky", face_colours);
     environment.cubetex = "sky.png";
@@ -216,9 +232,11 @@ TEST_F(EnvironmentTextures, FullPathIsAppendedToTheSceneFilesFolder) {
 
 TEST_F(EnvironmentTextures, DriveOfTheNameIsDropped) {
     write_cube(folder, "sky", face_colours);
-    environment.cubetex = "Q:sky.png";
-    EXPECT_TRUE(init(environment));
-    EXPECT_EQ(cube_textures.find(folder.path("sky.png")), environment.cube_handle);
+    for (const char* name : {"Q:sky.png", "far/q:sky.png"}) {
+        environment.cubetex = name;
+        EXPECT_TRUE(init(environment)) << name;
+        EXPECT_EQ(cube_textures.find(folder.path("sky.png")), environment.cube_handle) << name;
+    }
 }
 
 TEST_F(EnvironmentTextures, FacesOfDifferentSizesAreReportedByGL) {

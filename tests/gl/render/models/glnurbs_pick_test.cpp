@@ -11,6 +11,7 @@
 #include "render/gl/mapped_span.h"
 #include "render/models/glnurbs.h"
 #include "support/captured_stream.h"
+#include "support/counted_mappings.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
@@ -120,6 +121,7 @@ TEST_F(GlnurbsPick, FindsPointsHiddenBehindASurface) {
     model.build(control_points_at({{0, 0, 0.5F}}));
     glEnable(GL_DEPTH_TEST);
     glClearDepth(0);
+    glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     EXPECT_TRUE(pick(model));
     glnurbs.draw_points(model, mtx_identity, mtx_identity);
@@ -159,14 +161,27 @@ TEST_F(GlnurbsPick, TellsTheColourAndNumberOfEachPoint) {
 
 // --- models with nothing to read --------------------------------------------------------------------------
 
-TEST_F(GlnurbsPick, ModelOfNoPointsHasNoneAndIsNotLeftMapped) {
+TEST_F(GlnurbsPick, ModelOfNoPointsHasNoneAndIsNotMapped) {
     polygon_t polygon;
     ulk_test::build_polygon(polygon, {}, {});
     const ulk_test::captured_stream errors(std::cerr);
+    const ulk_test::counted_mappings mappings;
     EXPECT_FALSE(pick(polygon));
     EXPECT_THAT(hits, IsEmpty());
+    EXPECT_EQ(mappings.count(), 0);
     EXPECT_EQ(errors.text(), "");
-    EXPECT_TRUE(polygon.allocate(3, 3));
+}
+
+TEST_F(GlnurbsPick, ModelThatHasLostItsPointsHasNoneAndIsNotLeftMapped) {
+    polygon_t polygon;
+    ulk_test::build_polygon(polygon, ulk_test::vertices_at({{0, 0, 0}, {0.25F, 0, 0}, {0, 0.25F, 0}}),
+                            {0, 1, 2});
+    EXPECT_TRUE(pick(polygon));
+    hits.clear();
+    ASSERT_TRUE(polygon.vertices.extend(0));
+    EXPECT_FALSE(pick(polygon));
+    EXPECT_THAT(hits, IsEmpty());
+    EXPECT_FALSE(ulk_test::gl_is_mapped(polygon.selectionfeedback.buffer_id()));
 }
 
 TEST_F(GlnurbsPick, ModelThatWasNeverAllocatedHasNone) {
@@ -208,23 +223,12 @@ TEST_F(GlnurbsPick, RecordsBeyondThePointsInUseAreNotRead) {
 
 // --- how the pass runs ------------------------------------------------------------------------------------
 
-int mappings = 0;
-PFNGLMAPBUFFERRANGEPROC real_map = nullptr;
-
-void* GLAPIENTRY counted_map(GLenum bound, GLintptr offset, GLsizeiptr length, GLbitfield access) {
-    ++mappings;
-    return real_map(bound, offset, length, access);
-}
-
 TEST_F(GlnurbsPick, MapsOncePerModel) {
     control_net_t model;
     model.build(control_points_at(std::vector<pos3>(100)));
-    real_map = glMapBufferRange;
-    mappings = 0;
-    glMapBufferRange = counted_map;
+    const ulk_test::counted_mappings mappings;
     pick(model);
-    glMapBufferRange = real_map;
-    EXPECT_EQ(mappings, 1);
+    EXPECT_EQ(mappings.count(), 1);
     EXPECT_EQ(hits.size(), 100U);
 }
 

@@ -185,6 +185,21 @@ TEST_F(FramePass, ModelMadeAnewWithFewerVerticesGetsItsFrames) {
     EXPECT_EQ(ulk_test::frames_of(polygon)[2].normal, (dir3{0, -1, 0}));
 }
 
+// Neither the vertices nor the frames in use limit the copy: what the pass has not written is copied with the
+// rest.
+TEST_F(FramePass, CopyRunsOverTheWholeArrayOfFrames) {
+    polygon_t polygon;
+    build(polygon, {axes, axes, axes, axes});
+    glpolygon.update_frames(polygon);
+    const frame_t strange{{7, 7, 7}, {8, 8, 8}, {9, 9, 9}};
+    polygon.normals.write_one(3, &strange);
+    ASSERT_TRUE(polygon.vertices.extend(3));
+    ASSERT_TRUE(polygon.normals.extend(3));
+    EXPECT_EQ(errors_of_update(polygon), "glpolygon buf != gened: 4, 3\n");
+    ASSERT_TRUE(polygon.normals.extend(4));
+    EXPECT_EQ(ulk_test::frames_of(polygon)[3], (frame_t{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}));
+}
+
 TEST_F(FramePass, RasterisesThePointsThatItDraws) {
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
