@@ -105,6 +105,11 @@ inline bool f_eq(const pos3& a, const pos3& b) {
     return f_eq(a.x, b.x) && f_eq(a.y, b.y) && f_eq(a.z, b.z);
 }
 
+/// Whether no coordinate is infinite or not-a-number.
+inline bool is_finite(const pos3& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+}
+
 // Products and lengths.
 
 constexpr float dot(const dir3& a, const dir3& b) {

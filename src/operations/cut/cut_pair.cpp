@@ -1,8 +1,12 @@
 #include "operations/cut/cut_pair.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <utility>
+
+#include "model/math/vectors.h"
+#include "operations/cut/exact_face.h"
 
 namespace ulk3d {
 namespace {
@@ -10,14 +14,17 @@ namespace {
 /// By edge: 0 is from corner 0 to 1, 1 from corner 1 to 2, 2 from corner 2 to 0.
 using codes_t = std::array<int, 3>;
 using crossings_t = std::array<crossing_t, 3>;
-using ts_t = std::array<float, 3>;
+
+std::uint32_t next(std::uint32_t k) {
+    return (k + 1) % 3;
+}
 
 codes_t classify_edges(crossings_t& crossings, int first_index, const corners_t& corners,
                        cut_triangle_t& triangle) {
     codes_t codes{};
-    for (std::size_t k = 0; k < 3; ++k)
+    for (std::uint32_t k = 0; k < 3; ++k)
         codes[k] = classify_edge(crossings[k], first_index + static_cast<int>(k), corners[k],
-                                 corners[(k + 1) % 3], triangle);
+                                 corners[next(k)], triangle);
     return codes;
 }
 
@@ -25,47 +32,54 @@ bool all_are(const codes_t& codes, int code) {
     return std::ranges::all_of(codes, [code](int c) { return c == code; });
 }
 
-bool is_between(int code, int low, int high) {
-    return low <= code && code <= high;
+/// The edge with this code; 3 when there is none.
+std::uint32_t edge_with(const codes_t& codes, int code) {
+    return static_cast<std::uint32_t>(std::ranges::find(codes, code) - codes.begin());
 }
 
-/// Two new vertices on the first two edges that have a code, starting from the corner that they share; none
-/// when there are no two such edges.
-pair_cut_t cut_two_edges(const codes_t& codes, const ts_t& ts) {
-    for (std::uint32_t edge = 0; edge < 3; ++edge) {
-        const std::uint32_t next = (edge + 1) % 3;
-        if (codes[edge] != 0 && codes[next] != 0)
-            return {2, next, ts[next], ts[edge]};
-    }
+/// The corner at which a crossing is, up to the tolerance; 3 when it is at none.
+std::uint32_t corner_at(const pos3& point, const corners_t& corners) {
+    const auto corner = std::ranges::find_if(corners, [&](const pos3& p) { return f_eq(p, point); });
+    return static_cast<std::uint32_t>(corner - corners.begin());
+}
+
+/// All corners of the victim within the tolerance of the cutter's plane. Their sides are rounding, and so
+/// would be the line along which they were split.
+bool is_in_plane(const cut_triangle_t& cutter, const corners_t& victim) {
+    const float d = dot(cutter.normal, cutter.centroid);
+    return std::ranges::all_of(victim, [&](const pos3& p) { return f_eq(dot(cutter.normal, p), d); });
+}
+
+/// One new vertex at an edge's crossing. A crossing at a corner would leave a triangle without height.
+pair_cut_t cut_edge(std::uint32_t edge, const crossing_t& crossing, const corners_t& victim) {
+    if (corner_at(crossing.point, victim) < 3)
+        return {};
+    return {1, edge, crossing.t, 0, crossing.point, {}};
+}
+
+/// Two new vertices, on an edge and the next one, which share the apex. A crossing at the other end of an
+/// edge leaves that edge whole; with one at the apex all of the triangle is on one side.
+pair_cut_t cut_two_edges(std::uint32_t edge, const crossings_t& crossings, const corners_t& victim) {
+    const std::uint32_t apex = next(edge);
+    const crossing_t& before = crossings[edge];
+    const crossing_t& behind = crossings[apex];
+    const std::uint32_t at_before = corner_at(before.point, victim);
+    const std::uint32_t at_behind = corner_at(behind.point, victim);
+    if (at_before == apex || at_behind == apex)
+        return {};
+    if (at_before < 3)
+        return cut_edge(apex, behind, victim);
+    if (at_behind < 3)
+        return cut_edge(edge, before, victim);
+    return {2, apex, behind.t, before.t, behind.point, before.point};
+}
+
+/// Two edges of the reverse question that have a code, starting from the first; none when there are no two.
+pair_cut_t cut_edges_with_codes(const codes_t& codes, const crossings_t& crossings, const corners_t& victim) {
+    for (std::uint32_t edge = 0; edge < 3; ++edge)
+        if (codes[edge] != 0 && codes[next(edge)] != 0)
+            return cut_two_edges(edge, crossings, victim);
     return {};
-}
-
-/// The edge with code 4 while the two others pass through corners of the cutter's triangle.
-std::optional<std::uint32_t> edge_opposite_to_corners(const codes_t& codes) {
-    if (std::ranges::count(codes, edge_at_corner) != 2)
-        return std::nullopt;
-    for (std::uint32_t k = 0; k < 3; ++k)
-        if (codes[k] == edge_outside)
-            return k;
-    return std::nullopt;
-}
-
-bool is_on_line(int code) {
-    return code == edge_on_outline || code == edge_outside;
-}
-
-/// When exactly one code is 0: whether the two other edges, which meet the cutter's plane, have to be cut.
-bool orders_cut(const codes_t& codes, const crossings_t& crossings, cut_triangle_t& triangle) {
-    const auto apart = static_cast<std::size_t>(std::ranges::find(codes, 0) - codes.begin());
-    const std::size_t p = (apart + 1) % 3;
-    const std::size_t q = (apart + 2) % 3;
-    if (codes[p] == edge_at_corner && codes[q] == edge_at_corner)
-        return false;
-    if (!is_on_line(codes[p]) || !is_on_line(codes[q]))
-        return true;
-    outline_t outline;
-    const int number = 7 + static_cast<int>(p);
-    return outline_test(outline, number, crossings[p].point, crossings[q].point, triangle) >= 1;
 }
 
 /// Whether two outline edges of the cutter's triangle pass through the victim's. A common segment that ends
@@ -74,7 +88,7 @@ bool orders_cut(const codes_t& codes, const crossings_t& crossings, cut_triangle
 /// centroid.
 bool passes_through(const codes_t& k) {
     const auto met =
-        std::ranges::count_if(k, [](int c) { return is_between(c, edge_on_outline, edge_outside); });
+        std::ranges::count_if(k, [](int c) { return edge_on_outline <= c && c <= edge_outside; });
     const bool is_inside = std::ranges::count(k, edge_inside) >= 1;
     const bool on_both_outlines = std::ranges::count(k, edge_on_outline) == 2;
     return met == 2 && (is_inside || on_both_outlines);
@@ -90,15 +104,12 @@ void print_single_crosspoint(std::uint64_t j, std::uint64_t i, const codes_t& r,
 /// Where the victim's edges pass through the cutter's triangle itself.
 pair_cut_t cut_at_hits(const triangle_t& triangle, const corners_t& victim) {
     codes_t hits{};
-    ts_t ts{};
-    pos3 point;
-    for (std::size_t n = 0; n < 3; ++n)
-        hits[n] = triangle_crossing(triangle, ts[n], point, victim[n], victim[(n + 1) % 3]) ? 1 : 0;
-    return cut_two_edges(hits, ts);
-}
-
-ts_t ts_of(const crossings_t& crossings) {
-    return {crossings[0].t, crossings[1].t, crossings[2].t};
+    crossings_t crossings;
+    for (std::uint32_t k = 0; k < 3; ++k) {
+        crossing_t& c = crossings[k];
+        hits[k] = triangle_crossing(triangle, c.t, c.point, victim[k], victim[next(k)]) ? 1 : 0;
+    }
+    return cut_edges_with_codes(hits, crossings, victim);
 }
 
 /// The reverse question, for pairs that the victim's edges do not decide: how the edges of the cutter's
@@ -117,20 +128,53 @@ pair_cut_t cut_reversed(cutter_triangle_t& cutter, const corners_t& victim, cons
         return {};
     }
     if (passes_through(k)) {
-        const pair_cut_t cut = cut_two_edges(r, ts_of(crossings));
-        if (cut.new_vertices == 0)
+        const bool has_two = std::ranges::count(r, edge_apart) < 2;
+        if (!has_two)
             print_single_crosspoint(j, i, r, k);
-        return cut;
+        return has_two ? cut_edges_with_codes(r, crossings, victim) : pair_cut_t{};
     }
     if (all_are(k, edge_apart))
         return {};
     return cut_at_hits(cutter.full(), victim);
 }
 
+/// All edges meet the plane: one corner is in it and the other two are on different sides. The segment from
+/// the corner to the opposite edge decides. By the codes alone, which only tell where the segment ends, the
+/// triangle would be left whole, and kept or removed as a whole by its centroid.
+pair_cut_t cut_at_corner(cutter_triangle_t& cutter, const corners_t& victim, const crossings_t& crossings) {
+    const cut_triangle_t& plane = cutter.cut;
+    const float d = dot(plane.normal, plane.centroid);
+    for (std::uint32_t corner = 0; corner < 3; ++corner) {
+        const std::uint32_t opposite = next(corner);
+        if (dot(plane.normal, victim[corner]) != d)
+            continue;
+        const crossing_t& crossing = crossings[opposite];
+        const bool meets = overlaps(cutter.corners, victim[corner], crossing.point);
+        return meets ? cut_edge(opposite, crossing, victim) : pair_cut_t{};
+    }
+    return {};
+}
+
 }  // namespace
 
+bool are_finite(const corners_t& corners) {
+    return is_finite(corners[0]) && is_finite(corners[1]) && is_finite(corners[2]);
+}
+
+box3 box_of(const corners_t& corners) {
+    return {component_min(component_min(corners[0], corners[1]), corners[2]),
+            component_max(component_max(corners[0], corners[1]), corners[2])};
+}
+
+bool are_apart(const box3& a, const box3& b, float room) {
+    const auto is_gap = [room](const pos3& high, const pos3& low) {
+        return low.x - high.x > room || low.y - high.y > room || low.z - high.z > room;
+    };
+    return is_gap(a.high, b.low) || is_gap(b.high, a.low);
+}
+
 cutter_triangle_t::cutter_triangle_t(const corners_t& points)
-    : corners(points), cut(points[0], points[1], points[2]) {}
+    : corners(points), box(box_of(points)), cut(points[0], points[1], points[2]) {}
 
 const triangle_t& cutter_triangle_t::full() {
     if (!full_triangle)
@@ -139,17 +183,26 @@ const triangle_t& cutter_triangle_t::full() {
 }
 
 pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uint64_t j, std::uint64_t i) {
+    if (!are_finite(cutter.corners) || !are_finite(victim) || are_apart(cutter.box, box_of(victim), eps) ||
+        is_in_plane(cutter.cut, victim))
+        return {};
     crossings_t crossings;
     const codes_t codes = classify_edges(crossings, 0, victim, cutter.cut);
-    const bool is_settled = std::ranges::count(codes, edge_parallel) != 0 || all_are(codes, edge_apart) ||
-                            std::ranges::all_of(codes, [](int c) { return is_between(c, 1, 3); });
-    if (is_settled)
+    if (std::ranges::count(codes, edge_parallel) != 0 || all_are(codes, edge_apart))
         return {};
-    if (const auto edge = edge_opposite_to_corners(codes))
-        return {1, *edge, crossings[*edge].t, 0};
-    if (std::ranges::count(codes, edge_apart) == 1 && orders_cut(codes, crossings, cutter.cut))
-        return cut_two_edges(codes, ts_of(crossings));
-    return cut_reversed(cutter, victim, codes, crossings, j, i);
+    switch (std::ranges::count(codes, edge_apart)) {
+        case 0:
+            return cut_at_corner(cutter, victim, crossings);
+        case 1: {
+            // The segment between the two crossings decides. The line through them would be cut far away
+            // from the cutter, and left whole where an edge of the cutter lies in the victim's plane.
+            const std::uint32_t edge = next(edge_with(codes, edge_apart));
+            const bool meets = overlaps(cutter.corners, crossings[edge].point, crossings[next(edge)].point);
+            return meets ? cut_two_edges(edge, crossings, victim) : pair_cut_t{};
+        }
+        default:
+            return cut_reversed(cutter, victim, codes, crossings, j, i);
+    }
 }
 
 bool has_corners(std::span<const std::uint32_t> elements, std::uint64_t vertex_count, std::uint64_t mi2,

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "model/math/matrices.h"
 #include "model/math/rotations.h"
@@ -20,16 +19,6 @@ line2d unit_line(const pos3& p, const pos3& q) {
     const float dy = q.y - p.y;
     const float length = std::sqrt(dx * dx + dy * dy);
     return {dy / length, -dx / length, (p.y * q.x - p.x * q.y) / length};
-}
-
-/// Where two lines meet. Parallel lines, with a determinant of exactly 0, give not-a-numbers and never
-/// infinities.
-pos2 meeting_point(const line2d& k, const line2d& l) {
-    constexpr float none = std::numeric_limits<float>::quiet_NaN();
-    const float det = k.b * l.a - k.a * l.b;
-    if (det == 0)
-        return {none, none};
-    return {(k.c * l.b - k.b * l.c) / det, (k.a * l.c - k.c * l.a) / det};
 }
 
 values_t edge_values(const cut_triangle_t& triangle, float x, float y) {
@@ -53,26 +42,6 @@ int code_of(const values_t& e) {
     // Any mixture of negative values and zeros, including zeros alone, is on the outline.
     const bool on_outline = std::ranges::all_of(e, [](float v) { return f_lt(v, 0) || f_eq(v, 0); });
     return on_outline ? edge_on_outline : edge_outside;
-}
-
-/// The code of the meeting points relative to the triangle's other edges; an edge parallel to the line has
-/// none.
-int outline_code(const outline_t& outline, const cut_triangle_t& triangle) {
-    const auto value = [&](std::size_t edge, std::size_t meet) {
-        const pos2& x = outline.meets[meet];
-        return line_value(triangle.flat_edges[edge].line, x.x, x.y);
-    };
-    for (std::size_t k = 0; k < 3; ++k) {
-        if (!std::isnan(outline.meets[k].x))
-            continue;
-        const std::size_t i = (k + 1) % 3;
-        const std::size_t j = (k + 2) % 3;
-        const bool passes = !f_gt(outline.p_values[k], 0) && f_lt(value(i, j), 0) && f_lt(value(j, i), 0);
-        return passes ? 3 : 0;
-    }
-    const bool passes = f_le(value(0, 1), 0) && f_le(value(0, 2), 0) && f_le(value(1, 0), 0) &&
-                        f_le(value(1, 2), 0) && f_le(value(2, 0), 0) && f_le(value(2, 1), 0);
-    return passes ? 3 : 0;
 }
 
 }  // namespace
@@ -127,24 +96,6 @@ int classify_edge(crossing_t& out, int /*index*/, const pos3& a, const pos3& b, 
     const pos3 flat_point = transform_point(out.point, triangle.flat);
     out.distances = edge_values(triangle, flat_point.x, flat_point.y);
     return code_of(out.distances);
-}
-
-int outline_test(outline_t& out, int number, const pos3& p, const pos3& q, cut_triangle_t& triangle) {
-    triangle.make_flat();
-    const pos3 flat_p = transform_point(p, triangle.flat);
-    const pos3 flat_q = transform_point(q, triangle.flat);
-    out.number = number;
-    out.line = unit_line(flat_p, flat_q);
-    for (std::size_t k = 0; k < 3; ++k)
-        out.meets[k] = meeting_point(triangle.flat_edges[k].line, out.line);
-    out.p_values = edge_values(triangle, flat_p.x, flat_p.y);
-    out.q_values = edge_values(triangle, flat_q.x, flat_q.y);
-
-    if (all_negative(out.p_values) || all_negative(out.q_values))
-        return -1;
-    if (all_positive(out.p_values) || all_positive(out.q_values))
-        return -2;
-    return outline_code(out, triangle);
 }
 
 }  // namespace ulk3d

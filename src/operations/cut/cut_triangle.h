@@ -47,23 +47,9 @@ enum edge_code : int {
     edge_outside = 4,  ///< meets the plane outside the triangle
 };
 
-/// The line through two points in a triangle's plane, and where it meets the lines of the triangle's edges.
-struct outline_t {
-    int number = 0;
-    line2d line;
-    std::array<pos2, 3> meets;  ///< by edge; not-a-number where the edge is parallel to the line
-    std::array<float, 3> p_values, q_values;  ///< from the edge lines to each of the two points
-};
-
 /// Returns the code of the edge from a to b. Touching counts as crossing: an end in the plane is enough.
 /// `out` receives what was computed; which members are set depends on how far the test got. `index` labels
 /// the call.
 int classify_edge(crossing_t& out, int index, const pos3& a, const pos3& b, cut_triangle_t& triangle);
-
-/// Returns how the line through p and q, two points in the triangle's plane, lies relative to the triangle:
-/// -1 when one of the points is inside, -2 when one is outside all three edge lines; otherwise 3 when the
-/// line meets each edge line within the triangle (ignoring edges that are parallel to it), else 0. A line
-/// along an edge or through a corner thus gives 3. `number` labels the call.
-int outline_test(outline_t& out, int number, const pos3& p, const pos3& q, cut_triangle_t& triangle);
 
 }  // namespace ulk3d

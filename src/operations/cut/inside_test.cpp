@@ -1,25 +1,40 @@
 #include "operations/cut/inside_test.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "model/math/vectors.h"
 #include "model/polygon/strip_walk.h"
+#include "operations/cut/exact_face.h"
 
 namespace ulk3d {
 namespace {
 
-/// The highest z of the vertices that the strips refer to.
-float highest_z(const strip_mesh_t& mesh) {
+/// The triangles that have an area and are finite.
+std::vector<corners_t> triangles_with_area(const strip_mesh_t& mesh, const unit_space_t& space) {
+    std::vector<corners_t> triangles;
+    const auto position = [&](std::uint32_t index) { return space.to_unit(mesh.vertices[index].position); };
+    walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
+        const corners_t corners{position(t.a), position(t.b), position(t.c)};
+        if (are_finite(corners) && unit_face_normal(corners[0], corners[1], corners[2]) != dir3{})
+            triangles.push_back(corners);
+    });
+    return triangles;
+}
+
+std::vector<box3> boxes_of(std::span<const corners_t> triangles) {
+    std::vector<box3> boxes;
+    boxes.reserve(triangles.size());
+    for (const corners_t& corners : triangles)
+        boxes.push_back(box_of(corners));
+    return boxes;
+}
+
+float highest_z(std::span<const box3> boxes) {
     float high = 0;
-    bool seeded = false;
-    for (const std::uint32_t index : mesh.elements) {
-        if (index >= mesh.vertices.size())
-            continue;
-        const float z = mesh.vertices[index].position.z;
-        high = seeded ? std::max(high, z) : z;
-        seeded = true;
-    }
+    for (std::size_t n = 0; n < boxes.size(); ++n)
+        high = n == 0 ? boxes[n].high.z : std::max(high, boxes[n].high.z);
     return high;
 }
 
@@ -30,15 +45,15 @@ float ray_end(float high_z) {
     return high_z + std::fabs(high_z) + 1;
 }
 
-std::vector<cut_triangle_t> triangles_with_area(const strip_mesh_t& mesh) {
-    std::vector<cut_triangle_t> triangles;
-    const auto position = [&](std::uint32_t index) { return mesh.vertices[index].position; };
-    walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
-        const cut_triangle_t triangle(position(t.a), position(t.b), position(t.c));
-        if (triangle.has_area())
-            triangles.push_back(triangle);
-    });
-    return triangles;
+/// The centroid, and points between it and the corners.
+std::array<pos3, 7> inner_points(const corners_t& triangle) {
+    const pos3 centroid = (triangle[0] + triangle[1] + triangle[2]) * 0.33333334F;
+    std::array<pos3, 7> points{centroid};
+    for (std::size_t k = 0; k < 3; ++k) {
+        points[1 + k] = centroid + (triangle[k] - centroid) * 0.3F;
+        points[4 + k] = centroid + (triangle[k] - centroid) * 0.7F;
+    }
+    return points;
 }
 
 }  // namespace
@@ -67,27 +82,72 @@ int sum_of_hits(std::span<const crossing_hit_t> hits) {
     return sum;
 }
 
-inside_test_t::inside_test_t(const strip_mesh_t& cutter)
-    : triangles(triangles_with_area(cutter)), high_z(highest_z(cutter)), grid(triangles, ray_end(high_z)) {}
+inside_test_t::inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space)
+    : triangles(triangles_with_area(cutter, space)),
+      boxes(boxes_of(triangles)),
+      high_z(highest_z(boxes)),
+      grid(boxes, eps) {}
 
-bool inside_test_t::is_inside(const pos3& point) {
-    if (point.z > high_z)
-        return false;
-    const pos3 end{point.x, point.y, ray_end(high_z)};
-    hits.clear();
-    for (const std::uint32_t number : grid.numbers_for(point))
-        add_hit(triangles[number], point, end);
-    return sum_of_hits(hits) < 0;
+bool inside_test_t::is_inside(const corners_t& triangle) {
+    const std::array<pos3, 7> points = inner_points(triangle);
+    if (const int direction = direction_of_common_faces(triangle, points[0]))
+        return direction > 0;
+    for (const pos3& start : points)
+        if (int sum = 0; sum_of_clear_hits(start, sum))
+            return sum < 0;
+    return sum_of_all_hits(points[0]) < 0;
 }
 
-void inside_test_t::add_hit(cut_triangle_t& triangle, const pos3& start, const pos3& end) {
-    crossing_t crossing;
-    const int code = classify_edge(crossing, 6, start, end, triangle);
-    if (code < edge_at_corner || code > edge_inside)
-        return;
-    const float slope = code == edge_at_corner ? dot(triangle.normal, normalize(start - crossing.point)) : 0;
-    insert_hit(hits, {crossing.t, static_cast<std::uint32_t>(code), static_cast<std::uint8_t>(crossing.side),
-                      slope});
+/// How many of the cutter's triangles under the centroid, in the triangle's plane, look the same way, less
+/// those that look the opposite way.
+int inside_test_t::direction_of_common_faces(const corners_t& triangle, const pos3& centroid) {
+    int sum = 0;
+    for (const std::uint32_t number : grid.numbers_at(centroid.x, centroid.y))
+        if (is_on_ray(number, centroid))
+            sum += direction_of_common_face(triangle, centroid, triangles[number]);
+    return sum;
+}
+
+/// Returns whether no triangle is met at its outline, and the sum of those that are met inside.
+bool inside_test_t::sum_of_clear_hits(const pos3& start, int& sum) {
+    sum = 0;
+    for (const std::uint32_t number : grid.numbers_at(start.x, start.y)) {
+        if (!is_on_ray(number, start))
+            continue;
+        const std::optional<int> hit = clear_hit(triangles[number], start);
+        if (!hit)
+            return false;
+        sum += *hit;
+    }
+    return true;
+}
+
+/// The sum with hits at outlines and corners.
+int inside_test_t::sum_of_all_hits(const pos3& start) {
+    const pos3 end{start.x, start.y, ray_end(high_z)};
+    hits.clear();
+    for (const std::uint32_t number : grid.numbers_at(start.x, start.y)) {
+        if (!is_on_ray(number, start))
+            continue;
+        const auto& [a, b, c] = triangles[number];
+        cut_triangle_t triangle(a, b, c);
+        crossing_t crossing;
+        const int code = classify_edge(crossing, 6, start, end, triangle);
+        if (code < edge_at_corner || code > edge_inside)
+            continue;
+        const bool at_corner = code == edge_at_corner;
+        const float slope = at_corner ? dot(triangle.normal, normalize(start - crossing.point)) : 0;
+        insert_hit(hits, {crossing.t, static_cast<std::uint32_t>(code),
+                          static_cast<std::uint8_t>(crossing.side), slope});
+    }
+    return sum_of_hits(hits);
+}
+
+/// Whether the ray meets a triangle's box, up to the tolerance.
+bool inside_test_t::is_on_ray(std::uint32_t number, const pos3& start) const {
+    const auto& [low, high] = boxes[number];
+    return start.x >= low.x - eps && start.x <= high.x + eps && start.y >= low.y - eps &&
+           start.y <= high.y + eps && start.z <= high.z + eps;
 }
 
 }  // namespace ulk3d

@@ -4,8 +4,9 @@
 #include <span>
 #include <vector>
 
-#include "operations/cut/cut_triangle.h"
+#include "operations/cut/cut_pair.h"
 #include "operations/cut/ray_grid.h"
+#include "operations/cut/unit_space.h"
 #include "operations/strips/strip_mesh.h"
 
 namespace ulk3d {
@@ -29,19 +30,32 @@ void insert_hit(std::vector<crossing_hit_t>& hits, const crossing_hit_t& hit);
 /// the first one if several are equal. A sum below 0 means that the start of the ray is inside the cutter.
 int sum_of_hits(std::span<const crossing_hit_t> hits);
 
-/// Determines whether points are inside a mesh, by a ray straight up. Each triangle that a ray passes through
-/// is counted by the side on which its front is; for a surface that is not closed the sum has no meaning, but
-/// decides all the same.
+/// Determines whether triangles are inside a mesh that does not cross them, by rays straight up. Each
+/// triangle that a ray passes through is counted by the side on which its front is; for a surface that is not
+/// closed the sum has no meaning, but decides all the same.
+///
+/// The ray starts at the centroid. When it passes an outline or a corner within the tolerance, it is asked
+/// again from other inner points, as a count of 1 for each of two neighbours is right only where both see the
+/// ray on their outline. Without a clear ray the sum with outlines and corners decides.
+///
+/// A triangle that lies on one of the cutter's goes when both look the same way and stays when they look at
+/// each other: of two bodies that touch, both keep their faces, and a hole through a plate has no lid.
 class inside_test_t {
   public:
-    explicit inside_test_t(const strip_mesh_t& cutter);
+    /// Copies what it needs of the cutter.
+    inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space);
 
-    [[nodiscard]] bool is_inside(const pos3& point);
+    /// For the corners of a triangle in unit coordinates.
+    [[nodiscard]] bool is_inside(const corners_t& triangle);
 
   private:
-    void add_hit(cut_triangle_t& triangle, const pos3& start, const pos3& end);
+    [[nodiscard]] int direction_of_common_faces(const corners_t& triangle, const pos3& centroid);
+    [[nodiscard]] bool sum_of_clear_hits(const pos3& start, int& sum);
+    [[nodiscard]] int sum_of_all_hits(const pos3& start);
+    [[nodiscard]] bool is_on_ray(std::uint32_t number, const pos3& start) const;
 
-    std::vector<cut_triangle_t> triangles;  ///< all with an area, in the order of the strips
+    std::vector<corners_t> triangles;  ///< all with an area, in the order of the strips
+    std::vector<box3> boxes;
     float high_z;
     ray_grid_t grid;
     std::vector<crossing_hit_t> hits;

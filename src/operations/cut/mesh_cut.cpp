@@ -5,8 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "operations/cut/inside_test.h"
-
 namespace ulk3d {
 namespace {
 
@@ -52,9 +50,8 @@ void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_li
     std::vector<victim_t> victims = read_victims(*current_polygon, models);
     for (victim_t& victim : victims)
         victim.changed = split_by(victim.mesh, cutter, progress);
-    inside_test_t inside(cutter);
     for (victim_t& victim : victims)
-        victim.changed = remove_inside(victim.mesh, inside, progress) || victim.changed;
+        victim.changed = remove_inside(victim.mesh, cutter, progress) || victim.changed;
     for (const victim_t& victim : victims)
         write_back(victim, models);
 }

@@ -9,8 +9,6 @@
 
 namespace ulk3d {
 
-class inside_test_t;
-
 /// Receives how far the cut has come. A handler may run other events: no buffer is mapped meanwhile.
 using progress_signal_t = sigc::signal<void, double>;
 
@@ -28,16 +26,9 @@ using progress_signal_t = sigc::signal<void, double>;
 /// histories of changed models are no longer valid; the caller has to clear them.
 void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
-/// Returns whether the boxes of two meshes overlap or are too close to rule that out. The outline test looks
-/// at whole lines, so a cutter far away can split triangles whose planes happen to meet its own in the line
-/// of an edge. A victim that the cutter can not touch is therefore skipped altogether.
-[[nodiscard]] bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter);
-
-/// The two phases of the cut, on the host. Both return whether the victim has changed.
+/// The two phases of the cut, on the host. Both return whether the victim has changed. A victim whose box is
+/// apart from the cutter's is left alone.
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress);
-
-/// The second phase with an inside test made of the cutter, which can serve any number of victims.
-bool remove_inside(strip_mesh_t& victim, inside_test_t& cutter, const progress_signal_t& progress);
 
 }  // namespace ulk3d

@@ -1,81 +1,122 @@
 #include <algorithm>
-#include <span>
+#include <limits>
+#include <optional>
 #include <utility>
 
-#include "operations/cut/cut_triangle.h"
+#include "model/math/vectors.h"
 #include "operations/cut/inside_test.h"
 #include "operations/cut/mesh_cut.h"
+#include "operations/cut/reach_codes.h"
 #include "operations/strips/strip_surgery.h"
 
 namespace ulk3d {
 namespace {
 
-/// Walks the strips of a victim and removes triangles. Works on one strip after the other, so that only the
-/// rest of a strip moves up behind a removed triangle, and not the rest of the mesh.
+/// Walks the strips of a victim and removes triangles. The walk has only the elements around it in hand: a
+/// removal looks at few neighbours, and moving up all the rest for each one would take the square of time.
 class remover_t {
   public:
-    remover_t(inside_test_t& test, const progress_signal_t& signal) : inside(test), progress(signal) {}
+    remover_t(strip_mesh_t& mesh, const progress_signal_t& signal)
+        : victim(mesh), progress(signal), step(0.5 / static_cast<double>(mesh.elements.size())) {}
 
-    /// Returns whether anything was removed.
-    bool remove_from(strip_mesh_t& victim);
+    /// Examines the triangles that meet `reach`. Returns whether anything was removed.
+    bool remove(inside_test_t& inside, const unit_space_t& space, const box3& reach);
+
+    /// Only tells of the progress.
+    void keep_all();
 
   private:
-    void walk_strip(std::size_t position_ahead);
-    std::uint32_t remove_triangle(std::uint32_t i, std::uint32_t triangle_number);
-    bool index_at(std::size_t i) const;
-    pos3 centroid(std::uint32_t i, bool flipped) const;
+    /// Elements behind and ahead of the walk that a removal may look at.
+    static constexpr std::uint32_t neighbours = 16;
+    static constexpr std::uint32_t portion = 256;
 
-    inside_test_t& inside;
+    void move_on();
+    bool is_inside(inside_test_t& inside, const unit_space_t& space, const reach_codes_t& codes,
+                   bool flipped) const;
+    void remove_triangle(std::uint32_t triangle_number);
+    bool index_at(std::size_t position) const;
+
+    strip_mesh_t& victim;
     const progress_signal_t& progress;
-    double step = 0;
-    strip_mesh_t strip;  ///< all vertices, and the elements of one strip with the restart mark that ends it
-    bool changed = false;
+    double step;
+    strip_mesh_t strip;                    ///< all vertices, and the elements in hand
+    std::vector<std::uint32_t> remaining;  ///< the elements behind those in hand
+    std::size_t taken = 0;                 ///< of the victim's elements
+    std::uint32_t i = 0;                   ///< the position of the walk in `strip`
 };
 
-bool remover_t::remove_from(strip_mesh_t& victim) {
-    step = 0.5 / static_cast<double>(victim.elements.size());
+bool remover_t::remove(inside_test_t& inside, const unit_space_t& space, const box3& reach) {
+    const reach_codes_t codes(victim.vertices, reach);
     strip.vertices = std::move(victim.vertices);
-    std::vector<std::uint32_t> remaining;
-    const std::span<const std::uint32_t> elements = victim.elements;
-    for (auto first = elements.begin(); first != elements.end();) {
-        const auto mark = std::find_if(
-            first, elements.end(), [this](std::uint32_t index) { return index >= strip.vertices.size(); });
-        const auto end = mark == elements.end() ? mark : mark + 1;
-        strip.elements.assign(first, end);
-        walk_strip(remaining.size());
-        remaining.insert(remaining.end(), strip.elements.begin(), strip.elements.end());
-        first = end;
+    remaining.reserve(victim.elements.size());
+    bool changed = false;
+    std::uint32_t run_count = 0;
+    for (move_on(); i < strip.elements.size(); ++i, move_on()) {
+        run_count = index_at(i) ? run_count + 1 : 0;
+        if (run_count < 3)
+            continue;
+        progress.emit(step * static_cast<double>(remaining.size() + i) + 0.5);
+        if (is_inside(inside, space, codes, run_count % 2 == 0)) {
+            remove_triangle(run_count - 3);
+            run_count = 0;
+            changed = true;
+        }
     }
+    remaining.insert(remaining.end(), strip.elements.begin(), strip.elements.end());
     victim.vertices = std::move(strip.vertices);
     victim.elements = std::move(remaining);
     return changed;
 }
 
-void remover_t::walk_strip(std::size_t position_ahead) {
+void remover_t::keep_all() {
     std::uint32_t run_count = 0;
-    for (std::uint32_t i = 0; i < strip.elements.size(); ++i) {
-        run_count = index_at(i) ? run_count + 1 : 0;
-        if (run_count < 3)
-            continue;
-        progress.emit(step * static_cast<double>(position_ahead + i) + 0.5);
-        if (inside.is_inside(centroid(i, run_count % 2 == 0))) {
-            i = remove_triangle(i, run_count - 3) - 1;
-            run_count = 0;
-            changed = true;
-        }
+    for (std::size_t n = 0; n < victim.elements.size(); ++n) {
+        run_count = victim.elements[n] < victim.vertices.size() ? run_count + 1 : 0;
+        if (run_count >= 3)
+            progress.emit(step * static_cast<double>(n) + 0.5);
     }
 }
 
-/// Removes the triangle that closes at position i. Returns the position at which the walk continues, with a
-/// run count of 0.
-std::uint32_t remover_t::remove_triangle(std::uint32_t i, std::uint32_t triangle_number) {
+/// Takes the next elements in hand and puts the passed ones away.
+void remover_t::move_on() {
+    std::vector<std::uint32_t>& e = strip.elements;
+    if (i + neighbours < e.size() || taken == victim.elements.size())
+        return;
+    const std::size_t passed = i > neighbours ? i - neighbours : 0;
+    remaining.insert(remaining.end(), e.begin(), e.begin() + static_cast<std::ptrdiff_t>(passed));
+    e.erase(e.begin(), e.begin() + static_cast<std::ptrdiff_t>(passed));
+    i -= static_cast<std::uint32_t>(passed);
+    const std::size_t end = std::min(taken + portion, victim.elements.size());
+    e.insert(e.end(), victim.elements.begin() + static_cast<std::ptrdiff_t>(taken),
+             victim.elements.begin() + static_cast<std::ptrdiff_t>(end));
+    taken = end;
+}
+
+bool remover_t::is_inside(inside_test_t& inside, const unit_space_t& space, const reach_codes_t& codes,
+                          bool flipped) const {
+    const std::uint32_t a = strip.elements[flipped ? i - 1 : i - 2];
+    const std::uint32_t b = strip.elements[flipped ? i - 2 : i - 1];
+    const std::uint32_t c = strip.elements[i];
+    if (!codes.may_meet(a, b, c))
+        return false;
+    const std::vector<vertex_t>& v = strip.vertices;
+    if (!are_finite({v[a].position, v[b].position, v[c].position}))
+        return false;
+    return inside.is_inside(
+        {space.to_unit(v[a].position), space.to_unit(v[b].position), space.to_unit(v[c].position)});
+}
+
+/// Removes the triangle that closes at i. The walk continues with a run count of 0 behind the position that
+/// it has then.
+void remover_t::remove_triangle(std::uint32_t triangle_number) {
     const bool index_follows = index_at(std::size_t{i} + 1);
     if (triangle_number > 0) {
         const strip_place_t place = !index_follows             ? strip_place_t::at_end
                                     : triangle_number % 2 == 0 ? strip_place_t::even_ahead
                                                                : strip_place_t::odd_ahead;
         del_elements(strip, i, i, place);
-        return i;
+        --i;
+        return;
     }
     const std::uint32_t first = i - 2;
     if (index_follows) {
@@ -84,29 +125,33 @@ std::uint32_t remover_t::remove_triangle(std::uint32_t i, std::uint32_t triangle
         const bool has_mark = i + 1 < strip.elements.size();
         del_elements(strip, first, has_mark ? i + 1 : i, strip_place_t::at_end);
     }
-    return first;
+    i = first - 1;
 }
 
-bool remover_t::index_at(std::size_t i) const {
-    return i < strip.elements.size() && strip.elements[i] < strip.vertices.size();
-}
-
-pos3 remover_t::centroid(std::uint32_t i, bool flipped) const {
-    const auto position = [&](std::uint32_t place) { return strip.vertices[strip.elements[place]].position; };
-    const cut_triangle_t triangle(position(flipped ? i - 1 : i - 2), position(flipped ? i - 2 : i - 1),
-                                  position(i));
-    return triangle.centroid;
+bool remover_t::index_at(std::size_t position) const {
+    return position < strip.elements.size() && strip.elements[position] < strip.vertices.size();
 }
 
 }  // namespace
 
 bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress) {
-    inside_test_t inside(cutter);
-    return remove_inside(victim, inside, progress);
-}
-
-bool remove_inside(strip_mesh_t& victim, inside_test_t& cutter, const progress_signal_t& progress) {
-    return remover_t(cutter, progress).remove_from(victim);
+    remover_t remover(victim, progress);
+    const auto victim_box = box_of(victim);
+    const auto cutter_box = box_of(cutter);
+    if (!victim_box || !cutter_box) {
+        remover.keep_all();
+        return false;
+    }
+    const unit_space_t space(box_around(*victim_box, *cutter_box));
+    box3 reach = space.widened(*cutter_box, 2 * eps);
+    if (are_apart(*victim_box, reach, 0)) {
+        remover.keep_all();
+        return false;
+    }
+    // Rays go up: what is below may meet the cutter.
+    reach.low.z = -std::numeric_limits<float>::infinity();
+    inside_test_t inside(cutter, space);
+    return remover.remove(inside, space, reach);
 }
 
 }  // namespace ulk3d

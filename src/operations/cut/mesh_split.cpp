@@ -1,156 +1,189 @@
 #include <algorithm>
-#include <optional>
+#include <utility>
 
 #include "model/math/vectors.h"
-#include "model/polygon/strip_walk.h"
-#include "operations/cut/cut_pair.h"
+#include "operations/cut/box_tree.h"
 #include "operations/cut/mesh_cut.h"
-#include "operations/cut/pair_filter.h"
-#include "operations/cut/strip_runs.h"
-#include "operations/strips/strip_surgery.h"
+#include "operations/cut/near_triangles.h"
+#include "operations/cut/window_splitter.h"
 
 namespace ulk3d {
 namespace {
 
-using place_t = strip_runs_t::place_t;
-
-/// Splits the triangles of a victim. The result is that of a walk over all of its triangles for each triangle
-/// of the cutter; `strip_runs_t` and `pair_filter_t` only skip those that stay whole.
-class splitter_t {
+/// Tells of each triangle of the cutter once, in order, as the work goes on.
+class split_progress_t {
   public:
-    explicit splitter_t(strip_mesh_t& mesh) : victim(mesh), runs(mesh) {}
+    split_progress_t(const strip_mesh_t& mesh, const progress_signal_t& signal)
+        : cutter(mesh), progress(signal), step(0.5 / static_cast<double>(mesh.elements.size())) {}
 
-    void split_for(cutter_triangle_t& cutter, std::uint64_t j);
-
-    bool has_changed() const { return changed; }
-
-  private:
-    void collect(cutter_triangle_t& cutter);
-    std::uint32_t walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter, std::uint64_t j);
-    bool split_triangle(place_t& place, cutter_triangle_t& cutter, std::uint64_t j);
-
-    strip_mesh_t& victim;
-    strip_runs_t runs;
-    pair_filter_t filter;
-    std::vector<strip_runs_t::candidate_t> candidates;
-    bool changed = false;
-};
-
-void splitter_t::split_for(cutter_triangle_t& cutter, std::uint64_t j) {
-    collect(cutter);
-    if (candidates.empty())
-        return;
-    filter.start(cutter);
-    for (std::uint32_t n = 0; n < candidates.size(); ++n) {
-        const auto& candidate = candidates[n];
-        if (candidate.has_lone_corner())
-            filter.add(runs.corners(candidate), candidate.lone, n);
-        else
-            filter.ask(n);
-    }
-    std::uint32_t walked_to = 0;
-    for (const std::uint32_t n : filter.finish()) {
-        const auto& candidate = candidates[n];
-        const place_t place = runs.place(candidate);
-        if (place.position >= walked_to)
-            walked_to = walk_on(candidate.run, place, cutter, j);
-    }
-    runs.tidy();
-}
-
-void splitter_t::collect(cutter_triangle_t& cutter) {
-    const cut_plane_t plane{cutter.cut.normal, dot(cutter.cut.normal, cutter.cut.centroid)};
-    candidates.clear();
-    for (const std::uint32_t run : runs.meeting(plane))
-        runs.append_candidates(candidates, run, plane);
-}
-
-/// Examines the triangle at a place and, if it is split, all triangles behind it in the run, as the
-/// candidates there are no longer where they were. Returns the first position that was not examined.
-/// Triangles behind the run keep their places relative to its end, or have moved into the run: then no
-/// triangle closes at the place.
-std::uint32_t splitter_t::walk_on(std::uint32_t run, place_t place, cutter_triangle_t& cutter,
-                                  std::uint64_t j) {
-    std::uint32_t end = place.position + 1;
-    --place.run_count;
-    for (; place.position < end; ++place.position) {
-        const bool is_vertex = victim.elements[place.position] < victim.vertices.size();
-        place.run_count = is_vertex ? place.run_count + 1 : 0;
-        if (place.run_count < 3)
-            continue;
-        const std::size_t size = victim.elements.size();
-        if (split_triangle(place, cutter, j)) {
-            runs.update(run, static_cast<std::uint32_t>(victim.elements.size() - size));
-            end = runs.end_of(run);
-            changed = true;
+    /// Tells of those that close before an element position.
+    void advance_to(std::size_t position) {
+        for (; at < position; ++at) {
+            run_count = cutter.elements[at] < cutter.vertices.size() ? run_count + 1 : 0;
+            if (run_count >= 3)
+                progress.emit(step * static_cast<double>(at));
         }
     }
-    return end;
-}
 
-/// Splits the triangle that closes at a place, if necessary, and moves the place to the position after it.
-bool splitter_t::split_triangle(place_t& place, cutter_triangle_t& cutter, std::uint64_t j) {
-    const std::uint32_t i = place.position;
-    const bool flipped = place.run_count % 2 == 0;
-    const std::array<std::uint32_t, 3> corners{flipped ? i - 1 : i - 2, flipped ? i - 2 : i - 1, i};
-    if (!has_corners(victim.elements, victim.vertices.size(), corners[0], corners[1]))
-        return false;
-    const auto position = [&](std::size_t n) {
-        return victim.vertices[victim.elements[corners[n]]].position;
-    };
-    const pair_cut_t cut = cut_pair(cutter, {position(0), position(1), position(2)}, j, i);
-    if (cut.new_vertices == 0)
-        return false;
-
-    const std::uint32_t i0 = corners[cut.first];
-    const std::uint32_t i1 = corners[(cut.first + 1) % 3];
-    const std::uint32_t i2 = corners[(cut.first + 2) % 3];
-    auto number = static_cast<std::int32_t>(place.run_count) - 3;
-    const std::uint32_t advance =
-        cut.new_vertices == 1 ? add_vertex0(victim, number, place.run_count, i0, i1, i2, cut.t1)
-                              : add_vertex(victim, number, place.run_count, i0, i1, i2, cut.t1, cut.t2);
-    place.position += advance;
-    return advance != 0;
-}
-
-/// The box of the vertices that the strips refer to; empty for a mesh without any.
-std::optional<box3> box_of(const strip_mesh_t& mesh) {
-    std::optional<box3> box;
-    for (const std::uint32_t index : mesh.elements) {
-        if (index >= mesh.vertices.size())
-            continue;
-        const pos3& p = mesh.vertices[index].position;
-        box = box ? box3{component_min(box->low, p), component_max(box->high, p)} : box3{p, p};
+    void advance_by_share(std::size_t done, std::size_t all) {
+        advance_to(cutter.elements.size() * done / all);
     }
-    return box;
+
+  private:
+    const strip_mesh_t& cutter;
+    const progress_signal_t& progress;
+    double step;
+    std::size_t at = 0;
+    std::uint32_t run_count = 0;
+};
+
+/// Splits the triangles of a victim. The result is that of a walk over all of its triangles for each triangle
+/// of the cutter. As a split changes nothing but the neighbourhood of its triangle in the strip, each group
+/// of triangles that the cutter may touch is taken out of the strip, goes through all of its triangles of the
+/// cutter, and is put back in the end.
+class splitter_t {
+  public:
+    splitter_t(strip_mesh_t& victim_mesh, const strip_mesh_t& cutter_mesh, const unit_space_t& unit_space)
+        : victim(victim_mesh), cutter(cutter_mesh), space(unit_space) {}
+
+    /// Returns whether anything was split.
+    bool split(const box3& victim_box, const box3& cutter_box, split_progress_t& progress);
+
+  private:
+    using pair_t = box_tree_t::pair_t;  ///< places in near_victims and cutters
+
+    void find_pairs(const box3& victim_box, const box3& cutter_box);
+    std::vector<box3> boxes_of(const std::vector<near_triangle_t>& triangles, const strip_mesh_t& mesh) const;
+    void make_cutters(const std::vector<near_triangle_t>& near_cutters);
+    split_window_t window_at(std::size_t& pair) const;
+    void put_back(const std::vector<split_window_t>& windows);
+
+    strip_mesh_t& victim;
+    const strip_mesh_t& cutter;
+    const unit_space_t& space;
+    std::vector<near_triangle_t> near_victims;
+    std::vector<placed_cutter_t> cutters;  ///< those that may touch the victim, in the order of the strips
+    std::vector<pair_t> pairs;             ///< by victim, and by cutter for each
+};
+
+bool splitter_t::split(const box3& victim_box, const box3& cutter_box, split_progress_t& progress) {
+    find_pairs(victim_box, cutter_box);
+    window_splitter_t splitter(victim, space);
+    const std::size_t old_count = victim.vertices.size();
+    std::vector<split_window_t> windows;
+    for (std::size_t pair = 0; pair < pairs.size();) {
+        progress.advance_by_share(pair, pairs.size());
+        split_window_t window = window_at(pair);
+        if (splitter.split(window, cutters))
+            windows.push_back(std::move(window));
+    }
+    const std::vector<std::uint32_t> numbers = splitter.finish();
+    for (split_window_t& window : windows)
+        for (std::uint32_t& index : window.elements)
+            if (index != restart_mark && index >= old_count)
+                index = numbers[index - old_count];
+    put_back(windows);
+    return !windows.empty();
+}
+
+/// The gap up to which a triangle's parts can be cut although the triangle itself is apart: that of
+/// `cut_pair` and as much again for the rounding of new vertices, which is some hundred times less for each
+/// split.
+constexpr float room = 2 * eps;
+
+void splitter_t::find_pairs(const box3& victim_box, const box3& cutter_box) {
+    near_victims = triangles_near(victim, space.widened(cutter_box, 2 * room));
+    const std::vector<near_triangle_t> near_cutters =
+        triangles_near(cutter, space.widened(victim_box, 2 * room));
+    pairs = box_tree_t::meeting(box_tree_t(boxes_of(near_victims, victim)),
+                                box_tree_t(boxes_of(near_cutters, cutter)), room);
+    std::ranges::sort(pairs, {}, [](const pair_t& p) { return std::uint64_t{p.in_a} << 32 | p.in_b; });
+    make_cutters(near_cutters);
+}
+
+std::vector<box3> splitter_t::boxes_of(const std::vector<near_triangle_t>& triangles,
+                                       const strip_mesh_t& mesh) const {
+    std::vector<box3> boxes;
+    boxes.reserve(triangles.size());
+    for (const near_triangle_t& triangle : triangles)
+        boxes.push_back(box_of(unit_corners(triangle, mesh, space)));
+    return boxes;
+}
+
+/// Makes those that a pair names, and lets the pairs name them by their place among these.
+void splitter_t::make_cutters(const std::vector<near_triangle_t>& near_cutters) {
+    std::vector<std::uint32_t> places(near_cutters.size(), 0);
+    for (const pair_t& pair : pairs)
+        places[pair.in_b] = 1;
+    for (std::size_t n = 0; n < near_cutters.size(); ++n) {
+        if (places[n] == 0)
+            continue;
+        places[n] = static_cast<std::uint32_t>(cutters.size());
+        cutters.push_back(
+            {cutter_triangle_t(unit_corners(near_cutters[n], cutter, space)), near_cutters[n].position});
+    }
+    for (pair_t& pair : pairs)
+        pair.in_b = places[pair.in_b];
+}
+
+/// The window of a pair and of all that follow while their triangles are near in the strip. Moves on behind
+/// them.
+split_window_t splitter_t::window_at(std::size_t& pair) const {
+    // Closer together, the surgery at one would look at indices of the other.
+    constexpr std::uint32_t least_distance = 7;
+    const near_triangle_t& first = near_victims[pairs[pair].in_a];
+    std::uint32_t last = first.position;
+    split_window_t window{first.position - 2, 0, first.run_count - 3, {}, {}};
+    for (; pair < pairs.size(); ++pair) {
+        const std::uint32_t position = near_victims[pairs[pair].in_a].position;
+        if (position >= last + least_distance)
+            break;
+        last = position;
+        if (cutters[pairs[pair].in_b].triangle.has_area())
+            window.cutters.push_back(pairs[pair].in_b);
+    }
+    std::ranges::sort(window.cutters);
+    const auto same = std::ranges::unique(window.cutters);
+    window.cutters.erase(same.begin(), same.end());
+    window.end = std::min(last + 3, static_cast<std::uint32_t>(victim.elements.size()));
+    window.elements.assign(victim.elements.begin() + window.begin, victim.elements.begin() + window.end);
+    return window;
+}
+
+void splitter_t::put_back(const std::vector<split_window_t>& windows) {
+    if (windows.empty())
+        return;
+    std::size_t growth = 0;
+    for (const split_window_t& window : windows)
+        growth += window.elements.size();
+    std::vector<std::uint32_t> elements;
+    elements.reserve(victim.elements.size() + growth);
+    std::uint32_t position = 0;
+    const auto copy_to = [&](std::uint32_t end) {
+        elements.insert(elements.end(), victim.elements.begin() + position, victim.elements.begin() + end);
+    };
+    for (const split_window_t& window : windows) {
+        copy_to(window.begin);
+        elements.insert(elements.end(), window.elements.begin(), window.elements.end());
+        position = window.end;
+    }
+    copy_to(static_cast<std::uint32_t>(victim.elements.size()));
+    victim.elements = std::move(elements);
 }
 
 }  // namespace
 
-bool may_touch(const strip_mesh_t& victim, const strip_mesh_t& cutter) {
-    const auto a = box_of(victim);
-    const auto b = box_of(cutter);
-    const auto are_apart = [](const pos3& high, const pos3& low) {
-        return f_gt(low.x, high.x) || f_gt(low.y, high.y) || f_gt(low.z, high.z);
-    };
-    return a && b && !are_apart(a->high, b->low) && !are_apart(b->high, a->low);
-}
-
 bool split_by(strip_mesh_t& victim, const strip_mesh_t& cutter, const progress_signal_t& progress) {
-    const double step = 0.5 / static_cast<double>(cutter.elements.size());
-    const auto position = [&](std::uint32_t index) { return cutter.vertices[index].position; };
-    const bool splits = may_touch(victim, cutter);
-    splitter_t splitter(victim);
-    walk_strips(cutter.elements, cutter.vertices.size(), [&](const strip_triangle_t& t) {
-        const std::uint64_t j = std::uint64_t{t.position} + 2;
-        progress.emit(step * static_cast<double>(j));
-        if (!splits)
-            return;
-        cutter_triangle_t triangle({position(t.a), position(t.b), position(t.c)});
-        if (triangle.has_area())
-            splitter.split_for(triangle, j);
-    });
-    return splitter.has_changed();
+    split_progress_t told(cutter, progress);
+    const auto victim_box = box_of(victim);
+    const auto cutter_box = box_of(cutter);
+    bool changed = false;
+    if (victim_box && cutter_box) {
+        const unit_space_t space(box_around(*victim_box, *cutter_box));
+        changed = splitter_t(victim, cutter, space).split(*victim_box, *cutter_box, told);
+    }
+    told.advance_to(cutter.elements.size());
+    return changed;
 }
 
 }  // namespace ulk3d

@@ -1,29 +1,22 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <vector>
 
-#include "operations/cut/cut_triangle.h"
+#include "model/math/records.h"
 
 namespace ulk3d {
 
-/// Finds the triangles that a ray along z may meet, by the ray's x and y.
-///
-/// Each triangle is listed in all cells of a grid from which the test could report a hit: those over its own
-/// box, widened by as much as the tolerance and rounding of `classify_edge` can reach. At a sharp corner that
-/// is far more than the tolerance itself, since a point may lie beyond it by the tolerance divided by the
-/// sine of half the angle. Triangles for which this does not work (needles, values that are not finite) are
-/// listed for every ray.
+/// Finds the boxes that a line along z may meet, by its x and y.
 class ray_grid_t {
   public:
-    /// Makes the triangles flat (`make_flat`) and keeps no reference to them. All rays end at `end_z`.
-    ray_grid_t(std::span<cut_triangle_t> triangles, float end_z);
+    /// Boxes are listed where they reach with `room` on all sides. They are finite.
+    ray_grid_t(std::span<const box3> boxes, float room);
 
-    /// The numbers of the triangles, in ascending order, that a ray upwards from `start` may meet. Valid
+    /// The numbers of all boxes that a line at x and y meets, in ascending order, and of some more. Valid
     /// until the next call.
-    const std::vector<std::uint32_t>& numbers_for(const pos3& start);
+    std::span<const std::uint32_t> numbers_at(float x, float y);
 
   private:
     /// A range of cells along one axis, both ends included.
@@ -38,23 +31,21 @@ class ray_grid_t {
         std::uint32_t cells = 1;
 
         std::uint32_t cell(float v) const;
-        range_t range(float from, float to, double widening) const;
     };
 
     struct cells_t {
         range_t x, y;
+
+        std::uint32_t count() const { return x.size() * y.size(); }
     };
 
-    void lay_axes(std::span<const cut_triangle_t> triangles);
-    void fill(std::span<const cut_triangle_t> triangles);
-    std::optional<cells_t> cells_of(const cut_triangle_t& triangle) const;
+    cells_t cells_of(const box3& box, float room) const;
+    void fill(std::span<const box3> boxes, float room);
 
-    std::size_t triangle_count;
-    float reach;  ///< the widening holds for coordinates up to this
     axis_t x_axis, y_axis;
     std::vector<std::uint32_t> offsets;  ///< by cell: its beginning in `entries`; one more at the end
-    std::vector<std::uint32_t> entries;  ///< numbers of triangles, ascending in each cell
-    std::vector<std::uint32_t> for_all;  ///< numbers of the triangles listed for every ray
+    std::vector<std::uint32_t> entries;  ///< numbers of boxes, ascending in each cell
+    std::vector<std::uint32_t> for_all;  ///< numbers of boxes that reach into very many cells
     std::vector<std::uint32_t> found;
 };
 

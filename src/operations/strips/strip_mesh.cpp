@@ -9,10 +9,14 @@ namespace ulk3d {
 
 namespace {
 
+/// With room behind the records: an operation that adds a few would otherwise copy them all.
 template <class Record, class Buffer>
 std::vector<Record> read_records(const Buffer& buffer) {
     const mapped_span<const Record, Buffer> records(buffer);
-    return {records.span().begin(), records.span().end()};
+    std::vector<Record> copies;
+    copies.reserve(records.size() + records.size() / 16);
+    copies.assign(records.span().begin(), records.span().end());
+    return copies;
 }
 
 /// False when the buffer could not be mapped.

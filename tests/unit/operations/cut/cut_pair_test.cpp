@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <limits>
 
 #include "model/math/vectors.h"
 #include "support/captured_stream.h"
@@ -64,8 +65,24 @@ TEST(CutPair, EdgeInThePlaneSkipsTheVictim) {
     expect_cut({{{1, 1, 0}, {2, 1, 0}, {1, 2, 1}}}, nothing);
 }
 
-TEST(CutPair, ThreeEdgesThatMeetTheTriangleSkipTheVictim) {
-    expect_cut({{{1, 1, 0}, {3, 1, 1}, {1, 1, -1}}}, nothing);
+TEST(CutPair, CornerInThePlaneCutsTheOppositeEdgeWhereTheSegmentMeetsTheTriangle) {
+    expect_cut({{{1, 1, 0}, {3, 1, 1}, {1, 1, -1}}}, {1, 1, 0.5F, 0});     // inside
+    expect_cut({{{1, 1, 0}, {9, 3, 1}, {9, 3, -1}}}, {1, 1, 0.5F, 0});     // from inside to outside
+    expect_cut({{{-1, -1, 0}, {5, 5, 1}, {5, 5, -3}}}, {1, 1, 0.25F, 0});  // across
+    expect_cut({{{2, 0, 0}, {2, 6, 1}, {2, 6, -1}}}, {1, 1, 0.5F, 0});     // from the outline
+    expect_cut({{{-1, 0, 0}, {3, 0, 1}, {3, 0, -1}}}, {1, 1, 0.5F, 0});    // along it
+}
+
+TEST(CutPair, CornerInThePlaneWithASegmentBesideTheTriangleLeavesTheVictimWhole) {
+    expect_cut({{{-1, 1, 0}, {-3, 3, 1}, {-3, 3, -1}}}, nothing);
+    expect_cut({{{3, 3, 0}, {3, -1, 1}, {7, 3, -1}}}, nothing);
+    expect_cut({{{2, 0, 0}, {2, -3, 1}, {2, -3, -1}}}, nothing);  // away from the outline
+    expect_cut({{{4, 0, 0}, {6, 1, 1}, {6, 1, -1}}}, nothing);    // away from a corner
+}
+
+TEST(CutPair, CornerInThePlaneWithTheOthersOnOneSideLeavesTheVictimWhole) {
+    expect_cut({{{1, 1, 0}, {3, 1, 1}, {1, 1, 1}}}, nothing);
+    expect_cut({{{1, 1, 0}, {3, 1, -1}, {1, 1, -1}}}, nothing);
 }
 
 TEST(CutPair, TwoCornersAndAnEdgeOutsideGiveOneNewVertex) {
@@ -87,13 +104,22 @@ TEST(CutPair, OneEndAtACornerCuts) {
     expect_cut(victim_through({0, 0}, {1, 1}, {1, 3}), both_halves_at_apex);
 }
 
-TEST(CutPair, LineAlongAnEdgeCutsWhereverTheEndsAre) {
+TEST(CutPair, SegmentAlongAnEdgeCuts) {
     expect_cut(victim_through({-1, 0}, {5, 0}, {1, 3}), both_halves_at_apex);
-    expect_cut(victim_through({7, 0}, {5, 0}, {1, 3}), both_halves_at_apex);
+    expect_cut(victim_through({4, 0}, {0, 4}, {1, 1}), both_halves_at_apex);
+    expect_cut(victim_through({0, -1}, {0, 5}, {0, 1}), both_halves_at_apex);
+    expect_cut(victim_through({-1, 1e-5F}, {5, -1e-5F}, {1, 3}), both_halves_at_apex);
 }
 
-TEST(CutPair, EndsAtTwoCornersLeaveTheVictimWhole) {
-    expect_cut(victim_through({4, 0}, {0, 4}, {1, 1}), nothing);
+TEST(CutPair, LineAlongAnEdgeBesideTheTriangleLeavesTheVictimWhole) {
+    expect_cut(victim_through({7, 0}, {5, 0}, {1, 3}), nothing);
+    expect_cut(victim_through({-1, 0}, {-3, 0}, {1, 3}), nothing);
+}
+
+TEST(CutPair, EdgeOfASmallTriangleIsMetByALongSegment) {
+    // Seen from the ends of the segment, the edge's line is off by more than the tolerance.
+    const cutter_triangle_t small({{{0, 1e-6F, 0}, {0.002F, -1e-6F, 0}, {0, 0.002F, 0}}});
+    expect_cut(victim_through({-2, 0}, {2, 0}, {0, 3}), both_halves_at_apex, small);
 }
 
 TEST(CutPair, SegmentBesideTheTriangleLeavesTheVictimWhole) {
@@ -106,8 +132,7 @@ TEST(CutPair, SegmentThroughTwoEdgesCuts) {
 }
 
 TEST(CutPair, SegmentThatEndsOnBothOutlinesCuts) {
-    // A hair outside of the first edge: the segment test of the last step alone, which has no tolerance,
-    // would leave the victim whole.
+    // A hair outside of the first edge.
     expect_cut(victim_through({2, -1e-5F}, {0, 2}, {3, 3}), both_halves_at_apex);
 }
 
@@ -115,44 +140,82 @@ TEST(CutPair, SegmentThatOnlyTouchesTheOutlineLeavesTheVictimWhole) {
     expect_cut(victim_through({2, 0}, {2.5F, -3}, {4, 3}), nothing);
 }
 
-TEST(CutPair, EndsJustInsideTheOutlineCutByTheSegmentTest) {
-    // The cutter's edge passes beside the victim, as it meets the segment's line at a grazing angle.
+TEST(CutPair, EndsJustInsideTheOutlineCut) {
     expect_cut(victim_through({1, 1e-5F}, {0, 0.1F}, {3, 3}), both_halves_at_apex);
 }
 
-TEST(CutPair, ThreeCutEdgesAreCutAtTheFirstTwo) {
-    const corners_t victim{{{1, 1, 0}, {9, 3, 1}, {9, 3, -1}}};
-    cutter_triangle_t cutter = level_cutter();
-    EXPECT_EQ(cut_pair(cutter, victim, 0, 0), (pair_cut_t{2, 1, 0.5F, 0}));
-    EXPECT_EQ(cut_pair(cutter, turned(victim, 1), 0, 0), (pair_cut_t{2, 1, 0, 1}));
+TEST(CutPair, CrossingAtACornerOfTheVictimMakesNoTriangleWithoutHeight) {
+    // Up to the tolerance, on both sides of the plane.
+    for (const float off : {1e-5F, -1e-5F}) {
+        expect_cut({{{3, 3, 1}, {1, 1, -off / 2}, {2, 0.5F, -1}}}, {1, 2, 0.5F, 0});
+        expect_cut({{{3, 3, 1}, {1, 0.5F, -1}, {1, 1, -off / 2}}}, {1, 0, 0.5F, 0});
+        expect_cut({{{1, 1, off / 2}, {2, 1, -1}, {1, 2, -1}}}, nothing);
+    }
 }
 
-TEST(CutPair, CornerInThePlaneOnTheOutlineIsNoSegment) {
-    expect_cut({{{2, 0, 0}, {2, 6, 1}, {2, 6, -1}}}, nothing);
+TEST(CutPair, SegmentAlongAnEdgeOfTheVictimLeavesItWhole) {
+    expect_cut({{{1, 1, 1}, {1, 1, -1e-5F}, {2, 1, -1e-5F}}}, nothing);
+}
+
+TEST(CutPair, OverlapUpToTheToleranceIsNone) {
+    expect_cut(victim_through({-1, 1}, {1e-5F, 1}, {3, 3}), nothing);
+    expect_cut(victim_through({-1, 1}, {3e-5F, 1}, {3, 3}), both_halves_at_apex);
 }
 
 TEST(CutPair, VictimWithoutAreaStaysWhole) {
     expect_cut({{{-1, 5, 1}, {6, 1, -1}, {2.5F, 3, 0}}}, nothing);
 }
 
-TEST(CutPair, CutterEdgeInThePlaneOfTheVictimIsSkipped) {
-    expect_cut(victim_through({0, -1}, {0, 5}, {0, 1}), both_halves_at_apex);  // settled by the outline
-    expect_cut(victim_through({0, 4}, {0, 0}, {0, 1}), nothing);
+TEST(CutPair, VictimInThePlaneUpToTheToleranceIsSkipped) {
+    expect_cut({{{1, 1, 1e-5F}, {2, 1, -1e-5F}, {1, 2, 1e-5F}}}, nothing);
+    expect_cut({{{1, 1, 1}, {2, 1, -1e-5F}, {1, 2, -1}}}, {1, 2, 0.5F, 0});
 }
 
-TEST(CutPair, AllEdgesOfTheCutterThroughTheVictimAreTold) {
-    cutter_triangle_t cutter = level_cutter();
-    const captured_stream messages(std::cerr);
-    EXPECT_EQ(cut_pair(cutter, {{{-1, -1, 0}, {5, 5, 1}, {5, 5, -1}}}, 2, 2), nothing);
-    EXPECT_EQ(messages.text(), "ptn: on the line detect, ignore.\n");
+TEST(CutPair, BoxesThatAreApartAreNotCut) {
+    cutter_triangle_t slanted({{{0, 0, 0}, {4, 0, 4}, {0, 4, 0}}});
+    EXPECT_EQ(cut_pair(slanted, {{{5, 0, 4.5F}, {5, 1, 6}, {5, 0, 6}}}, 0, 0), nothing);
+    EXPECT_TRUE(are_apart({{0, 0, 0}, {1, 1, 1}}, {{0, 0, 1.5F}, {1, 1, 2}}, 0.4F));
+    EXPECT_TRUE(are_apart({{0, 1.5F, 0}, {1, 2, 1}}, {{0, 0, 0}, {1, 1, 1}}, 0.4F));
+    EXPECT_TRUE(are_apart({{0, 0, 0}, {1, 1, 1}}, {{1.5F, 0, 0}, {2, 1, 1}}, 0.4F));
+    EXPECT_FALSE(are_apart({{0, 0, 0}, {1, 1, 1}}, {{1.5F, 0, 0}, {2, 1, 1}}, 0.6F));
 }
 
-TEST(CutPair, SingleCrosspointIsToldWithAllCodes) {
-    // Distances that no real triangle has: one edge of the victim is outside of all lines.
+TEST(CutPair, WhatIsNotFiniteIsNotCut) {
+    for (const float odd :
+         {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+        expect_cut({{{1, 1, odd}, {1, 1, -1}, {2, 1, -1}}}, nothing);
+        expect_cut({{{1, 1, 1}, {1, odd, -1}, {2, 1, -1}}}, nothing);
+        expect_cut(victim_through({1, 1}, {2, 1}, {3, 3}), nothing,
+                   cutter_triangle_t({{{0, 0, 0}, {4, 0, 0}, {odd, 4, 0}}}));
+    }
+}
+
+/// A cutter with distances that no real triangle has: an edge of the victim is outside of all lines.
+cutter_triangle_t cutter_with_odd_lines() {
     cutter_triangle_t cutter = level_cutter();
     cutter.cut.make_flat();
     for (auto& edge : cutter.cut.flat_edges)
         edge.line = {1, 0, -3};
+    return cutter;
+}
+
+TEST(CutPair, AllEdgesOfTheCutterThroughTheVictimAreTold) {
+    cutter_triangle_t cutter = cutter_with_odd_lines();
+    const captured_stream messages(std::cerr);
+    EXPECT_EQ(cut_pair(cutter, victim_through({-1, -1}, {5, 5}, {2, 2}), 2, 2), nothing);
+    EXPECT_EQ(messages.text(), "ptn: on the line detect, ignore.\n");
+}
+
+TEST(CutPair, TwoCodesOfZeroAreCutWhereTheTriangleItselfIsMet) {
+    // One edge of the cutter passes through the victim, and two of the victim's through the cutter.
+    cutter_triangle_t cutter = cutter_with_odd_lines();
+    const pair_cut_t cut = cut_pair(cutter, victim_through({1, 1}, {3.5F, 0.25F}, {3, 3}), 0, 0);
+    EXPECT_EQ(cut.new_vertices, 2U);
+    EXPECT_EQ(cut.first, 0U);
+}
+
+TEST(CutPair, SingleCrosspointIsToldWithAllCodes) {
+    cutter_triangle_t cutter = cutter_with_odd_lines();
     const captured_stream messages(std::cerr);
     EXPECT_EQ(cut_pair(cutter, victim_through({-1, 1}, {5, 2}, {3, 3}), 11, 7), nothing);
     EXPECT_EQ(messages.text(),
@@ -165,7 +228,7 @@ TEST(CutPair, SingleCrosspointIsToldWithAllCodes) {
 TEST(CutPair, DecisionsAreSilent) {
     const captured_stream messages(std::cerr);
     expect_cut(victim_through({-1, 1}, {5, 2}, {3, 3}), both_halves_at_apex);
-    expect_cut(victim_through({4, 0}, {0, 4}, {1, 1}), nothing);
+    expect_cut(victim_through({7, 0}, {5, 0}, {1, 3}), nothing);
     EXPECT_EQ(messages.text(), "");
 }
 

@@ -63,7 +63,7 @@ strip_mesh_t boxes_about(const strip_mesh_t& mesh, std::uint32_t bits) {
             return;
         const auto position = [&](std::uint32_t index) { return mesh.vertices[index].position; };
         const pos3 c = (position(t.a) + position(t.b) + position(t.c)) / 3;
-        append(boxes, box({c.x - 0.03F, c.y - 0.02F, -0.1F}, {c.x + 0.02F, c.y + 0.03F, 0.1F}));
+        append(boxes, box({c.x - 0.03F, c.y - 0.03F, -0.1F}, {c.x + 0.02F, c.y + 0.025F, 0.1F}));
     });
     return boxes;
 }

@@ -12,90 +12,64 @@ namespace {
 using namespace ulk3d;
 using namespace ulk_test;
 
-constexpr float end_z = 3;
-
-cut_triangle_t random_triangle(cut_scenes_t& random, std::uint32_t kind) {
-    const pos3 a = kind % 2 == 0 ? random.place(1) : random.lattice_place();
-    const pos3 b = random.place(1);
-    const float width = std::pow(10.0F, random.between(-6, 0));
-    // From upright to level, from needles to equal sides.
-    const pos3 c = b + as_dir(random.place(width));
-    return kind % 3 == 0 ? cut_triangle_t(a, b, {a.x, a.y, c.z}) : cut_triangle_t(a, b, c);
+box3 random_box(cut_scenes_t& random) {
+    const pos3 low = random.one_in(2) ? random.place(1) : random.lattice_place();
+    const float size = std::pow(10.0F, random.between(-4, 0.3F));
+    return {low, low + as_dir(random.place(size)) + dir3{size, size, size}};
 }
 
-/// At and about a corner, an edge or the middle of the triangle.
-pos3 ray_start(cut_scenes_t& random, const cut_triangle_t& t) {
-    const float u = random.between(-0.1F, 1.1F);
-    const pos3 on_edge = t.p0 + (t.p1 - t.p0) * u;
-    const pos3 p = random.one_in(3) ? t.p2 : random.one_in(2) ? on_edge : t.centroid;
-    const float offset = random.one_in(4) ? 0 : std::pow(10.0F, random.between(-7, -1));
-    return {p.x + random.between(-offset, offset), p.y + random.between(-offset, offset), p.z - 1};
-}
-
-TEST(RayGrid, GivesEveryTriangleThatARayIsToldToMeet) {
+TEST(RayGrid, GivesEveryBoxThatALineMeets) {
+    constexpr float room = 0.01F;
     cut_scenes_t random(3);
-    int met = 0;
     for (int round = 0; round < 8; ++round) {
-        std::vector<cut_triangle_t> triangles;
-        while (triangles.size() < 150) {
-            const cut_triangle_t triangle = random_triangle(random, random.below(6));
-            if (triangle.has_area())
-                triangles.push_back(triangle);
-        }
-        ray_grid_t grid(triangles, end_z);
-        for (int n = 0; n < 600; ++n) {
-            const pos3 start = ray_start(random, triangles[random.below(150)]);
-            const std::vector<std::uint32_t>& numbers = grid.numbers_for(start);
+        std::vector<box3> boxes(150);
+        std::ranges::generate(boxes, [&] { return random_box(random); });
+        ray_grid_t grid(boxes, room);
+        for (int n = 0; n < 400; ++n) {
+            const box3& near = boxes[random.below(150)];
+            const float x = random.one_in(3) ? near.high.x + room : random.between(-2, 3);
+            const float y = random.one_in(3) ? near.low.y - room : random.between(-2, 3);
+            const std::span<const std::uint32_t> numbers = grid.numbers_at(x, y);
             EXPECT_TRUE(std::ranges::is_sorted(numbers));
-            for (std::uint32_t k = 0; k < triangles.size(); ++k) {
-                crossing_t crossing;
-                const int code = classify_edge(crossing, 6, start, {start.x, start.y, end_z}, triangles[k]);
-                if (code < 1 || code > 3)
-                    continue;
-                ++met;
-                EXPECT_TRUE(std::ranges::binary_search(numbers, k)) << n << " " << k;
+            for (std::uint32_t k = 0; k < boxes.size(); ++k) {
+                const auto& [low, high] = boxes[k];
+                const bool is_met =
+                    x >= low.x - room && x <= high.x + room && y >= low.y - room && y <= high.y + room;
+                EXPECT_TRUE(!is_met || std::ranges::binary_search(numbers, k)) << n << " " << k;
             }
         }
     }
-    EXPECT_GT(met, 3000);
 }
 
-std::vector<cut_triangle_t> triangles_of(const strip_mesh_t& mesh) {
-    std::vector<cut_triangle_t> triangles;
-    for (std::size_t i = 0; i + 2 < mesh.elements.size(); i += 4)
-        triangles.emplace_back(mesh.vertices[mesh.elements[i]].position,
-                               mesh.vertices[mesh.elements[i + 1]].position,
-                               mesh.vertices[mesh.elements[i + 2]].position);
-    return triangles;
+TEST(RayGrid, LeavesOutMostBoxesOfMany) {
+    cut_scenes_t random(5);
+    std::vector<box3> boxes;
+    for (int n = 0; n < 2000; ++n) {
+        const pos3 low = random.place(1);
+        boxes.push_back({low, low + dir3{0.02F, 0.02F, 0.02F}});
+    }
+    ray_grid_t grid(boxes, 1e-5F);
+    EXPECT_LT(grid.numbers_at(0.3F, 0.2F).size(), 40U);
 }
 
-TEST(RayGrid, LeavesOutMostTrianglesOfAFineMesh) {
-    std::vector<cut_triangle_t> triangles = triangles_of(sphere({0, 0, 0}, 1, 4));
-    ray_grid_t grid(triangles, end_z);
-    EXPECT_LT(grid.numbers_for({0.3F, 0.2F, -2}).size(), 40U);
+TEST(RayGrid, BoxesOverAllCellsStandAmongTheOthersInOrder) {
+    std::vector<box3> boxes;
+    for (int n = 0; n < 1000; ++n) {
+        const float x = static_cast<float>(n) / 1000;
+        boxes.push_back(n % 100 == 50 ? box3{{0, 0, 0}, {1, 1, 1}} : box3{{x, x, 0}, {x, x, 1}});
+    }
+    ray_grid_t grid(boxes, 1e-5F);
+    const std::span<const std::uint32_t> numbers = grid.numbers_at(0.7F, 0.7F);
+    EXPECT_TRUE(std::ranges::is_sorted(numbers));
+    for (std::uint32_t n = 50; n < 1000; n += 100)
+        EXPECT_TRUE(std::ranges::binary_search(numbers, n)) << n;
+    EXPECT_TRUE(std::ranges::binary_search(numbers, 700U));
+    EXPECT_LT(numbers.size(), 100U);
 }
 
-TEST(RayGrid, RayFromFarAwayOrNowhereGetsAll) {
-    std::vector<cut_triangle_t> triangles = triangles_of(sphere({0, 0, 0}, 1, 1));
-    ray_grid_t grid(triangles, end_z);
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    for (const pos3& start : {pos3{0.3F, 0.2F, -1e6F}, {1e6F, 0, 0}, {nan, 0, 0}, {0, 0, nan}})
-        EXPECT_EQ(grid.numbers_for(start).size(), triangles.size());
-}
-
-TEST(RayGrid, TriangleThatIsNotFiniteIsGivenToEveryRay) {
-    std::vector<cut_triangle_t> triangles = triangles_of(sphere({0, 0, 0}, 1, 2));
-    const float infinity = std::numeric_limits<float>::infinity();
-    triangles.insert(triangles.begin() + 7, cut_triangle_t({0, 0, 0}, {infinity, 0, 0}, {0, 1, 0}));
-    ray_grid_t grid(triangles, end_z);
-    const std::vector<std::uint32_t>& numbers = grid.numbers_for({0.3F, 0.2F, -2});
-    EXPECT_LT(numbers.size(), triangles.size() / 2);
-    EXPECT_TRUE(std::ranges::binary_search(numbers, 7U));
-}
-
-TEST(RayGrid, WithoutTrianglesGivesNone) {
-    ray_grid_t grid({}, end_z);
-    EXPECT_TRUE(grid.numbers_for({0, 0, 0}).empty());
+TEST(RayGrid, WithoutBoxesGivesNone) {
+    ray_grid_t grid({}, 1);
+    EXPECT_TRUE(grid.numbers_at(0, 0).empty());
 }
 
 }  // namespace
