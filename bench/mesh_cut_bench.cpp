@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
-#include "../tests/support/cut_meshes.h"
-#include "../tests/support/plain_mesh_cut.h"
 #include "operations/cut/mesh_cut.h"
+#include "support/cut_meshes.h"
+#include "support/plain_mesh_cut.h"
 
 /// The mesh cut: the plain loop over all pairs of triangles, compared with the cut that the program uses. The
 /// argument is the level of both meshes, spheres of 20 times 4 to that power triangles (320, 1,280, 5,120,
