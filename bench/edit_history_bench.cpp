@@ -2,10 +2,10 @@
 
 #include <list>
 
-#include "../tests/support/points_model.h"
 #include "model/edit_history.h"
 #include "model/vertex.h"
 #include "render/offscreen/offscreen_context.h"
+#include "support/points_model.h"
 
 /// Recording and moving selected points; the argument is their number: the plain way, with a list node and a
 /// read or write of the buffer for each point; the list with one mapping for each step; and the edit history.

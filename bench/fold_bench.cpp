@@ -3,10 +3,10 @@
 #include <cmath>
 #include <set>
 
-#include "../tests/support/plain_fold.h"
 #include "bench_context.h"
 #include "operations/fold/fold_polygons.h"
 #include "render/gl/element_array.h"
+#include "support/plain_fold.h"
 
 /// Folding a sheet in strips, of which some triangles are selected: `half` of the sheet, as a user selects
 /// one side of a crease, or `every_other` triangle, which makes as many cuts as possible. `plain` cuts the

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <random>
 
-#include "../tests/support/plain_image_transforms.h"
+#include "support/plain_image_transforms.h"
 #include "utils/pictures/image_transforms.h"
 
 /// Transforms on the way from a picture to a texture: the plain loop over the pixels, row by row, compared

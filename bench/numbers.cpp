@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "../tests/unit/utils/text/evalnumber_reference.h"
+#include "unit/utils/text/evalnumber_reference.h"
 #include "utils/text/evalnumber.h"
 
 // Reading and writing the numbers of a scene file, each compared with the plain way.

@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
-#include "../tests/support/plain_nurbs.h"
 #include "model/nurbs/nurbs_grid.h"
+#include "support/plain_nurbs.h"
 
 /// Evaluating a surface at a grid of samples: the plain double loop with the plain recursion, the double loop
 /// with basis functions of bounded work, and the evaluator that the program uses. Arguments: points along a

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <random>
 
-#include "../tests/support/plain_polygon_hit.h"
 #include "model/math/projections.h"
 #include "render/gl/element_array.h"
+#include "support/plain_polygon_hit.h"
 
 /// Picking polygons: the plain loop that clips every triangle, compared with the hit test that the program
 /// uses. The argument is the number of triangles. The counter `triangles` is triangles per second: the ratio

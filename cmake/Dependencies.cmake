@@ -15,4 +15,6 @@ if(ULK_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
   # Another reader of STL files to measure against; without it that comparison is left out.
   pkg_check_modules(ASSIMP IMPORTED_TARGET assimp)
+  # Another cut of meshes to measure against, likewise.
+  find_package(CGAL QUIET)
 endif()
