@@ -323,11 +323,7 @@ class plain_inside_t {
     }
 
     int sum_with_outlines(const pos3& start) const {
-        float high = 0;
-        for (std::size_t n = 0; n < triangles.size(); ++n)
-            for (const pos3& p : triangles[n])
-                high = n == 0 && &p == triangles[n].data() ? p.z : std::max(high, p.z);
-        const pos3 end{start.x, start.y, high + std::fabs(high) + 1};
+        const pos3 end{start.x, start.y, 2};
         std::multiset<plain_hit_t> hits;
         for (const plain_corners_t& c : triangles) {
             if (!is_over_or_under(c, start))

@@ -2,20 +2,30 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <limits>
 
 #include "model/math/vectors.h"
 #include "model/polygon/strip_walk.h"
 #include "operations/cut/exact_face.h"
+#include "operations/cut/reach_codes.h"
 
 namespace ulk3d {
 namespace {
 
-/// The triangles that have an area and are finite.
-std::vector<corners_t> triangles_with_area(const strip_mesh_t& mesh, const unit_space_t& space) {
+/// Where rays end in unit coordinates: clearly above all models. A ray that ended at the cutter's highest z
+/// would meet a level top or pass below it, depending on how the plane of the top was rounded, and points
+/// below it would count as inside or outside by chance.
+constexpr float ray_end = 2;
+
+/// The triangles over or in a box that have an area and are finite.
+std::vector<corners_t> triangles_over(box3 box, const strip_mesh_t& mesh, const unit_space_t& space) {
+    box.high.z = std::numeric_limits<float>::infinity();
+    const reach_codes_t codes(mesh.vertices, box);
     std::vector<corners_t> triangles;
     const auto position = [&](std::uint32_t index) { return space.to_unit(mesh.vertices[index].position); };
     walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
+        if (!codes.may_meet(t.a, t.b, t.c))
+            return;
         const corners_t corners{position(t.a), position(t.b), position(t.c)};
         if (are_finite(corners) && unit_face_normal(corners[0], corners[1], corners[2]) != dir3{})
             triangles.push_back(corners);
@@ -29,20 +39,6 @@ std::vector<box3> boxes_of(std::span<const corners_t> triangles) {
     for (const corners_t& corners : triangles)
         boxes.push_back(box_of(corners));
     return boxes;
-}
-
-float highest_z(std::span<const box3> boxes) {
-    float high = 0;
-    for (std::size_t n = 0; n < boxes.size(); ++n)
-        high = n == 0 ? boxes[n].high.z : std::max(high, boxes[n].high.z);
-    return high;
-}
-
-/// Where the ray ends: clearly above the cutter. A ray that ended at the highest z itself would meet a level
-/// top or pass below it, depending on how the plane of the top was rounded, and points below it would count
-/// as inside or outside by chance.
-float ray_end(float high_z) {
-    return high_z + std::fabs(high_z) + 1;
 }
 
 /// The centroid, and points between it and the corners.
@@ -82,10 +78,9 @@ int sum_of_hits(std::span<const crossing_hit_t> hits) {
     return sum;
 }
 
-inside_test_t::inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space)
-    : triangles(triangles_with_area(cutter, space)),
+inside_test_t::inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space, const box3& victim_box)
+    : triangles(triangles_over(space.widened(victim_box, 4 * double{eps}), cutter, space)),
       boxes(boxes_of(triangles)),
-      high_z(highest_z(boxes)),
       grid(boxes, eps) {}
 
 bool inside_test_t::is_inside(const corners_t& triangle) {
@@ -124,7 +119,7 @@ bool inside_test_t::sum_of_clear_hits(const pos3& start, int& sum) {
 
 /// The sum with hits at outlines and corners.
 int inside_test_t::sum_of_all_hits(const pos3& start) {
-    const pos3 end{start.x, start.y, ray_end(high_z)};
+    const pos3 end{start.x, start.y, ray_end};
     hits.clear();
     for (const std::uint32_t number : grid.numbers_at(start.x, start.y)) {
         if (!is_on_ray(number, start))

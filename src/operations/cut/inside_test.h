@@ -42,8 +42,9 @@ int sum_of_hits(std::span<const crossing_hit_t> hits);
 /// each other: of two bodies that touch, both keep their faces, and a hole through a plate has no lid.
 class inside_test_t {
   public:
-    /// Copies what it needs of the cutter.
-    inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space);
+    /// Copies what it needs of the cutter to ask about triangles within `victim_box`, which is given in the
+    /// models' own coordinates.
+    inside_test_t(const strip_mesh_t& cutter, const unit_space_t& space, const box3& victim_box);
 
     /// For the corners of a triangle in unit coordinates.
     [[nodiscard]] bool is_inside(const corners_t& triangle);
@@ -56,7 +57,6 @@ class inside_test_t {
 
     std::vector<corners_t> triangles;  ///< all with an area, in the order of the strips
     std::vector<box3> boxes;
-    float high_z;
     ray_grid_t grid;
     std::vector<crossing_hit_t> hits;
 };

@@ -150,7 +150,7 @@ bool remove_inside(strip_mesh_t& victim, const strip_mesh_t& cutter, const progr
     }
     // Rays go up: what is below may meet the cutter.
     reach.low.z = -std::numeric_limits<float>::infinity();
-    inside_test_t inside(cutter, space);
+    inside_test_t inside(cutter, space, *victim_box);
     return remover.remove(inside, space, reach);
 }
 

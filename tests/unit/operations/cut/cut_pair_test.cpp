@@ -118,7 +118,7 @@ TEST(CutPair, LineAlongAnEdgeBesideTheTriangleLeavesTheVictimWhole) {
 
 TEST(CutPair, EdgeOfASmallTriangleIsMetByALongSegment) {
     // Seen from the ends of the segment, the edge's line is off by more than the tolerance.
-    const cutter_triangle_t small({{{0, 1e-6F, 0}, {0.002F, -1e-6F, 0}, {0, 0.002F, 0}}});
+    const cutter_triangle_t small({{{0, 1e-6F, 0}, {0.002F, 5e-7F, 0}, {0, 0.002F, 0}}});
     expect_cut(victim_through({-2, 0}, {2, 0}, {0, 3}), both_halves_at_apex, small);
 }
 
@@ -204,6 +204,17 @@ TEST(CutPair, AllEdgesOfTheCutterThroughTheVictimAreTold) {
     const captured_stream messages(std::cerr);
     EXPECT_EQ(cut_pair(cutter, victim_through({-1, -1}, {5, 5}, {2, 2}), 2, 2), nothing);
     EXPECT_EQ(messages.text(), "ptn: on the line detect, ignore.\n");
+}
+
+TEST(CutPair, SegmentBetweenTwoOutlinesPassesThrough) {
+    cutter_triangle_t cutter = cutter_with_odd_lines();
+    const captured_stream messages(std::cerr);
+    EXPECT_EQ(cut_pair(cutter, victim_through({0, 1}, {3.00003F, 1}, {0, 1}), 5, 6), nothing);
+    EXPECT_EQ(messages.text(),
+              "ptn: obj: single crosspoint.\n"
+              "j: 5, i: 6\n"
+              "r1: 3, r2: 0, r3: 0\n"
+              "k1: 0, k2: 2, k3: 2\n");
 }
 
 TEST(CutPair, TwoCodesOfZeroAreCutWhereTheTriangleItselfIsMet) {

@@ -64,7 +64,7 @@ corners_t level_triangle(const pos3& p, float size) {
 bool holds(const strip_mesh_t& cutter, const corners_t& triangle) {
     const box3 own = box_of(triangle);
     const unit_space_t space(box_around(box_of(cutter).value_or(own), own));
-    inside_test_t test(cutter, space);
+    inside_test_t test(cutter, space, own);
     return test.is_inside(
         {space.to_unit(triangle[0]), space.to_unit(triangle[1]), space.to_unit(triangle[2])});
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
 #include "model/polygon/strip_walk.h"
 #include "operations/cut/mesh_cut.h"
@@ -127,6 +128,29 @@ TEST(MeshRemove, ProgressGoesWithThePlacesAsTheyAreByThen) {
     const double k = 0.5 / 9;
     EXPECT_EQ(fractions, (std::vector<double>{k * 2 + 0.5, k * 3 + 0.5, k * 6 + 0.5, k * 10 + 0.5}));
     EXPECT_GT(fractions.back(), 1);
+}
+
+TEST(MeshRemove, AnyTrianglesOfManyLongStrips) {
+    // Long enough for the walk to take elements in hand many times, at all kinds of places.
+    const strip_mesh_t mesh = strips(std::vector<std::uint32_t>(40, 297));
+    std::mt19937 random(5);
+    strip_mesh_t boxes;
+    triangle_list_t remaining;
+    walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
+        std::array corners{t.a, t.b, t.c};
+        std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
+        if (random() % 2 == 0) {
+            remaining.push_back(corners);
+            return;
+        }
+        const auto position = [&](std::uint32_t index) { return mesh.vertices[index].position; };
+        const pos3 c = (position(t.a) + position(t.b) + position(t.c)) / 3;
+        append(boxes, box({c.x - 0.1F, c.y - 0.1F, -0.1F}, {c.x + 0.05F, c.y + 0.08F, 0.1F}));
+    });
+    std::ranges::sort(remaining);
+    strip_mesh_t rest = mesh;
+    EXPECT_TRUE(remove_inside(rest, boxes, {}));
+    EXPECT_TRUE(triangles_of(rest) == remaining);
 }
 
 }  // namespace

@@ -37,6 +37,21 @@ TEST(MeshSplit, CutterThatDoesNotTouchLeavesTheVictim) {
     EXPECT_EQ(mesh, victim);
 }
 
+TEST(MeshSplit, CutterApartAlongOneAxisLeavesTheVictim) {
+    // An open sheet with its front up: rays from all that is below it count as inside.
+    const strip_mesh_t cutter = sheet(3, 8, [](float, float) { return 0.0F; });
+    for (const pos3& place : {pos3{0, 0, -3}, {0, 7, 0}, {7, 0, 0}, {0, -7, 0}, {0, 0, 3}}) {
+        const strip_mesh_t victim = sphere(place, 1, 1);
+        strip_mesh_t mesh = victim;
+        EXPECT_FALSE(split(mesh, cutter));
+        EXPECT_FALSE(remove_inside(mesh, cutter, {}));
+        EXPECT_EQ(mesh, victim);
+    }
+    strip_mesh_t touched = sphere({0, 0, 0}, 1, 1);
+    EXPECT_TRUE(split(touched, cutter));
+    EXPECT_TRUE(remove_inside(touched, cutter, {}));
+}
+
 TEST(MeshSplit, LinesThatGoOnBeyondTheModelsDoNotSplit) {
     // In planes that meet the cutter's one in a line along its edge, but 100 units away.
     const strip_mesh_t victim = mesh_of({{102, 0, 1}, {101, 0, -1}, {103, 0, -1}}, {{0, 1, 2}});
