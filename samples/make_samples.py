@@ -341,6 +341,45 @@ def star_cutter():
         paper(Placement(turn_x(-12), turn_y(10), move=(0, 0, 0.45)), quads=12, ruled_every=3, curl=0.15))
 
 
+# Letters on a grid: the outline, counter-clockwise, and rectangles (left, bottom, right, top) that cover it.
+LETTERS = [
+    ([(0, 0), (3, 0), (3, 1), (1, 1), (1, 5), (0, 5)], [(0, 0, 3, 1), (0, 1, 1, 5)]),
+    ([(0, 0), (3, 0), (3, 5), (2, 5), (2, 1), (1, 1), (1, 5), (0, 5)], [(0, 0, 3, 1), (0, 1, 1, 5), (2, 1, 3, 5)]),
+    ([(1, 0), (2, 0), (2, 4), (3, 4), (3, 5), (0, 5), (0, 4), (1, 4)], [(0, 4, 3, 5), (1, 0, 2, 4)])]
+
+
+def block(vertices, strips, outline, rectangles, low, high, colour):
+    """A closed prism along z, appended to lists for polygon()."""
+    def quad(corners, tangent, normal):
+        strips.append(range(len(vertices), len(vertices) + 4))
+        vertices.extend((p, colour, (p[0] + 0.5, p[1] + 0.5), tangent, normal) for p in corners)
+
+    for x0, y0, x1, y1 in rectangles:
+        quad([(x0, y0, high), (x1, y0, high), (x0, y1, high), (x1, y1, high)], (1, 0, 0), (0, 0, 1))
+        quad([(x0, y0, low), (x0, y1, low), (x1, y0, low), (x1, y1, low)], (-1, 0, 0), (0, 0, -1))
+    for (x0, y0), (x1, y1) in zip(outline, outline[1:] + outline[:1]):
+        length = math.hypot(x1 - x0, y1 - y0)
+        tangent = ((x1 - x0) / length, (y1 - y0) / length, 0)
+        quad([(x0, y0, low), (x1, y1, low), (x0, y0, high), (x1, y1, high)], tangent, cross(tangent, (0, 0, 1)))
+
+
+def engraving(thickness=0.05, cell=0.08):
+    letters, plate = ([], []), ([], [])
+    for k, (outline, rectangles) in enumerate(LETTERS):
+        def x(column):
+            return (column + 4 * k - 5.5) * cell
+
+        def y(row):
+            return (row - 2.5) * cell
+
+        block(*letters, [(x(a), y(b)) for a, b in outline],
+              [(x(a), y(b), x(c), y(d)) for a, b, c, d in rectangles], 0, thickness, GOLD)
+    block(*plate, [(-0.5, -0.3), (0.5, -0.3), (0.5, 0.3), (-0.5, 0.3)], [(-0.5, -0.3, 0.5, 0.3)],
+          -thickness, thickness, SKY)
+    return (["# The letters come first, so that they are the current model."] + polygon(*letters) +
+            ["# What they are cut out of: a plate, with its front in the plane of theirs."] + polygon(*plate))
+
+
 def mixed():
     return (
         ["# Upper row: a vase, a torus, a hilly field."] +
@@ -464,6 +503,7 @@ SAMPLES = {
     "paper.ulk": ("A sheet of paper of 20 by 20 quads, flat, to be folded.", paper),
     "net.ulk": ("The net of a box, in one piece, to be folded.", net),
     "cut.ulk": ("A star to be cut out of a ball and of a sheet.", star_cutter),
+    "letters.ulk": ("Letters to be cut out of a plate, half as deep as it is thick.", engraving),
     "mixed.ulk": ("NURBS surfaces and polygon models side by side.", mixed),
     "globe.ulk": ("A globe: a map of longitudes and latitudes around a ball, with water that shines.", globe),
     "relief.ulk": ("Two flat pieces that look carved: a wall by a map of depths, a tile by a map of normals.", relief),

@@ -1,14 +1,11 @@
 """Cutting the current model out of all others: the command, the bar, the message, and the window meanwhile."""
 
-import math
 import time
 
 from harness import PROGRAM_NAME, Screen, UiTestCase, main, wait_for
 from harness import commands as do
 
 BAR = "カットの進行状況"
-# Rows and columns of balls whose cut takes seconds.
-LONG_CUT = (160, 320)
 DONE_TITLE, DONE_TEXT = "ポリゴン編集", "ポリゴンの自動カットが終了しました。"
 
 
@@ -22,21 +19,28 @@ def blocks(path):
     return path.read_text().split("begin ")[1:]
 
 
-def bumpy_ball(rows, columns, shift):
-    """A scene block of a ball that looks scanned, as strips around it."""
-    lines = [f"begin polygon_surface,{(rows + 1) * columns},{rows * (2 * columns + 3)}"]
-    for row in range(rows + 1):
-        for column in range(columns):
-            a, b = math.pi * row / rows, 2 * math.pi * column / columns
-            r = 0.5 + 0.02 * math.sin(9 * b + row) * math.sin(a)
-            lines.append(f"position {r * math.sin(a) * math.cos(b) + shift:.6g},{r * math.sin(a) * math.sin(b):.6g},"
-                         f"{r * math.cos(a) + shift / 3:.6g}")
-    for row in range(rows):
-        for column in (*range(columns), 0):
-            lines += [f"element {row * columns + column}", f"element {(row + 1) * columns + column}"]
-        lines.append("element -1")
-    lines += ["tangent 1,0,0", "binormal 0,1,0", "normal 0,0,1"] * ((rows + 1) * columns)
+SAIL = ((-2, -1), (2, -1), (0, 2))
+NEEDLE = ((-2, -1), (2, 1), (2, 1.02))
+
+
+def slanted(*triangles):
+    """A scene block of upright triangles, slanted to one side or to the other: (corners along the slant and up, side,
+    place beside the slant)."""
+    lines = [f"begin polygon_surface,{3 * len(triangles)},{4 * len(triangles)}"]
+    for corners, side, place in triangles:
+        lines += [f"position {along + place:.6g},{side * (along - place):.6g},{up}" for along, up in corners]
+    for number in range(len(triangles)):
+        lines += [f"element {3 * number + corner}" for corner in range(3)] + ["element -1"]
+    lines += ["tangent 1,0,0", "binormal 0,1,0", "normal 0,0,1"] * (3 * len(triangles))
     return "\r\n".join(lines + ["end", ""])
+
+
+def long_cut():
+    """A cut that takes seconds, of models that are soon drawn: some sails cut each needle into many pieces, and then
+    every piece is asked about all the needles between, whose boxes it meets."""
+    across = [(SAIL, -1, 2 * n / 100 - 1) for n in range(100)]
+    between = [(NEEDLE, 1, 0.6 * (n + 0.5) / 1000) for n in range(1000)]
+    return slanted(*across, *between) + slanted(*((NEEDLE, 1, 0.6 * n / 20) for n in range(20)))
 
 
 class Cut(UiTestCase):
@@ -84,9 +88,24 @@ class Cut(UiTestCase):
         do.leave(program)
         self.assert_ends_clean(program)
 
+    def test_letters_are_cut_into_a_plate(self):
+        program = self.start()
+        do.open_scene(program, self.sample(program, "letters.ulk"), f"letters.ulk - {PROGRAM_NAME}")
+        do.cut(program)
+        self.assert_done(program)
+        program.press_control("toggle button", "制御点表示")
+        do.delete_current(program)
+        self.rest_pointer(program)
+        # The upright stroke of the first letter has no floor: behind it one sees the plate's back from inside.
+        wait_for(lambda: max(Screen().pixel(*self.view.at("perspective", -85, 10))) < 120,
+                 "the letter can not be looked through")
+        self.assertGreater(max(Screen().pixel(*self.view.at("perspective", -100, 10))), 200)
+        do.leave(program)
+        self.assert_ends_clean(program)
+
     def start_long_cut(self, program):
-        """A cut that takes seconds; returns when it has begun."""
-        self.open_model(program, bumpy_ball(*LONG_CUT, 0) + bumpy_ball(*LONG_CUT, 0.3))
+        """Returns when a long cut has begun."""
+        self.open_model(program, long_cut())
         do.cut(program)
         wait_for(lambda: self.bar(program) > 0, "the bar does not move")
 

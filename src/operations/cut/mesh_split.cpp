@@ -72,9 +72,16 @@ bool splitter_t::split(const box3& victim_box, const box3& cutter_box, split_pro
     const std::size_t old_count = victim.vertices.size();
     std::vector<split_window_t> windows;
     for (std::size_t pair = 0; pair < pairs.size();) {
-        progress.advance_by_share(pair, pairs.size());
+        const std::size_t first = pair;
         split_window_t window = window_at(pair);
-        if (splitter.split(window, cutters))
+        splitter.take(window);
+        bool changed = false;
+        for (std::size_t n = 0; n < window.cutters.size(); ++n) {
+            progress.advance_by_share(first + (pair - first) * n / window.cutters.size(), pairs.size());
+            changed = splitter.split_for(cutters[window.cutters[n]]) || changed;
+        }
+        splitter.give_back(window);
+        if (changed)
             windows.push_back(std::move(window));
     }
     const std::vector<std::uint32_t> numbers = splitter.finish();
@@ -126,26 +133,32 @@ void splitter_t::make_cutters(const std::vector<near_triangle_t>& near_cutters) 
         pair.in_b = places[pair.in_b];
 }
 
-/// The window of a pair and of all that follow while their triangles are near in the strip. Moves on behind
-/// them.
+/// The window of a pair and of all that follow while their triangles are near in the same strip. Moves on
+/// behind them.
 split_window_t splitter_t::window_at(std::size_t& pair) const {
     // Closer together, the surgery at one would look at indices of the other.
     constexpr std::uint32_t least_distance = 7;
+    const auto strip_of = [](const near_triangle_t& triangle) {
+        return triangle.position - triangle.run_count;
+    };
     const near_triangle_t& first = near_victims[pairs[pair].in_a];
     std::uint32_t last = first.position;
     split_window_t window{first.position - 2, 0, first.run_count - 3, {}, {}};
     for (; pair < pairs.size(); ++pair) {
-        const std::uint32_t position = near_victims[pairs[pair].in_a].position;
-        if (position >= last + least_distance)
+        const near_triangle_t& triangle = near_victims[pairs[pair].in_a];
+        if (triangle.position >= last + least_distance || strip_of(triangle) != strip_of(first))
             break;
-        last = position;
+        last = triangle.position;
         if (cutters[pairs[pair].in_b].triangle.has_area())
             window.cutters.push_back(pairs[pair].in_b);
     }
     std::ranges::sort(window.cutters);
     const auto same = std::ranges::unique(window.cutters);
     window.cutters.erase(same.begin(), same.end());
-    window.end = std::min(last + 3, static_cast<std::uint32_t>(victim.elements.size()));
+    window.end = last + 1;
+    while (window.end < last + 3 && window.end < victim.elements.size() &&
+           victim.elements[window.end] < victim.vertices.size())
+        ++window.end;
     window.elements.assign(victim.elements.begin() + window.begin, victim.elements.begin() + window.end);
     return window;
 }

@@ -9,51 +9,50 @@
 #include "operations/strips/strip_surgery.h"
 
 namespace ulk3d {
+namespace {
+
+constexpr std::uint32_t none = 0xFFFFFFFF;
+
+}  // namespace
 
 window_splitter_t::window_splitter_t(strip_mesh_t& mesh, const unit_space_t& unit_space)
-    : victim(mesh), space(unit_space) {}
-
-bool window_splitter_t::split(split_window_t& window, std::vector<placed_cutter_t>& cutters) {
-    take(window);
-    bool changed = false;
-    for (const std::uint32_t cutter : window.cutters)
-        changed = split_by(cutters[cutter], window.run_before) || changed;
-    if (changed)
-        give_back(window);
-    return changed;
-}
+    : victim(mesh), space(unit_space), local(mesh.vertices.size(), none) {}
 
 void window_splitter_t::take(const split_window_t& window) {
-    work.vertices.clear();
-    work.frames.clear();
     work.elements.clear();
-    unit_positions.clear();
-    numbers.clear();
+    run_before = window.run_before;
     for (const std::uint32_t index : window.elements)
         work.elements.push_back(index == restart_mark ? restart_mark : local_number(index));
 }
 
 /// The number that a vertex has in the window; it gets one when it has none.
 std::uint32_t window_splitter_t::local_number(std::uint32_t index) {
-    const auto place = std::ranges::find(numbers, index);
-    if (place == numbers.end()) {
+    if (local[index] == none) {
+        local[index] = static_cast<std::uint32_t>(numbers.size());
         numbers.push_back(index);
         work.vertices.push_back(victim.vertices[index]);
         work.frames.push_back(victim.frames[index]);
         unit_positions.push_back(space.to_unit(victim.vertices[index].position));
-        return static_cast<std::uint32_t>(numbers.size() - 1);
     }
-    return static_cast<std::uint32_t>(place - numbers.begin());
+    return local[index];
 }
 
 void window_splitter_t::give_back(split_window_t& window) {
     window.elements.clear();
     for (const std::uint32_t index : work.elements)
         window.elements.push_back(index == restart_mark ? restart_mark : numbers[index]);
+    for (const std::uint32_t index : numbers)
+        if (index < local.size())
+            local[index] = none;
+    work.vertices.clear();
+    work.frames.clear();
+    unit_positions.clear();
+    numbers.clear();
 }
 
-bool window_splitter_t::split_by(placed_cutter_t& cutter, std::uint32_t run_count) {
+bool window_splitter_t::split_for(placed_cutter_t& cutter) {
     bool changed = false;
+    std::uint32_t run_count = run_before;
     for (std::uint32_t i = 0; i < work.elements.size(); ++i) {
         run_count = work.elements[i] < work.vertices.size() ? run_count + 1 : 0;
         // What closes at the first two positions began before the window.

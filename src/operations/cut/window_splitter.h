@@ -29,8 +29,11 @@ class window_splitter_t {
   public:
     window_splitter_t(strip_mesh_t& victim, const unit_space_t& space);
 
-    /// Returns whether the window has changed. New vertices have numbers behind all others.
-    bool split(split_window_t& window, std::vector<placed_cutter_t>& cutters);
+    /// Takes a window in hand, splits it for one triangle of the cutter after the other, in their order, and
+    /// gives it back. New vertices have numbers behind all others.
+    void take(const split_window_t& window);
+    bool split_for(placed_cutter_t& cutter);  ///< returns whether anything was split
+    void give_back(split_window_t& window);
 
     /// Gives the mesh its new vertices. Where two triangles share an edge, a crossing of it with one triangle
     /// of the cutter becomes one vertex. Returns the final number of each new vertex, less the count of the
@@ -46,18 +49,17 @@ class window_splitter_t {
         frame_t frame;
     };
 
-    void take(const split_window_t& window);
-    void give_back(split_window_t& window);
     std::uint32_t local_number(std::uint32_t index);
-    bool split_by(placed_cutter_t& cutter, std::uint32_t run_before);
     bool split_triangle(std::uint32_t& i, std::uint32_t& run_count, placed_cutter_t& cutter);
     void place_new_vertex(std::uint64_t j, std::uint32_t a, std::uint32_t b, const pos3& unit_position);
 
     strip_mesh_t& victim;
     const unit_space_t& space;
-    strip_mesh_t work;                   ///< the window as a mesh of its own
+    strip_mesh_t work;  ///< the window as a mesh of its own
+    std::uint32_t run_before = 0;
     std::vector<pos3> unit_positions;    ///< of its vertices
     std::vector<std::uint32_t> numbers;  ///< of its vertices in the victim
+    std::vector<std::uint32_t> local;    ///< by vertex of the victim: its number in the window
     std::vector<made_t> made;
 };
 
