@@ -153,8 +153,7 @@ split_window_t splitter_t::window_at(std::size_t& pair) const {
             window.cutters.push_back(pairs[pair].in_b);
     }
     std::ranges::sort(window.cutters);
-    const auto same = std::ranges::unique(window.cutters);
-    window.cutters.erase(same.begin(), same.end());
+    window.cutters.erase(std::unique(window.cutters.begin(), window.cutters.end()), window.cutters.end());
     window.end = last + 1;
     while (window.end < last + 3 && window.end < victim.elements.size() &&
            victim.elements[window.end] < victim.vertices.size())

@@ -5,7 +5,8 @@
 namespace ulk3d {
 
 reach_codes_t::reach_codes_t(std::span<const vertex_t> vertices, const box3& reach) : codes(vertices.size()) {
-    const auto& [low, high] = reach;
+    const pos3& low = reach.low;
+    const pos3& high = reach.high;
     std::ranges::transform(vertices, codes.begin(), [&](const vertex_t& vertex) {
         const pos3& p = vertex.position;
         const int sides = int{p.x < low.x} | int{p.x > high.x} << 1 | int{p.y < low.y} << 2 |
