@@ -244,6 +244,13 @@ TEST_F(StlReader, WhatFollowsTheLastTriangleIsNotRead) {
     }
 }
 
+TEST_F(StlReader, WhatFollowsTheLastTriangleOfALaterBlockIsNotRead) {
+    const stl_reading_t reading = load(stl_file(std::vector(9000, flat_triangle()), 4097));
+    ASSERT_TRUE(reading.result);
+    EXPECT_EQ(reading.polygon().vertex_count(), 3U * 4097);
+    EXPECT_EQ(positions_of(reading.polygon()).back(), flat_triangle().c);
+}
+
 TEST_F(StlReader, ATextIsTakenForWhatItsBytesMean) {
     std::string text = "solid model\n";
     for (int i = 0; i < 2; ++i)
