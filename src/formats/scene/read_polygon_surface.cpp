@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 
 #include "formats/scene/block_lines.h"
@@ -64,18 +63,6 @@ struct polygon_block {
     bool read_other(const text_line_t& line, line_log& log) {
         return read_shared_key(line, surface_block_t::polygon, texture, log);
     }
-
-    /// Zeroes the entries that the file has not filled, as new arrays have undefined contents.
-    void zero_unfilled() const {
-        std::ranges::fill(arrays.vertices.span().subspan(points.count), vertex_t{});
-        std::ranges::fill(arrays.elements.span().subspan(elements.count), 0U);
-        for (frame_t& frame : arrays.frames.span().subspan(tangents.count))
-            frame.tangent = {};
-        for (frame_t& frame : arrays.frames.span().subspan(binormals.count))
-            frame.binormal = {};
-        for (frame_t& frame : arrays.frames.span().subspan(normals.count))
-            frame.normal = {};
-    }
 };
 
 /// A mesh has no resolution, but the key is accepted.
@@ -124,12 +111,8 @@ bool fill_arrays(const mapped_arrays& arrays, texture_t& texture, text_line_t& l
                  line_log& messages) {
     polygon_block block(texture, arrays);
     const block_end_t end = read_block_lines(polygon_keys, block, line, input, messages);
-    const bool complete =
-        end == block_end_t::end_line &&
-        all_filled(messages, block.points, block.elements, block.tangents, block.binormals, block.normals);
-    if (!complete)
-        block.zero_unfilled();
-    return complete;
+    return end == block_end_t::end_line &&
+           all_filled(messages, block.points, block.elements, block.tangents, block.binormals, block.normals);
 }
 
 }  // namespace

@@ -93,8 +93,6 @@ void knot_plot_t::reshape(int width, int height, std::uint64_t count, std::uint6
         vertex_array = vertex_array_ref::make();
     vertex_array->allocate();
     array.bind_to(vertex_array, 0);
-    if (index_count == 0)
-        return;
     const index_span indices(elements);
     if (indices)
         write_strips(indices.span(), columns, functions);

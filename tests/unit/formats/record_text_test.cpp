@@ -50,6 +50,8 @@ TEST(RecordText, StoresTheAttributeAndNothingElse) {
     std::vector<float> words = counting(10);
     store_member_text(words, middle, "20,30\n70,80\n");
     EXPECT_EQ(words, (std::vector<float>{0, 1, 20, 30, 4, 5, 6, 70, 80, 9}));
+    store_member_text(words, record_member_t{5, 4, 1}, "40\n90\n");
+    EXPECT_EQ(words, (std::vector<float>{0, 1, 20, 30, 40, 5, 6, 70, 80, 90}));
 }
 
 TEST(RecordText, RoundsToSixDigitsWhenNothingIsEdited) {

@@ -11,6 +11,7 @@
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
 #include "support/gl_context.h"
+#include "support/polygon_builder.h"
 #include "support/scene_text.h"
 
 namespace {
@@ -85,6 +86,24 @@ TEST_F(FitView, DepthOfTheOutermostPointCounts) {
     reset_view(camera, scene.models);
     // The corner (0, 2, -3).
     EXPECT_NEAR(camera.trackball.translation.z, (-2.0 - 3.0) * 1.25 - 1.0, 1e-3);
+}
+
+TEST_F(FitView, TheOutermostPointMayLieToEachSide) {
+    polygon_t& polygon =
+        scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
+    // The point that is near the eye lies further outside the picture than its opposite. The other axis of
+    // the picture is a short one, or of no length, which counts as 1.
+    for (const float across : {0.0F, 0.5F})
+        for (const dir3& side : {dir3{-1, 0, 0}, {1, 0, 0}, {0, -1, 0}, {0, 1, 0}}) {
+            const std::vector<pos3> places{{side.y * across, side.x * across, 0},
+                                           {side.y * -across, side.x * -across, 0},
+                                           {side.x * 4, side.y * 4, 5},
+                                           {side.x * -4, side.y * -4, -2}};
+            build_polygon(polygon, vertices_at(places), {0, 1, 2, 3});
+            reset_view(camera, scene.models);
+            EXPECT_NEAR(camera.trackball.translation.z, (-4.0 - 5.0) * 1.25 - 1.0, 1e-3)
+                << across << ' ' << side.x << ' ' << side.y;
+        }
 }
 
 TEST_F(FitView, AFlatModelInThePlaneOfTheTrialEyeIsSeen) {

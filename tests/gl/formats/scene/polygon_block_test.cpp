@@ -5,7 +5,9 @@
 
 #include "formats/scene/point_fields.h"
 #include "gl/formats/scene/block_reading.h"
+#include "support/failing_mapping.h"
 #include "support/gl_context.h"
+#include "support/poisoned_stores.h"
 #include "support/scene_text.h"
 
 using namespace ulk3d;
@@ -275,7 +277,8 @@ TEST_F(PolygonBlock, AllShortagesAreTold) {
               "11: normal(0) < 3: too few normal.\n");
 }
 
-TEST_F(PolygonBlock, SlotsThatTheFileLeavesUnwrittenAreZero) {
+TEST_F(PolygonBlock, SlotsThatTheFileLeavesUnwrittenAreThoseOfNewArrays) {
+    const poisoned_stores poison;
     const block_reading_t reading = read_polygon(
         "begin polygon_surface,3,4\nposition 1,2,3\nelement 5\ntangent 1,1,1\ntangent 2,2,2\nnormal "
         "3,3,3\nend\n");
@@ -284,7 +287,8 @@ TEST_F(PolygonBlock, SlotsThatTheFileLeavesUnwrittenAreZero) {
     EXPECT_EQ(vertices[0].position, (pos3{1, 2, 3}));
     EXPECT_EQ(vertices[1], vertex_t{});
     EXPECT_EQ(vertices[2], vertex_t{});
-    EXPECT_EQ(elements_of(*reading.entry), (std::vector<std::uint32_t>{5, 0, 0, 0}));
+    EXPECT_EQ(elements_of(*reading.entry),
+              (std::vector<std::uint32_t>{5, restart_mark, restart_mark, restart_mark}));
     const auto all = frames_of(*reading.entry);
     EXPECT_EQ(all[0], (frame_t{{1, 1, 1}, {0, 0, 0}, {3, 3, 3}}));
     EXPECT_EQ(all[1], (frame_t{{2, 2, 2}, {0, 0, 0}, {0, 0, 0}}));
@@ -324,6 +328,20 @@ TEST_F(PolygonBlock, CountsAreTheFieldsBehindTheFirstComma) {
     EXPECT_EQ(read_polygon("begin polygon_surface,2\nend\n").messages,
               "11: vertex(0) < 2: too few vertex.\n11: tangent(0) < 2: too few tangent.\n"
               "11: binormal(0) < 2: too few binormal.\n11: normal(0) < 2: too few normal.\n");
+}
+
+TEST_F(PolygonBlock, AnArrayThatCanNotBeMappedIsAnAllocateError) {
+    // The other mappings are those of the allocation and of the end of the load, which go on without.
+    int failed_readings = 0;
+    bool has_failed = true;
+    for (int n = 1; has_failed; ++n) {
+        const failing_mapping mapping(n);
+        const block_reading_t reading = read_polygon(triangle_block());
+        has_failed = mapping.has_failed();
+        EXPECT_EQ(reading.messages, reading.result ? "" : "10: polygon allocate error.\n") << n;
+        failed_readings += reading.result ? 0 : 1;
+    }
+    EXPECT_EQ(failed_readings, 3) << "of the vertices, the frames and the elements";
 }
 
 TEST_F(PolygonBlock, CountsThatTheFileCanNotReachAreAnAllocateError) {

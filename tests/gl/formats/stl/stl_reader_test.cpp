@@ -18,6 +18,7 @@
 #include "model/math/vectors.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
+#include "support/failing_mapping.h"
 #include "support/failing_stores.h"
 #include "support/gl_context.h"
 #include "support/locale_scope.h"
@@ -244,6 +245,13 @@ TEST_F(StlReader, WhatFollowsTheLastTriangleIsNotRead) {
     }
 }
 
+TEST_F(StlReader, WhatFollowsTheLastTriangleOfALaterBlockIsNotRead) {
+    const stl_reading_t reading = load(stl_file(std::vector(9000, flat_triangle()), 4097));
+    ASSERT_TRUE(reading.result);
+    EXPECT_EQ(reading.polygon().vertex_count(), 3U * 4097);
+    EXPECT_EQ(positions_of(reading.polygon()).back(), flat_triangle().c);
+}
+
 TEST_F(StlReader, ATextIsTakenForWhatItsBytesMean) {
     std::string text = "solid model\n";
     for (int i = 0; i < 2; ++i)
@@ -307,6 +315,18 @@ TEST_F(StlReader, WithoutMemoryTheLoadFailsAndLeavesItsModel) {
     EXPECT_EQ(reading.scene.models.size(), 1U);
     while (glGetError() != GL_NO_ERROR) {
     }
+}
+
+TEST_F(StlReader, WithoutOneOfItsArraysMappedTheLoadFails) {
+    // The other mappings are those of the allocation and of the end of the load, which go on without.
+    int failed_loads = 0;
+    bool has_failed = true;
+    for (int n = 1; has_failed; ++n) {
+        const failing_mapping mapping(n);
+        failed_loads += load(stl_file({flat_triangle()})).result ? 0 : 1;
+        has_failed = mapping.has_failed();
+    }
+    EXPECT_EQ(failed_loads, 3) << "of the vertices, the frames and the elements";
 }
 
 TEST_F(StlReader, AFileLargerThanMemoryIsRefusedBeforeItIsRead) {

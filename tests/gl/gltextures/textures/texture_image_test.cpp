@@ -63,6 +63,8 @@ constexpr std::array<float, 8> two_texels{0.5F, -2, 3, 4, 5, 6, 7.25F, 8};
 TEST_P(GetTextureImage, ReadsFloats) {
     make(GL_RGBA32F, GL_RGBA, GL_FLOAT, two_texels.data());
     image2d image = plain_image(9, 9, {});
+    image.compressed = true;
+    image.pack = &libutils::tight_rows;
     ASSERT_TRUE(read(image));
     EXPECT_EQ(image.width, 2U);
     EXPECT_EQ(image.height, 1U);
@@ -70,6 +72,7 @@ TEST_P(GetTextureImage, ReadsFloats) {
     EXPECT_EQ(image.type, 2U);
     EXPECT_EQ(image.bits, 7U);
     EXPECT_FALSE(image.compressed);
+    EXPECT_EQ(image.pack, nullptr);
     std::array<float, 8> texels{};
     ASSERT_EQ(image.size(), sizeof texels);
     std::memcpy(texels.data(), image.begin(), sizeof texels);

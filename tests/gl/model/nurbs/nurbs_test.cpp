@@ -4,6 +4,7 @@
 
 #include <iostream>
 
+#include "gltextures/textures/texture_stores.h"
 #include "model/math/vectors.h"
 #include "model/scene.h"
 #include "render/gl/mapped_span.h"
@@ -327,6 +328,19 @@ TEST_F(NurbsModel, UpdateFollowsEachNumberThatASurfaceIsMadeOf) {
     EXPECT_EQ(polygon.vertex_count(), 20U);
     load(ulk_test::random_net(5, 3, 4, 2, false));
     expect_update("another net");
+}
+
+TEST_F(NurbsModel, UpdateOpensMapsThatWereNamedSinceTheLastOne) {
+    libgr::clear_texture_stores();
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    set_resolution(4, 4);
+    nurbs.update(glpolygon);
+    entry.texture.texture = "missing.bmp";
+    const captured_stream errors(std::cerr);
+    nurbs.update(glpolygon);
+    EXPECT_NE(errors.text().find("missing.bmp"), std::string::npos);
+    libgr::clear_texture_stores();
 }
 
 /// An update that has nothing to do leaves a mesh that is as good as one that is made anew.

@@ -44,6 +44,20 @@ TEST_F(PolygonSettings, MakeAnEmptyModelAnew) {
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
+TEST_F(PolygonSettings, AreTakenWithAllTheirNames) {
+    build();
+    const polygon_settings_t settings{{"new.ulk", "c.png", "b.png", "s.png"}, 4, 4};
+    const captured_stream errors(std::cerr);  // there are no such pictures
+    set_polygon_settings(entry, settings);
+    EXPECT_EQ(polygon_settings(entry), settings);
+}
+
+TEST_F(PolygonSettings, MakeAModelWithoutElementsAnew) {
+    build_polygon(entry.polygon, vertices_at({{1, 2, 3}}), {});
+    set_polygon_settings(entry, {new_names, 1, 0});
+    EXPECT_EQ(vertices_of(entry.polygon).at(0).position, (pos3{0, 0, 0}));
+}
+
 TEST_F(PolygonSettings, CountsOfZeroMakeAnEmptyModelWithItsName) {
     set_polygon_settings(entry, {new_names, 0, 0});
     EXPECT_EQ(entry.polygon.name, "new.ulk");

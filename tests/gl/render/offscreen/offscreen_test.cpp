@@ -1,4 +1,7 @@
 #include "render/offscreen/offscreen_context.h"
+
+#include <EGL/egl.h>
+
 #include "render/offscreen/offscreen_target.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
@@ -35,7 +38,9 @@ TEST_F(OffscreenContext, ASecondContextCanBeMadeAndDropped) {
         ASSERT_TRUE(second.create()) << second.error();
         EXPECT_EQ(second.error(), "");
         EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+        EXPECT_NE(eglGetCurrentContext(), EGL_NO_CONTEXT);
     }
+    EXPECT_EQ(eglGetCurrentContext(), EGL_NO_CONTEXT);
     ASSERT_TRUE(ulk_test::make_gl_context_current());
     EXPECT_GT(gl_integer(GL_MAJOR_VERSION), 0);
 }
@@ -69,6 +74,13 @@ TEST_F(OffscreenTarget, BindSetsTheViewportToAllOfIt) {
     EXPECT_EQ(viewport[2], 40);
     EXPECT_EQ(viewport[3], 30);
     EXPECT_EQ(gl_integer(GL_DRAW_FRAMEBUFFER_BINDING), static_cast<GLint>(target.framebuffer_id()));
+}
+
+TEST_F(OffscreenTarget, MakingOneLeavesTheBindingAlone) {
+    const offscreen_target_t bound(2, 2);
+    bound.bind();
+    const offscreen_target_t other(3, 3);
+    EXPECT_EQ(gl_integer(GL_DRAW_FRAMEBUFFER_BINDING), static_cast<GLint>(bound.framebuffer_id()));
 }
 
 TEST_F(OffscreenTarget, HasADepthBuffer) {

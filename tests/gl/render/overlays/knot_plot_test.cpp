@@ -136,8 +136,10 @@ TEST_F(KnotPlot, DrawsNothingOverAnotherCurveOrInTheLowerHalf) {
 }
 
 TEST_F(KnotPlot, OfAnEmptyTableIsBlank) {
+    const ulk_test::captured_stream errors(std::cerr);
     plot.reshape(size, size, 0, 0, {});
     plot.draw();
+    EXPECT_EQ(errors.text(), "");
     const libutils::rgba_picture_t picture = target.read_pixels();
     EXPECT_TRUE(std::ranges::all_of(picture.pixels, [](const auto& pixel) { return pixel[0] == 46; }));
 }

@@ -13,4 +13,11 @@ TEST(GlRequirement, WithoutGl33TheProcessEndsWithAWord) {
                 "OpenGL 3\\.3 or later required\\.\n$");
 }
 
+TEST(GlRequirement, WithoutAContextTheProcessEndsWithAWord) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(ulk3d::require_gl_context(false), testing::ExitedWithCode(1),
+                "^OpenGL is not available: the GL context could not be made\\.\n$");
+    ulk3d::require_gl_context(true);
+}
+
 }  // namespace

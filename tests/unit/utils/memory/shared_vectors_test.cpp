@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 
 #include <cstring>
 #include <filesystem>
@@ -407,6 +408,19 @@ TEST(AllocMmapWin, LastHolderReleasesTheMapping) {
     ASSERT_EQ(mincore(view, 1, &resident), 0);
     vector.deallocate();
     EXPECT_NE(mincore(view, 1, &resident), 0);
+}
+
+TEST(AllocMmapWin, HasTheMemoryThatTheSystemWouldGive) {
+    constexpr std::uint64_t gigabyte = std::uint64_t{1} << 30;
+    EXPECT_TRUE(alloc_mmap_win::has_memory(0));
+    EXPECT_TRUE(alloc_mmap_win::has_memory(1));
+    rlimit former{};
+    ASSERT_EQ(getrlimit(RLIMIT_DATA, &former), 0);
+    const rlimit little{gigabyte / 4, former.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_DATA, &little), 0);
+    const bool has_memory = alloc_mmap_win::has_memory(gigabyte);
+    EXPECT_EQ(setrlimit(RLIMIT_DATA, &former), 0);
+    EXPECT_FALSE(has_memory);
 }
 
 TEST(AllocMmapWinDeathTest, MissingFileEndsTheProcess) {

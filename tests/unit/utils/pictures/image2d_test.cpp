@@ -366,12 +366,14 @@ TEST(Subimage, WithItsCornerOutsideIsRefused) {
 
 TEST(Subimage, WithSkipsThatDoNotFitIsRefused) {
     image2d image = counting_image(8, 8);
-    image.skip_x = most;
     image2d view;
-    EXPECT_FALSE(view.subimage(image, 1, 0, 1, 1));
+    image.skip_x = most - 1;
+    EXPECT_TRUE(view.subimage(image, 1, 0, 1, 1));
+    EXPECT_FALSE(view.subimage(image, 2, 0, 1, 1));
     image.skip_x = 0;
-    image.skip_y = most;
-    EXPECT_FALSE(view.subimage(image, 0, 1, 1, 1));
+    image.skip_y = most - 1;
+    EXPECT_TRUE(view.subimage(image, 0, 1, 1, 1));
+    EXPECT_FALSE(view.subimage(image, 0, 2, 1, 1));
 }
 
 TEST(Subimage, OfACompressedImageIsRefused) {
