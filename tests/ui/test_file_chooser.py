@@ -24,7 +24,7 @@ class Filters(UiTestCase):
         self.wait_listed(program, title, ["b.stl"])
         program.choose_filter(title, SCENES)
         self.wait_listed(program, title, ["a.ulk"])
-        program.keys("Escape")
+        program.cancel_chooser(title)
         program.wait_gone(title)
 
     def wait_listed(self, program, title, names):

@@ -113,7 +113,7 @@ class Open(UiTestCase):
         program.wait_window(do.OPEN_TITLE)
         self.assertEqual([name for name in program.dialog_buttons(do.OPEN_TITLE) if name in ("Open", "Cancel")],
                          ["Open", "Cancel"])
-        program.keys("Escape")
+        program.cancel_chooser(do.OPEN_TITLE)
         program.wait_gone(do.OPEN_TITLE)
         self.assertEqual(do.model_labels(program), [])
         self.assertEqual(program.main_window.title, PROGRAM_NAME)

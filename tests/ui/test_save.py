@@ -79,7 +79,7 @@ class Save(UiTestCase):
         # Users know the accepting button of this chooser as Open.
         self.assertEqual([name for name in program.dialog_buttons(do.SAVE_TITLE) if name in ("Open", "Save", "Cancel")],
                          ["Open", "Cancel"])
-        program.keys("Escape")
+        program.cancel_chooser(do.SAVE_TITLE)
         program.wait_gone(do.SAVE_TITLE)
         self.assertEqual(program.main_window.title, f"cube.ulk - {PROGRAM_NAME}")
 

@@ -198,17 +198,28 @@ class Program:
 
     def accept_chooser(self, title):
         """Presses Return in a chooser. While it reads a folder its button is insensitive and Return does nothing."""
-        chooser = self.wait_window(title)
         button = self.dialog(title).find("push button", "Open")
-        for _ in range(5):
+
+        def press():
             wait_for(lambda: button.is_sensitive, f"the button of the chooser {title!r} stays insensitive")
             self.keys("Return")
+
+        self._leave_chooser(title, press)
+
+    def cancel_chooser(self, title):
+        """Presses Escape in a chooser, which takes none while it fills its list."""
+        self._leave_chooser(title, lambda: self.keys("Escape"))
+
+    def _leave_chooser(self, title, press):
+        chooser = self.wait_window(title)
+        for _ in range(5):
+            press()
             try:
                 wait_for(lambda: not chooser.is_active, "", seconds=4)
                 return
             except AssertionError:
                 pass
-        raise AssertionError(f"The chooser {title!r} takes no Return.")
+        raise AssertionError(f"The chooser {title!r} stays.")
 
     def chooser_filters(self, title):
         """The names of the kinds of files that a chooser offers; the first is in force when it opens."""

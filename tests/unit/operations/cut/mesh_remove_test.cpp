@@ -20,7 +20,7 @@ using triangle_list_t = std::vector<std::array<std::uint32_t, 3>>;
 triangle_list_t triangles_of(const strip_mesh_t& mesh, std::uint32_t without = 0) {
     triangle_list_t triangles;
     walk_strips(mesh.elements, mesh.vertices.size(), [&](const strip_triangle_t& t) {
-        if ((without >> t.id & 1) != 0)
+        if (t.id < 32 && (without >> t.id & 1) != 0)
             return;
         std::array corners{t.a, t.b, t.c};
         std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
