@@ -6,10 +6,11 @@
 namespace ulk3d {
 
 /// A triangle of a strip. `position` is the index in the element list of its first element (whose vertex is
-/// `a`, or `b` when flipped); `id` is the running number of the triangle over all strips.
+/// `a`, or `b` when flipped); `number` counts the triangles of its strip, `id` those of all strips, from 0.
 struct strip_triangle_t {
     std::uint32_t a, b, c;
     std::uint32_t position;
+    std::uint32_t number;
     bool flipped;
     std::uint64_t id;
 };
@@ -35,7 +36,8 @@ void walk_strips(std::span<const std::uint32_t> elements, std::uint64_t vertex_c
         const std::uint32_t first = elements[i - 2];
         const std::uint32_t second = elements[i - 1];
         visit(strip_triangle_t{flipped ? second : first, flipped ? first : second, elements[i],
-                               static_cast<std::uint32_t>(i - 2), flipped, id++});
+                               static_cast<std::uint32_t>(i - 2), static_cast<std::uint32_t>(accepted - 3),
+                               flipped, id++});
     }
 }
 
