@@ -184,6 +184,17 @@ TEST_F(NurbsSettings, EverySampleBetweenTheEdgesOfANewSurfaceIsToldOnce) {
     EXPECT_TRUE(told.starts_with("nurbs_surface(): is not reached point reached. u=0.125, v=0.25\n")) << told;
 }
 
+TEST_F(NurbsSettings, AllMapsAreTriedWithANewResolutionToo) {
+    build(4, 3);
+    nurbs_settings_t settings = nurbs_settings(entry);
+    settings.resolution1 = 17;
+    settings.names = {"renamed.ulk", "colour.png", "bump.png", "specular.png"};
+    set_nurbs_settings(entry, settings, glpolygon);
+    const std::string told = messages.text();
+    for (const char* name : {"colour.png", "bump.png", "specular.png"})
+        EXPECT_NE(told.find(name), std::string::npos) << name;
+}
+
 /// What can not be made is told; the names are the new ones all the same, and maps that are missing are told
 /// too.
 TEST_F(NurbsSettings, AMeshThatCanNotBeMadeLeavesNothingElseOut) {
