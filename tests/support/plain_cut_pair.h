@@ -140,23 +140,15 @@ inline plain_cut_t plain_cut_two(int edge, float t, const pos3& p, float t_behin
 }
 
 /// Two codes of 0.
-inline plain_cut_t plain_reverse(const plain_corners_t& cutter, const plain_corners_t& victim,
-                                 const plain_codes_t& r) {
+inline plain_cut_t plain_reverse(const plain_corners_t& cutter, const plain_corners_t& victim) {
     ulk3d::cut_triangle_t plane(victim[0], victim[1], victim[2]);
     if (plane.normal == ulk3d::dir3{})
         return {};
     const plain_codes_t k(cutter, plane);
     if (k.count(-1) > 0 || k.count(3) == 3 || k.count(0) == 3)
         return {};
-    if (k.count(2) + k.count(3) + k.count(4) == 2 && (k.count(3) > 0 || k.count(2) == 2)) {
-        for (int e = 0; e < 3; ++e) {
-            const auto a = static_cast<std::size_t>(e), b = static_cast<std::size_t>((e + 1) % 3);
-            if (r.code[a] != 0 && r.code[b] != 0)
-                return plain_cut_two(e, r.crossing[a].t, r.crossing[a].point, r.crossing[b].t,
-                                     r.crossing[b].point, victim);
-        }
+    if (k.count(2) + k.count(3) + k.count(4) == 2 && (k.count(3) > 0 || k.count(2) == 2))
         return {};
-    }
     const ulk3d::triangle_t full(cutter[0], cutter[1], cutter[2]);
     std::array<bool, 3> hit{};
     std::array<float, 3> t{};
@@ -186,7 +178,7 @@ inline plain_cut_t plain_cut_pair(const plain_corners_t& cutter, const plain_cor
     if (r.count(-1) > 0 || r.count(0) == 3)
         return {};
     if (r.count(0) == 2)
-        return plain_reverse(cutter, victim, r);
+        return plain_reverse(cutter, victim);
     for (int e = 0; e < 3; ++e) {
         const auto a = static_cast<std::size_t>(e), b = static_cast<std::size_t>((e + 1) % 3);
         const auto c = static_cast<std::size_t>((e + 2) % 3);

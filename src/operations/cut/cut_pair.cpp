@@ -74,18 +74,8 @@ pair_cut_t cut_two_edges(std::uint32_t edge, const crossings_t& crossings, const
     return {2, apex, behind.t, before.t, behind.point, before.point};
 }
 
-/// Two edges of the reverse question that have a code, starting from the first; none when there are no two.
-pair_cut_t cut_edges_with_codes(const codes_t& codes, const crossings_t& crossings, const corners_t& victim) {
-    for (std::uint32_t edge = 0; edge < 3; ++edge)
-        if (codes[edge] != 0 && codes[next(edge)] != 0)
-            return cut_two_edges(edge, crossings, victim);
-    return {};
-}
-
 /// Whether two outline edges of the cutter's triangle pass through the victim's. A common segment that ends
-/// on both outlines, two codes 2, must be cut like one that ends inside: otherwise a face of a coarse mesh
-/// stays whole where the cutter crosses it from edge to edge, and is kept or removed as a whole by its
-/// centroid.
+/// on both outlines, two codes 2, counts like one that ends inside.
 bool passes_through(const codes_t& k) {
     const auto met =
         std::ranges::count_if(k, [](int c) { return edge_on_outline <= c && c <= edge_outside; });
@@ -101,21 +91,24 @@ void print_single_crosspoint(std::uint64_t j, std::uint64_t i, const codes_t& r,
               << "k1: " << k[0] << ", k2: " << k[1] << ", k3: " << k[2] << '\n';
 }
 
-/// Where the victim's edges pass through the cutter's triangle itself.
+/// Where two of the victim's edges pass through the cutter's triangle itself; not at all when only one does.
 pair_cut_t cut_at_hits(const triangle_t& triangle, const corners_t& victim) {
-    codes_t hits{};
+    std::array<bool, 3> hits{};
     crossings_t crossings;
     for (std::uint32_t k = 0; k < 3; ++k) {
         crossing_t& c = crossings[k];
-        hits[k] = triangle_crossing(triangle, c.t, c.point, victim[k], victim[next(k)]) ? 1 : 0;
+        hits[k] = triangle_crossing(triangle, c.t, c.point, victim[k], victim[next(k)]);
     }
-    return cut_edges_with_codes(hits, crossings, victim);
+    for (std::uint32_t edge = 0; edge < 3; ++edge)
+        if (hits[edge] && hits[next(edge)])
+            return cut_two_edges(edge, crossings, victim);
+    return {};
 }
 
-/// The reverse question, for pairs that the victim's edges do not decide: how the edges of the cutter's
-/// triangle lie relative to the victim's.
-pair_cut_t cut_reversed(cutter_triangle_t& cutter, const corners_t& victim, const codes_t& r,
-                        const crossings_t& crossings, std::uint64_t j, std::uint64_t i) {
+/// The reverse question, for pairs in which two of the victim's edges have no crossing: how the edges of the
+/// cutter's triangle lie relative to the victim's.
+pair_cut_t cut_reversed(cutter_triangle_t& cutter, const corners_t& victim, const codes_t& r, std::uint64_t j,
+                        std::uint64_t i) {
     cut_triangle_t triangle(victim[0], victim[1], victim[2]);
     if (!triangle.has_area())
         return {};
@@ -128,10 +121,9 @@ pair_cut_t cut_reversed(cutter_triangle_t& cutter, const corners_t& victim, cons
         return {};
     }
     if (passes_through(k)) {
-        const bool has_two = std::ranges::count(r, edge_apart) < 2;
-        if (!has_two)
-            print_single_crosspoint(j, i, r, k);
-        return has_two ? cut_edges_with_codes(r, crossings, victim) : pair_cut_t{};
+        // A cut takes two crossings.
+        print_single_crosspoint(j, i, r, k);
+        return {};
     }
     if (all_are(k, edge_apart))
         return {};
@@ -201,7 +193,7 @@ pair_cut_t cut_pair(cutter_triangle_t& cutter, const corners_t& victim, std::uin
             return meets ? cut_two_edges(edge, crossings, victim) : pair_cut_t{};
         }
         default:
-            return cut_reversed(cutter, victim, codes, crossings, j, i);
+            return cut_reversed(cutter, victim, codes, j, i);
     }
 }
 
