@@ -6,15 +6,12 @@
 #include "formats/scene/scene_text.h"
 #include "formats/stl/stl_reader.h"
 #include "formats/stl/stl_writer.h"
+#include "utils/memory/memory_budget.h"
 #include "utils/text/strings.h"
 
 namespace ulk3d {
 
 namespace {
-
-bool is_stl_path(const char* path) {
-    return libutils::has_extension(path, ".stl") == 0;
-}
 
 /// Appends a new model to a list.
 model_entry_t& append_model(model_list_t& models, model_kind_t kind) {
@@ -39,15 +36,15 @@ class top_level_reader {
         std::size_t blocks = 0;
         while (!input.failed()) {
             line = input.next();
-            switch (read_line()) {
-                case outcome_t::block:
-                    ++blocks;
-                    break;
-                case outcome_t::failure:
-                    return 0;
-                case outcome_t::no_block:
-                    break;
+            const outcome_t outcome = read_line();
+            if (input.met_overlong_line()) {
+                line_log(log, line_counter).message(": the line does not fit into memory.");
+                return 0;
             }
+            if (outcome == outcome_t::failure)
+                return 0;
+            if (outcome == outcome_t::block)
+                ++blocks;
             ++line_counter;
         }
         return blocks;
@@ -100,7 +97,12 @@ void write_model(model_entry_t& entry, const char* path, text_output& output) {
 
 }  // namespace
 
+bool is_stl_path(const char* path) {
+    return libutils::has_extension(path, ".stl") == 0;
+}
+
 bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    const libutils::load_budget_t budget;
     if (is_stl_path(path))
         return load_stl(path, scene);
     text_lines input = text_lines::open(path);
@@ -112,6 +114,7 @@ bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::o
 }
 
 std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    const libutils::load_budget_t budget;
     put_line(log, "load filename: ", path);
     text_lines input = text_lines::open(path);
     if (!input.is_open())

@@ -65,8 +65,12 @@ bool is_beyond(std::uint64_t polyid, std::size_t size) {
 void polygon_t::afterload(const char* new_name) {
     if (new_name != nullptr)
         name = new_name;
-    if (element_count() < 3)
+    if (element_count() < 3) {
+        polyidvector.clear();
+        if (selectelems.element_count() > 0)
+            std::ranges::fill(index_span(selectelems).span(), restart_mark);
         return;
+    }
     polyidvector.assign(element_count() - 2, polygon_place_t{});
 
     const array_span<const vertex_t> corners(vertices);
