@@ -39,7 +39,6 @@ class mesh_changer_t {
             &mesh_changer_t::change_fold_axis, &mesh_changer_t::change_selected,
         };
         (this->*random.of(changes))();
-        hold_to_limits();
     }
 
   private:
@@ -213,23 +212,6 @@ class mesh_changer_t {
         const auto id = static_cast<std::uint32_t>(random.below(polygon_id_limit) / (1 + random.below(6)));
         if (scene.selected.erase(id) == 0)
             scene.selected.insert(id);
-        while (scene.selected.size() > most_selected)
-            scene.selected.erase(scene.selected.begin());
-    }
-
-    void hold_to_limits() {
-        hold(scene.victim, most_victim_points, most_victim_elements);
-        hold(scene.cutter, most_cutter_points, most_cutter_elements);
-    }
-
-    static void hold(plain_mesh_t& mesh, std::size_t most_points, std::size_t most_elements) {
-        if (mesh.points.size() > most_points)
-            mesh.points.resize(most_points);
-        if (mesh.elements.size() > most_elements)
-            mesh.elements.resize(most_elements);
-        for (std::uint32_t& element : mesh.elements)
-            if (element >= mesh.points.size())
-                element = restart_mark;
     }
 
     mesh_scene_t& scene;
