@@ -18,6 +18,13 @@ void set_viewport(const viewport_t& area) {
     glViewport(area.x, area.y, area.width, area.height);
 }
 
+/// Gives all pixels an alpha, and leaves their colours.
+void fill_alpha(float alpha) {
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    glClearBufferfv(GL_COLOR, 0, std::array{0.0F, 0.0F, 0.0F, alpha}.data());
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+}
+
 }  // namespace
 
 void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor) {
@@ -28,6 +35,8 @@ void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor
     glBindTexture(GL_TEXTURE_2D, 0);
     glViewport(0, 0, areas.width, areas.height);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (!opaque)
+        fill_alpha(0.0F);
 
     if (grid_on)
         draw_grids();
@@ -44,6 +53,9 @@ void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor
             draw_fold_line(ends->first, ends->second);
     if (crosshair_on)
         draw_crosshair(cursor);
+    // The toolkit would blend the theme of the desktop through whatever is transparent.
+    if (opaque)
+        fill_alpha(1.0F);
     grCheckError("ulkedit_t::display(end)");
 }
 

@@ -77,6 +77,7 @@ class scene_view_t {
     glpolygon_t glpolygon;          ///< a model's `update` runs its frame pass with it
     bool control_points_on = true;  ///< points in the perspective view, and the fold line
     bool crosshair_on = false;      ///< bands across the perspective view at the cursor; no command sets it
+    bool opaque = true;             ///< whether a frame ends with alpha 1, or where nothing is drawn with 0
     double grid_step = 0.0;         ///< step to which `way_between` rounds both places; 0 for no rounding
 
   private:
