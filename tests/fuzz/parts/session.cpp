@@ -71,7 +71,7 @@ const session_t::step_t& session_t::step_of(std::uint8_t letter) {
     const auto found = std::ranges::find(table, static_cast<char>(letter), &step_t::letter);
     if (found != table.end())
         return *found;
-    // A frame takes as long as all other steps of a session together: only its letter draws one.
+    // A frame takes longer than all other steps of most sessions together: only its letter draws one.
     return table[letter % (table.size() - 1)];
 }
 

@@ -23,8 +23,8 @@ namespace ulk_test {
 /// for one of the letters. Scenes stay small: what would make them large does nothing.
 class session_t {
   public:
-    /// Clears the editor, so that the session does not depend on what was done with it before: drawing with a
-    /// new one would take a hundred times as long as most steps. A GL context must be current from here on.
+    /// Clears the editor, so that the session does not depend on what was done with it before. A new editor
+    /// for each session would have its programs compiled again. A GL context must be current from here on.
     explicit session_t(ulk3d::ulkedit_t& cleared_editor);
 
     /// Runs the steps up to the first broken invariant: a sentence that tells the number of the step, its
