@@ -7,6 +7,7 @@
 #include "app/editor/edited_scene.h"
 #include "app/editor/scene_view.h"
 #include "gltextures/gr_check_error.h"
+#include "render/gl/line_width.h"
 
 namespace ulk3d {
 
@@ -38,6 +39,7 @@ void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor
     if (!opaque)
         fill_alpha(0.0F);
 
+    set_line_width(pixel_scale);
     if (grid_on)
         draw_grids();
     for (const auto& entry : scene.models()) {
@@ -111,7 +113,6 @@ void scene_view_t::draw_points(model_entry_t& entry) {
 void scene_view_t::draw_fold_line(const pos3& from, const pos3& to) {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glLineWidth(1.0F);
     glEnable(GL_LINE_SMOOTH);
     grCheckError("ulkedit_t::display(13)");
     line_overlay.line(from, to, cameras.perspective.matrix, cameras.view.matrix);
@@ -121,7 +122,7 @@ void scene_view_t::draw_fold_line(const pos3& from, const pos3& to) {
 }
 
 void scene_view_t::draw_crosshair(const view_cursor_t& cursor) {
-    constexpr float half_band = 2.5F;
+    const float half_band = 2.5F * pixel_scale;
     const half_view_t half = half_view(areas);
     const auto x = static_cast<float>(cursor.x), y = static_cast<float>(cursor.y);
     const float top = (y + half_band - half.height) / half.height;

@@ -78,6 +78,7 @@ bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
 
 void ViewArea::on_resize(int width, int height) {
     make_current();
+    ulkedit.set_pixel_scale(get_scale_factor());
     ulkedit.reshape(width, height);
 }
 
