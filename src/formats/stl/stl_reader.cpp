@@ -130,8 +130,7 @@ bool load_stl(const char* path, scene_t& scene) {
     if (!allocate(entry.polygon, triangle_count) || !fill(entry.polygon, file, triangle_count))
         return false;
     entry.texture.open(path);
-    entry.polygon.afterload(path);
-    return true;
+    return entry.polygon.afterload(path);
 }
 
 }  // namespace ulk3d
