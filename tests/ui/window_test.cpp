@@ -4,9 +4,14 @@
 #include <glibmm/main.h>
 #include <gtest/gtest.h>
 #include <gtkmm/main.h>
+#include <gtkmm/messagedialog.h>
 #include <gtkmm/progressbar.h>
 
+#include <cerrno>
+#include <iostream>
+
 #include "app/window/ViewWindow.h"
+#include "utils/memory/alloc_mmap_win.h"
 
 namespace {
 
@@ -38,6 +43,31 @@ TEST(CutProgress, AFractionAboveOneIsAFullBar) {
     });
     Gtk::Main::run();
     EXPECT_EQ(bar->get_fraction(), 1.0);
+}
+
+/// Prints and closes the box with a title.
+bool answer_box(const char* title) {
+    for (Gtk::Window* const window : Gtk::Window::list_toplevels()) {
+        auto* const box = dynamic_cast<Gtk::MessageDialog*>(window);
+        if (box == nullptr || box->get_title() != title)
+            continue;
+        std::cerr << title << ": " << box->property_text().get_value() << std::endl;
+        box->response(Gtk::RESPONSE_OK);
+        return false;
+    }
+    return true;
+}
+
+TEST(LastMessageDeathTest, IsShownInABoxBeforeTheEnd) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto end = [] {
+        const ulk3d::ViewWindow window("ulkedit");
+        Glib::signal_timeout().connect([] { return answer_box("Error"); }, 50);
+        std::uint64_t size = 0;
+        libutils::alloc_mmap_win().allocate(size, "/nonexistent/file", 0, 0);
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(ENOENT),
+                "\nError: alloc_mmap_win::allocate\\(\\) failed with error 2: No such file or directory\n$");
 }
 
 }  // namespace

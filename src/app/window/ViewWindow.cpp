@@ -8,9 +8,20 @@
 
 #include "app/editor/program_path.h"
 #include "dialogs/controls/system_text.h"
+#include "utils/memory/alloc_mmap_win.h"
 #include "utils/text/paths.h"
 
 namespace ulk3d {
+
+namespace {
+
+void show_last_message(const char* message) {
+    Gtk::MessageDialog dialog(widget_text(message), false, Gtk::MESSAGE_ERROR, Gtk::BUTTONS_OK, true);
+    dialog.set_title("Error");
+    dialog.run();
+}
+
+}  // namespace
 
 ViewWindow::ViewWindow(const char* argv0)
     : Gtk::Window(Gtk::WINDOW_TOPLEVEL), title_base(program_title(argv0)), menubar(*this), viewarea(argv0) {
@@ -23,6 +34,7 @@ ViewWindow::ViewWindow(const char* argv0)
     vbox.pack_start(viewarea, Gtk::PACK_EXPAND_WIDGET);
     add(vbox);
     show_all_children(true);
+    libutils::show_before_the_end(show_last_message);
 }
 
 void ViewWindow::on_quit() {

@@ -1,8 +1,11 @@
 #include "formats/stl/stl_writer.h"
 
-#include <algorithm>
+#include <array>
 #include <cstring>
+#include <optional>
+#include <span>
 #include <string_view>
+#include <vector>
 
 #include "formats/scene/text_output.h"
 #include "formats/stl/stl_layout.h"
@@ -48,17 +51,34 @@ void write_header(const char* path, byte_output& output) {
     std::memcpy(header, path, strnlen(path, stl::header_size));
 }
 
-/// Writes a whole file. `write_all` writes the triangles and returns their number, which is then stored in
-/// the place reserved for it.
-template <typename WriteAll>
-bool save_binary(const char* path, WriteAll&& write_all) {
+/// The number of triangles in the strips of a mesh; nothing when they can not be mapped.
+std::optional<stl::count_t> count_triangles(const polygon_t& polygon) {
+    if (polygon.element_count() == 0)
+        return 0;
+    const const_index_span elements(*polygon.elementarray());
+    if (elements.size() != polygon.element_count())
+        return std::nullopt;
+    stl::count_t count = 0;
+    walk_strips(elements.span(), polygon.vertex_count(), [&](const strip_triangle_t&) { ++count; });
+    return count;
+}
+
+/// Writes a whole file. The triangles are counted first, so that the file has its count at every moment.
+bool save_binary(const char* path, std::span<const polygon_t* const> polygons) {
     byte_output output(path, libutils::fifo_t::needs_reader);
     if (!output.is_open())
         return false;
+    stl::count_t total = 0;
+    for (const polygon_t* const polygon : polygons) {
+        const auto count = count_triangles(*polygon);
+        if (!count)
+            output.fail();
+        total += count.value_or(0);
+    }
     write_header(path, output);
-    std::memset(output.append(sizeof(stl::count_t)), 0, sizeof(stl::count_t));
-    const stl::count_t count = write_all(output);
-    output.overwrite(stl::header_size, &count, sizeof count);
+    std::memcpy(output.append(sizeof total), &total, sizeof total);
+    for (const polygon_t* const polygon : polygons)
+        write_stl_triangles(output, *polygon);
     return output.complete();
 }
 
@@ -99,16 +119,14 @@ std::uint32_t write_stl_triangles(byte_output& output, const polygon_t& polygon)
 }
 
 bool save_stl_model(const char* path, const model_entry_t& entry) {
-    return save_binary(path, [&](byte_output& output) { return write_stl_triangles(output, entry.polygon); });
+    return save_binary(path, std::array{&entry.polygon});
 }
 
 bool save_stl_models(const char* path, const model_list_t& models) {
-    return save_binary(path, [&](byte_output& output) {
-        stl::count_t count = 0;
-        for (const auto& entry : models)
-            count += write_stl_triangles(output, entry->polygon);
-        return count;
-    });
+    std::vector<const polygon_t*> polygons;
+    for (const auto& entry : models)
+        polygons.push_back(&entry->polygon);
+    return save_binary(path, polygons);
 }
 
 bool save_stl_ascii(const char* path, const model_list_t& models) {

@@ -23,7 +23,7 @@ bool read_bytes(const std::string& path, std::size_t size, shader_text_t& text) 
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
     if (!file)
         return false;
-    return text.allocate(size) && (size == 0 || std::fread(text.begin(), 1, size, file.get()) == size);
+    return text.try_allocate(size) && (size == 0 || std::fread(text.begin(), 1, size, file.get()) == size);
 }
 
 }  // namespace

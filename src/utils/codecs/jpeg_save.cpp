@@ -1,3 +1,6 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "utils/codecs/jpeg_file.h"
 #include "utils/codecs/jpeg_library.h"
 #include "utils/files/output_file.h"
@@ -103,6 +106,13 @@ bool encode(compressor_t& compressor, const image2d& image, const jpeg_layout_t&
     return true;
 }
 
+/// A file with several names lives on under the others, for who has it mapped.
+void leave_to_other_names(const char* path) {
+    struct stat status {};
+    if (::lstat(path, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1)
+        ::unlink(path);
+}
+
 }  // namespace
 
 bool compress(jpeg_t& jpeg, const image2d& image, int quality, bool force_baseline) {
@@ -121,8 +131,7 @@ bool save(const jpeg_t& jpeg, const char* path) {
     const auto bytes = jpeg.elements();
     if (bytes.empty())
         return false;
-    // A file that an image is mapped from lives on for the image when its name is gone.
-    remove_file(path);
+    leave_to_other_names(path);
     output_file file(path, fifo_t::refuse);
     file.write(bytes.data(), bytes.size());
     return file.complete();

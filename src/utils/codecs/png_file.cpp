@@ -53,7 +53,7 @@ bool write_png(const char* path, const rgba_picture_t& picture) {
         png_image_write_to_stdio(&image, file.stream(), 0, picture.pixels.data(), 0, nullptr) != 0;
     if (written && file.complete())
         return true;
-    remove_file(path);
+    file.discard();
     return false;
 }
 

@@ -8,8 +8,8 @@ namespace libutils {
 /// or a side is longer than 16384 pixels.
 [[nodiscard]] bool read_png(const char* path, rgba_picture_t& picture);
 
-/// Writes the picture as an RGBA PNG file. False when it is empty or not all of it reached the file; nothing
-/// is left at `path` then.
+/// Writes the picture as an RGBA PNG file. False when it is empty or not all of it reached the file; a
+/// file that was at `path` is there again then, and nothing when there was none.
 [[nodiscard]] bool write_png(const char* path, const rgba_picture_t& picture);
 
 }  // namespace libutils

@@ -13,11 +13,6 @@ void byte_output::write(const void* data, std::size_t size) {
     }
 }
 
-void byte_output::overwrite(std::uint64_t offset, const void* data, std::size_t size) {
-    flush();
-    file.overwrite(offset, data, size);
-}
-
 bool byte_output::complete() {
     flush();
     return file.complete();

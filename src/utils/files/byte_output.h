@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 
 #include "utils/files/output_file.h"
@@ -33,10 +32,6 @@ class byte_output {
 
     /// Writes any number of bytes.
     void write(const void* data, std::size_t size);
-
-    /// Overwrites `size` bytes at `offset` of the file, which must have been written before. Fails for a file
-    /// without random access.
-    void overwrite(std::uint64_t offset, const void* data, std::size_t size);
 
     /// Writes out the buffer and closes. True when all bytes have reached the file; false also after any
     /// earlier failure.

@@ -58,6 +58,11 @@ class ofsvector : public refvector2<T, A> {
         show_all();
         return done;
     }
+    bool try_allocate(std::uint64_t count, const char* filename = nullptr, int mode = 1) {
+        const bool done = base::try_allocate(count, filename, mode);
+        show_all();
+        return done;
+    }
     /// As in the base, but removes the limit; the window begins where it did.
     bool reallocate(std::uint64_t count, std::uint64_t file_offset = 0) override {
         limit = no_limit;

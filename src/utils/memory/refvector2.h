@@ -74,23 +74,17 @@ class refvector2 {
     /// when the policy gives no block.
     virtual bool allocate(std::uint64_t count, const char* filename = nullptr, int mode = 1,
                           std::uint64_t file_offset = 0, bool keep = false) {
-        if (!keep)
-            drop();
-        if (!byte_size_fits(count))
-            return false;
-        auto fresh = std::make_unique<control_block<A>>();
-        fresh->size = count * sizeof(T);
-        fresh->data =
-            static_cast<std::byte*>(fresh->alloc.allocate(fresh->size, filename, mode, file_offset));
-        if (fresh->data == nullptr)
-            return false;
-        fresh->refcount = 1;
-        // Pages that are for reading alone can not take what is to be kept.
-        if (block != nullptr && block->data != nullptr && fresh->alloc.writable())
-            std::memcpy(fresh->data, block->data, std::min(fresh->size, block->size));
-        drop();
-        block = fresh.release();
-        return true;
+        return take_block(count, keep, [&](A& alloc, std::uint64_t& byte_count) {
+            return alloc.allocate(byte_count, filename, mode, file_offset);
+        });
+    }
+
+    /// As `allocate`, from the start of a file and without `keep`, for a policy that can end the process:
+    /// here it gives no block instead.
+    bool try_allocate(std::uint64_t count, const char* filename = nullptr, int mode = 1) {
+        return take_block(count, false, [&](A& alloc, std::uint64_t& byte_count) {
+            return alloc.try_allocate(byte_count, filename, mode, 0);
+        });
     }
 
     /// Changes the size of the block, for all its holders; without a block, an anonymous one for reading and
@@ -132,6 +126,26 @@ class refvector2 {
 
     static bool byte_size_fits(std::uint64_t count) {
         return count <= std::numeric_limits<std::uint64_t>::max() / sizeof(T);
+    }
+
+    template <class MakeBlock>
+    bool take_block(std::uint64_t count, bool keep, MakeBlock&& make_block) {
+        if (!keep)
+            drop();
+        if (!byte_size_fits(count))
+            return false;
+        auto fresh = std::make_unique<control_block<A>>();
+        fresh->size = count * sizeof(T);
+        fresh->data = static_cast<std::byte*>(make_block(fresh->alloc, fresh->size));
+        if (fresh->data == nullptr)
+            return false;
+        fresh->refcount = 1;
+        // Pages that are for reading alone can not take what is to be kept.
+        if (block != nullptr && block->data != nullptr && fresh->alloc.writable())
+            std::memcpy(fresh->data, block->data, std::min(fresh->size, block->size));
+        drop();
+        block = fresh.release();
+        return true;
     }
 
     void hold() {

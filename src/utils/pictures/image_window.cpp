@@ -7,7 +7,7 @@ bool fit_window(image_window_t& window, std::uint64_t bytes) {
     if (own && window.reallocate(bytes))
         return true;
     window.deallocate();
-    return alloc_mmap_win::has_memory(bytes) && window.allocate(bytes);
+    return window.try_allocate(bytes);
 }
 
 }  // namespace libutils

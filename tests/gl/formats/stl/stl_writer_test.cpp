@@ -1,6 +1,9 @@
 #include "formats/stl/stl_writer.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -230,7 +233,8 @@ TEST_F(StlWriter, ManyTrianglesPassThroughTheBuffer) {
     build_polygon(entry.polygon, vertices_at(corners), strip);
     const counted_mappings mappings;
     const auto triangles = stl_triangles(save(entry));
-    EXPECT_EQ(mappings.count(), 2);
+    // The elements once for the count, and both arrays for the triangles.
+    EXPECT_EQ(mappings.count(), 3);
     ASSERT_EQ(triangles.size(), 20'000U);
     for (std::size_t i = 0; i < triangles.size(); ++i) {
         const std::size_t first = i + i % 2, second = i + 1 - i % 2;
@@ -253,6 +257,39 @@ TEST_F(StlWriter, WriteTrianglesTellsTheirNumber) {
 TEST_F(StlWriter, TriangleNormalIsNotNormalised) {
     EXPECT_EQ(triangle_normal({0, 0, 0}, {2, 0, 0}, {0, 3, 0}), (dir3{0, 0, 6}));
     EXPECT_EQ(triangle_normal({0, 3, 0}, {2, 0, 0}, {0, 0, 0}), (dir3{0, 0, -6}));
+}
+
+TEST_F(StlWriter, APipeTakesTheFileAsTheCountIsKnownAtItsFirstByte) {
+    const std::string fifo = folder.path("fifo.stl");
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    const int reader = ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    model_list_t models;
+    models.push_back(model_of({0, 1, 2, 3}));
+    models.push_back(model_of({1, 4, 3, mark, 0}));
+    ASSERT_TRUE(save_stl_models(fifo.c_str(), models));
+    std::string bytes(1000, ' ');
+    const ssize_t got = ::read(reader, bytes.data(), bytes.size());
+    ::close(reader);
+    ASSERT_EQ(got, 84 + 3 * 50);
+    std::uint32_t count = 0;
+    std::memcpy(&count, bytes.data() + 80, sizeof count);
+    EXPECT_EQ(count, 3U);
+}
+
+TEST_F(StlWriter, TheFormerFileIsKeptUntilAllTrianglesAreWritten) {
+    const std::string path = folder.write("saved.stl", "former");
+    const auto entry = model_of({0, 1, 2});
+    const captured_stream errors(std::cerr);
+    {
+        const index_span taken(entry->polygon.elements);
+        EXPECT_FALSE(save_stl_model(path.c_str(), *entry));
+        while (glGetError() != GL_NO_ERROR) {
+        }
+    }
+    EXPECT_EQ(read_file(path + "~"), "former");
+    EXPECT_NE(errors.text().find(path + ": not saved; the former file is " + path + "~\n"),
+              std::string::npos);
 }
 
 TEST_F(StlWriter, FailsWhenNotAllBytesReachTheFile) {

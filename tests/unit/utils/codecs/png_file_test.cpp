@@ -55,7 +55,7 @@ TEST_F(PngFile, FolderThatDoesNotExistFailsTheWrite) {
 
 TEST_F(PngFile, FullDiskFailsTheWrite) {
     ASSERT_TRUE(fs::exists("/dev/full"));
-    // Through a link, because a failed write removes what it was given.
+    // Through a link: should the write ever remove its file, the device is safe.
     fs::create_symlink("/dev/full", path("full.png"));
     EXPECT_FALSE(write_png(path("full.png").c_str(), three_by_two));
 }

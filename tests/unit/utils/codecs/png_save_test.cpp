@@ -183,6 +183,7 @@ TEST_F(PngSave, WhatTheLibraryRefusesFails) {
         const captured_stream errors(std::cerr);
         EXPECT_EQ(write(image), -4);
         EXPECT_EQ(errors.text(), "FAIL\n");
+        std::filesystem::remove(path());
     }
 }
 

@@ -57,20 +57,6 @@ TEST(ByteOutput, PiecesOfAllSizesPassThroughTheBuffer) {
     EXPECT_EQ(ulk_test::read_file(path), expected + whole + "end");
 }
 
-TEST(ByteOutput, OverwritesWhatStandsInTheBufferAndWhatHasLeftIt) {
-    const ulk_test::temporary_folder_t folder;
-    const std::string path = folder.path("file");
-    byte_output output(path.c_str(), fifo_t::needs_reader);
-    append(output, "0123456789");
-    output.overwrite(2, "ab", 2);
-    append(output, std::string(byte_output::capacity, 'x'));
-    append(output, "tail");
-    output.overwrite(4, "cd", 2);
-    append(output, "!");
-    EXPECT_TRUE(output.complete());
-    EXPECT_EQ(ulk_test::read_file(path), "01abcd6789" + std::string(byte_output::capacity, 'x') + "tail!");
-}
-
 TEST(ByteOutput, APathThatCanNotBeOpenedFailsAtOnce) {
     const ulk_test::temporary_folder_t folder;
     const std::string fifo = folder.path("fifo");
@@ -109,19 +95,6 @@ TEST(ByteOutput, ACloseThatFailsIsAFailure) {
     ASSERT_TRUE(output.is_open());
     ASSERT_EQ(::close(next), 0);
     EXPECT_FALSE(output.complete());
-}
-
-TEST(ByteOutput, OneCanNotGoBackInAPipe) {
-    const ulk_test::temporary_folder_t folder;
-    const std::string fifo = folder.path("fifo");
-    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-    const int reader = ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
-    ASSERT_GE(reader, 0);
-    byte_output output(fifo.c_str(), fifo_t::needs_reader);
-    append(output, "bytes");
-    output.overwrite(0, "B", 1);
-    EXPECT_FALSE(output.complete());
-    ::close(reader);
 }
 
 TEST(ByteOutput, StaysFailedWhenMarkedSo) {

@@ -103,19 +103,3 @@ TEST(OutputFile, AFailureKeepsWhatWasWrittenBefore) {
     EXPECT_FALSE(output.complete());
     EXPECT_EQ(ulk_test::read_file(folder.path("file")), "abc");
 }
-
-TEST(RemoveFile, RemovesFilesAndLinksAndNothingElse) {
-    const ulk_test::temporary_folder_t folder;
-    const std::string fifo = make_fifo(folder);
-    const std::string file = folder.write("file", "a"), target = folder.write("target", "b");
-    const std::string link = folder.path("link"), sub_folder = folder.path("folder");
-    std::filesystem::create_symlink(target, link);
-    std::filesystem::create_directory(sub_folder);
-    for (const std::string& path : {file, link, fifo, sub_folder, folder.path("missing")})
-        libutils::remove_file(path.c_str());
-    EXPECT_FALSE(std::filesystem::exists(file));
-    EXPECT_FALSE(std::filesystem::is_symlink(link));
-    EXPECT_TRUE(std::filesystem::exists(target));
-    EXPECT_TRUE(std::filesystem::exists(fifo));
-    EXPECT_TRUE(std::filesystem::exists(sub_folder));
-}

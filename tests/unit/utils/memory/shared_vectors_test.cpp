@@ -4,8 +4,10 @@
 
 #include <cstring>
 #include <filesystem>
+#include <iostream>
 #include <string>
 
+#include "support/captured_stream.h"
 #include "support/scene_text.h"
 #include "unit/utils/memory/shared_vectors.h"
 
@@ -410,17 +412,32 @@ TEST(AllocMmapWin, LastHolderReleasesTheMapping) {
     EXPECT_NE(mincore(view, 1, &resident), 0);
 }
 
-TEST(AllocMmapWin, HasTheMemoryThatTheSystemWouldGive) {
+TEST(AllocMmapWin, MemoryThatIsTriedForAndNotThereIsNoBlock) {
     constexpr std::uint64_t gigabyte = std::uint64_t{1} << 30;
-    EXPECT_TRUE(alloc_mmap_win::has_memory(0));
-    EXPECT_TRUE(alloc_mmap_win::has_memory(1));
+    bytes_t vector;
+    EXPECT_TRUE(vector.try_allocate(0));
+    EXPECT_TRUE(vector.try_allocate(1));
     rlimit former{};
     ASSERT_EQ(getrlimit(RLIMIT_DATA, &former), 0);
     const rlimit little{gigabyte / 4, former.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_DATA, &little), 0);
-    const bool has_memory = alloc_mmap_win::has_memory(gigabyte);
+    const bool done = vector.try_allocate(gigabyte);
     EXPECT_EQ(setrlimit(RLIMIT_DATA, &former), 0);
-    EXPECT_FALSE(has_memory);
+    EXPECT_FALSE(done);
+    EXPECT_TRUE(vector.empty());
+}
+
+TEST(AllocMmapWin, FileThatIsTriedForAndNotThereIsNoBlock) {
+    const ulk_test::temporary_folder_t folder;
+    const std::string file = folder.write("a.bin", "abc");
+    bytes_t vector;
+    const ulk_test::captured_stream errors(std::cerr);
+    for (const std::string& path : {folder.path("missing"), folder.path(""), std::string("/dev/null")})
+        EXPECT_FALSE(vector.try_allocate(0, path.c_str(), 0)) << path;
+    EXPECT_FALSE(vector.try_allocate(std::uint64_t{1} << 60, file.c_str(), 0));
+    EXPECT_EQ(errors.text(), "");
+    ASSERT_TRUE(vector.try_allocate(0, file.c_str(), 0));
+    EXPECT_EQ(std::string(vector.begin(), vector.end()), "abc");
 }
 
 TEST(AllocMmapWinDeathTest, MissingFileEndsTheProcess) {
@@ -454,6 +471,27 @@ TEST(AllocMmapWinDeathTest, MappingThatCanNotBeMadeEndsTheProcess) {
 }
 
 // The small kind.
+
+TEST(AllocMmapWinDeathTest, LastMessageIsShownBeforeTheEnd) {
+    libutils::show_before_the_end(
+        [](const char* message) { std::cerr << "shown: " << message << std::endl; });
+    bytes_t vector;
+    EXPECT_EXIT(vector.allocate(0, "/nonexistent/a.bin", 0), testing::ExitedWithCode(ENOENT),
+                "^/nonexistent/a\\.bin: file open failed\\.\n"
+                "(alloc_mmap_win::allocate\\(\\) failed with error 2: No such file or directory)\n"
+                "shown: alloc_mmap_win::allocate\\(\\) failed with error 2: No such file or directory\n$");
+    EXPECT_NE(libutils::show_before_the_end(nullptr), nullptr);
+}
+
+TEST(AllocMmapWinDeathTest, FailureWhileTheLastMessageIsShownEndsTheProcess) {
+    libutils::show_before_the_end([](const char*) {
+        bytes_t another;
+        static_cast<void>(another.allocate(0, "/nonexistent", 0));
+    });
+    bytes_t vector;
+    EXPECT_EXIT(vector.allocate(0, "/nonexistent/a.bin", 0), testing::ExitedWithCode(ENOENT), "");
+    libutils::show_before_the_end(nullptr);
+}
 
 TEST(Palette, WithoutABlockIsEmpty) {
     palette_t palette;
