@@ -1,11 +1,14 @@
 #include "formats/scene_files.h"
 
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "formats/scene/line_log.h"
 #include "formats/scene/scene_text.h"
 #include "formats/stl/stl_reader.h"
 #include "formats/stl/stl_writer.h"
+#include "model/try_allocate.h"
 #include "utils/text/strings.h"
 
 namespace ulk3d {
@@ -50,7 +53,10 @@ class top_level_reader {
             }
             ++line_counter;
         }
-        return blocks;
+        if (!input.has_read_error())
+            return blocks;
+        put_line(log, path, ": file read error.");
+        return 0;
     }
 
   private:
@@ -87,15 +93,58 @@ class top_level_reader {
     std::uint64_t line_counter = 0;
 };
 
-/// Gives a model the path as its name and writes its block.
-void write_model(model_entry_t& entry, const char* path, text_output& output) {
-    entry.polygon.name = path;
-    if (entry.kind == model_kind_t::polygon) {
-        write_polygon_surface(entry.texture, entry.polygon, output);
-    } else if (entry.kind == model_kind_t::nurbs) {
-        entry.nurbs.name = path;
-        write_nurbs_surface(entry.nurbs, output);
+/// The names that a path gives to a number of models. They are made before the first model takes one, so that
+/// either all models take the path or, when memory runs out, none.
+class path_names_t {
+  public:
+    path_names_t(const char* path, std::size_t models) : names(models * 2, path) {}
+
+    void give_to(model_entry_t& entry) noexcept {
+        entry.polygon.name.swap(names[used++]);
+        if (entry.kind == model_kind_t::nurbs)
+            entry.nurbs.name.swap(names[used++]);
     }
+
+  private:
+    std::vector<std::string> names;
+    std::size_t used = 0;
+};
+
+void give_path(model_list_t& models, const char* path) {
+    path_names_t names(path, models.size());
+    for (const auto& entry : models)
+        names.give_to(*entry);
+}
+
+void write_model(const model_entry_t& entry, text_output& output) {
+    if (entry.kind == model_kind_t::polygon)
+        write_polygon_surface(entry.texture, entry.polygon, output);
+    else if (entry.kind == model_kind_t::nurbs)
+        write_nurbs_surface(entry.nurbs, output);
+}
+
+bool write_models(const model_list_t& models, const char* path) {
+    text_output output(path);
+    for (const auto& entry : models) {
+        write_model(*entry, output);
+        output.line();
+        // Flushing after each model stops a failing save at the model where it failed.
+        if (!output.flush())
+            return false;
+    }
+    return output.complete();
+}
+
+bool write_scene(const scene_t& scene, const char* path) {
+    text_output output(path);
+    if (write_environment(scene.environment, output))
+        output.line();
+    for (const auto& entry : scene.models) {
+        write_model(*entry, output);
+        if (!output.flush())
+            return false;
+    }
+    return output.complete();
 }
 
 }  // namespace
@@ -120,39 +169,32 @@ std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glp
 }
 
 bool save_model(model_entry_t& entry, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_model(path, entry);
-    text_output output(path);
-    write_model(entry, path, output);
-    return output.complete();
+    return try_command(path, [&] {
+        if (is_stl_path(path))
+            return save_stl_model(path, entry);
+        path_names_t(path, 1).give_to(entry);
+        text_output output(path);
+        write_model(entry, output);
+        return output.complete();
+    });
 }
 
 bool save_models(model_list_t& models, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_models(path, models);
-    text_output output(path);
-    for (const auto& entry : models) {
-        write_model(*entry, path, output);
-        output.line();
-        // Flushing after each model stops a failing save at the model where it failed.
-        if (!output.flush())
-            return false;
-    }
-    return output.complete();
+    return try_command(path, [&] {
+        if (is_stl_path(path))
+            return save_stl_models(path, models);
+        give_path(models, path);
+        return write_models(models, path);
+    });
 }
 
 bool save_scene(scene_t& scene, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_models(path, scene.models);
-    text_output output(path);
-    if (write_environment(scene.environment, output))
-        output.line();
-    for (const auto& entry : scene.models) {
-        write_model(*entry, path, output);
-        if (!output.flush())
-            return false;
-    }
-    return output.complete();
+    return try_command(path, [&] {
+        if (is_stl_path(path))
+            return save_stl_models(path, scene.models);
+        give_path(scene.models, path);
+        return write_scene(scene, path);
+    });
 }
 
 }  // namespace ulk3d

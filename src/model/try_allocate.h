@@ -3,20 +3,12 @@
 #include <iostream>
 #include <new>
 
+#include "utils/memory/try_allocate.h"
+
 namespace ulk3d {
 
-/// The only places that catch an exception of the allocator.
-
-/// Returns the result of `allocate()`, which makes arrays whose size comes from a file or a dialog; false
-/// also when it runs out of memory. Prints nothing.
-template <typename Allocate>
-[[nodiscard]] bool try_allocate(Allocate&& allocate) {
-    try {
-        return allocate();
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-}
+/// With it `try_command` is the only place that catches an exception of the allocator.
+using libutils::try_allocate;
 
 /// Runs a command of the user and returns its result. When it runs out of memory, prints the line "NAME: out
 /// of memory." to the standard error stream and returns an empty result, such as false. A command makes

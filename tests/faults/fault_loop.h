@@ -42,9 +42,7 @@ struct scene_state_t {
 
 /// An editor in which commands are made to fail at each of their operations in turn.
 class fault_loop : public gl_test {
-  protected:
-    void SetUp() override;
-
+  public:
     /// What is run. `prepare` makes the scene from nothing. `command` returns whether it has worked; one
     /// without a result returns nothing, and its state tells.
     struct run_t {
@@ -56,9 +54,13 @@ class fault_loop : public gl_test {
     /// the result says so or a word on the standard error stream, or as after; and the command then works
     /// when it is given again. Two things may be missing after all, with a word about each: a map whose
     /// picture could not be read, and the fit of the views.
-    void fail_everywhere(const fault_t& fault, const run_t& run);
+    /// Returns the number of operations.
+    std::uint64_t fail_everywhere(const fault_t& fault, const run_t& run);
     /// The same for what a shortage of memory brings about.
     void run_out_of_memory_everywhere(const run_t& run);
+
+  protected:
+    void SetUp() override;
 
     /// An editor with the models of a text and no texture that was loaded before.
     void open(const std::string& text);

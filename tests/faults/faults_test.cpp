@@ -22,7 +22,7 @@ namespace {
 
 using namespace ulk_test;
 
-constexpr fault_t no_memory{operation_t::allocation};
+constexpr fault_t no_memory{fallible_t::allocation};
 
 TEST(Faults, CountsAllocationsAndFailsNone) {
     std::uint64_t count = 0;
@@ -80,13 +80,13 @@ TEST(Faults, OfFilesHaveTheErrorThatIsAskedFor) {
     ssize_t failed = 0, after = 0, part = 0;
     const int file = open(path.c_str(), O_RDONLY);
     {
-        const faults_t faults({operation_t::read, EIO}, 1);
+        const faults_t faults({fallible_t::read, EIO}, 1);
         failed = read(file, bytes, sizeof bytes);
         error = errno;
         after = read(file, bytes, 2);
     }
     {
-        const faults_t faults({.operation = operation_t::read, .is_short = true}, 1);
+        const faults_t faults({.operation = fallible_t::read, .is_short = true}, 1);
         part = read(file, bytes, 8);
     }
     close(file);
@@ -99,7 +99,7 @@ TEST(Faults, OfFilesHaveTheErrorThatIsAskedFor) {
 TEST(Faults, LastWhenTheyAreTo) {
     std::array<int, 3> opened{};
     {
-        const faults_t faults({.operation = operation_t::open, .error = EIO, .is_lasting = true}, 2);
+        const faults_t faults({.operation = fallible_t::open, .error = EIO, .is_lasting = true}, 2);
         for (int& file : opened) {
             file = open("/", O_RDONLY);
             if (file >= 0)
@@ -118,7 +118,7 @@ TEST_F(FaultsOfBuffers, LeaveNoStoreAndAnErrorOfGL) {
     const auto list = ulk3d::make_element_list({ulk3d::e_type_t::Position});
     bool stored = true;
     {
-        const faults_t faults({operation_t::buffer_store}, 1);
+        const faults_t faults({fallible_t::buffer_store}, 1);
         stored = array.allocate(7, list);
     }
     EXPECT_FALSE(stored);

@@ -62,16 +62,40 @@ class SceneLoadFaults : public LoadFaults {
 };
 
 TEST_F(SceneLoadFaults, OfMemory) {
-    fail_everywhere({operation_t::allocation}, run);
+    fail_everywhere({fallible_t::allocation}, run);
 }
 
 TEST_F(SceneLoadFaults, OfBufferStores) {
-    fail_everywhere({operation_t::buffer_store}, run);
-    fail_everywhere({.operation = operation_t::buffer_store, .is_lasting = true}, run);
+    fail_everywhere({fallible_t::buffer_store}, run);
+    fail_everywhere({.operation = fallible_t::buffer_store, .is_lasting = true}, run);
 }
 
 TEST_F(SceneLoadFaults, OfBufferMappings) {
-    fail_everywhere({operation_t::buffer_mapping}, run);
+    fail_everywhere({fallible_t::buffer_mapping}, run);
+}
+
+/// What can go wrong with the files of a load. A short read and an interruption are nothing to fail for.
+void fail_files(fault_loop& loop, const fault_loop::run_t& run) {
+    for (const fallible_t operation :
+         {fallible_t::open, fallible_t::read, fallible_t::close, fallible_t::status, fallible_t::mapping})
+        loop.fail_everywhere({operation, EIO}, run);
+    for (const fallible_t operation : {fallible_t::open, fallible_t::read})
+        loop.fail_everywhere({operation, EINTR}, run);
+    loop.fail_everywhere({.operation = fallible_t::read, .is_short = true}, run);
+    loop.fail_everywhere({fallible_t::mapping, ENOMEM}, run);
+}
+
+TEST_F(SceneLoadFaults, OfFiles) {
+    fail_files(*this, run);
+}
+
+/// Blocks so far apart that each needs a read of its own.
+TEST_F(LoadFaults, BetweenBlocksLoadNoneOfThem) {
+    std::string comments;
+    while (comments.size() < 300000)
+        comments += "# nothing\n";
+    folder.write("long.ulk", triangle_block() + comments + triangle_block(2));
+    EXPECT_GE(fail_everywhere({fallible_t::read, EIO}, load("long.ulk")), 3U);
 }
 
 class StlLoadFaults : public LoadFaults {
@@ -87,6 +111,10 @@ class StlLoadFaults : public LoadFaults {
 
 TEST_F(StlLoadFaults, OfMemory) {
     run_out_of_memory_everywhere(run);
+}
+
+TEST_F(StlLoadFaults, OfFiles) {
+    fail_files(*this, run);
 }
 
 }  // namespace

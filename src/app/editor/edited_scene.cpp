@@ -76,10 +76,11 @@ bool edited_scene_t::append(const std::function<bool(scene_t&)>& load) {
     });
 }
 
-void edited_scene_t::add_model(model_kind_t kind) {
-    change_gate.pass([&] {
+bool edited_scene_t::add_model(model_kind_t kind) {
+    return change_gate.pass([&] {
         model_list.push_back(std::make_unique<model_entry_t>(kind));
         select_model(model_list.size() - 1);
+        return true;
     });
 }
 

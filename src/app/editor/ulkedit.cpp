@@ -15,14 +15,6 @@ using libgr::grCheckError;
 
 ulkedit_t::ulkedit_t(const char* argv0) : program_dir(program_directory(argv0)) {}
 
-bool ulkedit_t::save_models_to(const char* path) {
-    return try_command(path, [&] { return edited.save_models_to(path); });
-}
-
-bool ulkedit_t::save_current_to(const char* path) {
-    return try_command(path, [&] { return edited.save_current_to(path); });
-}
-
 bool ulkedit_t::fold() {
     return try_command("ulkedit_t::fold()", [this] { return edited.fold(fold_angle); });
 }
@@ -39,7 +31,7 @@ bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
         std::cerr << name << ": file open error." << std::endl;
         return false;
     };
-    const bool opened = edited.gate().is_open() && try_command(name, [&] { return edited.append(load); });
+    const bool opened = try_command(name, [&] { return edited.append(load); });
     if (!opened)
         return false;
     grCheckError("ulkedit_t::file_open(1)");

@@ -44,10 +44,10 @@ class ulkedit_t {
     [[nodiscard]] bool file_open(const char* name, std::ostream& errors);
     /// Saves to a path, whose ending decides the form (formats/scene_files.h). False when not all bytes have
     /// reached the file, or when there is no current model to save.
-    [[nodiscard]] bool save_models_to(const char* path);
-    [[nodiscard]] bool save_current_to(const char* path);
+    [[nodiscard]] bool save_models_to(const char* path) { return edited.save_models_to(path); }
+    [[nodiscard]] bool save_current_to(const char* path) { return edited.save_current_to(path); }
 
-    void add_model(model_kind_t kind) { edited.add_model(kind); }
+    bool add_model(model_kind_t kind) { return edited.add_model(kind); }
     void select_model(std::uint64_t index) { edited.select_model(index); }
     void delete_current() { edited.delete_current(); }
     void polygonize_current() { edited.polygonize_current(); }

@@ -79,7 +79,7 @@ bool text_lines::refill() {
     unread -= std::min<std::uint64_t>(unread, got);
     if (got == 0) {
         unread = 0;
-        file = {};
+        static_cast<void>(file.close());
     }
     return got > 0;
 }

@@ -83,6 +83,9 @@ class text_lines {
     /// True after the read that found no further line.
     bool failed() const { return at_end; }
 
+    /// True when the lines end because the file could not be read on.
+    bool has_read_error() const { return file.has_read_error(); }
+
     /// Bytes of the text after the line that was read last.
     std::uint64_t remaining() const { return limit - cursor + unread; }
 

@@ -8,6 +8,6 @@ namespace ulk_test {
 faults_t* active_faults();
 
 /// Counts an operation of this thread; whether it is to fail.
-bool is_to_fail(operation_t operation);
+bool is_to_fail(fallible_t operation);
 
 }  // namespace ulk_test

@@ -13,8 +13,8 @@
 
 namespace {
 
+using ulk_test::fallible_t;
 using ulk_test::is_to_fail;
-using ulk_test::operation_t;
 
 /// Sets errno as the fault wants it; the result of an operation that has failed.
 int failed() {
@@ -33,7 +33,7 @@ std::size_t half(std::size_t size) {
 
 /// A transfer of `size` bytes by `transfer(size)`, whole, half or not at all.
 template <class Transfer>
-ssize_t moved(operation_t operation, std::size_t size, Transfer&& transfer) {
+ssize_t moved(fallible_t operation, std::size_t size, Transfer&& transfer) {
     if (!is_to_fail(operation))
         return transfer(size);
     return is_short() ? transfer(half(size)) : failed();
@@ -75,95 +75,94 @@ int __wrap_open(const char* path, int flags, ...) {
         rights = va_arg(rest, mode_t);
         va_end(rest);
     }
-    return is_to_fail(operation_t::open) ? failed() : __real_open(path, flags, rights);
+    return is_to_fail(fallible_t::open) ? failed() : __real_open(path, flags, rights);
 }
 
 std::FILE* __wrap_fopen(const char* path, const char* mode) {
-    if (!is_to_fail(operation_t::open))
+    if (!is_to_fail(fallible_t::open))
         return __real_fopen(path, mode);
     failed();
     return nullptr;
 }
 
 std::FILE* __wrap_fdopen(int file, const char* mode) {
-    if (!is_to_fail(operation_t::open))
+    if (!is_to_fail(fallible_t::open))
         return __real_fdopen(file, mode);
     failed();
     return nullptr;
 }
 
 ssize_t __wrap_read(int file, void* bytes, std::size_t size) {
-    return moved(operation_t::read, size, [&](std::size_t part) { return __real_read(file, bytes, part); });
+    return moved(fallible_t::read, size, [&](std::size_t part) { return __real_read(file, bytes, part); });
 }
 
 ssize_t __wrap_pread(int file, void* bytes, std::size_t size, off_t offset) {
-    return moved(operation_t::read, size,
+    return moved(fallible_t::read, size,
                  [&](std::size_t part) { return __real_pread(file, bytes, part, offset); });
 }
 
 std::size_t __wrap_fread(void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
-    if (!is_to_fail(operation_t::read))
+    if (!is_to_fail(fallible_t::read))
         return __real_fread(bytes, size, count, file);
     failed();
     return 0;
 }
 
 ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
-    return moved(operation_t::write, size, [&](std::size_t part) { return __real_write(file, bytes, part); });
+    return moved(fallible_t::write, size, [&](std::size_t part) { return __real_write(file, bytes, part); });
 }
 
 ssize_t __wrap_pwrite(int file, const void* bytes, std::size_t size, off_t offset) {
-    return moved(operation_t::write, size,
+    return moved(fallible_t::write, size,
                  [&](std::size_t part) { return __real_pwrite(file, bytes, part, offset); });
 }
 
 int __wrap_rename(const char* from, const char* to) {
-    return is_to_fail(operation_t::rename) ? failed() : __real_rename(from, to);
+    return is_to_fail(fallible_t::rename) ? failed() : __real_rename(from, to);
 }
 
 int __wrap_renameat(int from_folder, const char* from, int to_folder, const char* to) {
-    return is_to_fail(operation_t::rename) ? failed() : __real_renameat(from_folder, from, to_folder, to);
+    return is_to_fail(fallible_t::rename) ? failed() : __real_renameat(from_folder, from, to_folder, to);
 }
 
 int __wrap_renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) {
-    return is_to_fail(operation_t::rename) ? failed()
-                                           : __real_renameat2(from_folder, from, to_folder, to, flags);
+    return is_to_fail(fallible_t::rename) ? failed()
+                                          : __real_renameat2(from_folder, from, to_folder, to, flags);
 }
 
 int __wrap_link(const char* from, const char* to) {
-    return is_to_fail(operation_t::rename) ? failed() : __real_link(from, to);
+    return is_to_fail(fallible_t::rename) ? failed() : __real_link(from, to);
 }
 
 int __wrap_linkat(int from_folder, const char* from, int to_folder, const char* to, int flags) {
-    return is_to_fail(operation_t::rename) ? failed()
-                                           : __real_linkat(from_folder, from, to_folder, to, flags);
+    return is_to_fail(fallible_t::rename) ? failed() : __real_linkat(from_folder, from, to_folder, to, flags);
 }
 
 int __wrap_unlink(const char* path) {
-    return is_to_fail(operation_t::unlink) ? failed() : __real_unlink(path);
+    return is_to_fail(fallible_t::unlink) ? failed() : __real_unlink(path);
 }
 
 int __wrap_unlinkat(int folder, const char* path, int flags) {
-    return is_to_fail(operation_t::unlink) ? failed() : __real_unlinkat(folder, path, flags);
+    return is_to_fail(fallible_t::unlink) ? failed() : __real_unlinkat(folder, path, flags);
 }
 
 int __wrap_fsync(int file) {
-    return is_to_fail(operation_t::sync) ? failed() : __real_fsync(file);
+    return is_to_fail(fallible_t::sync) ? failed() : __real_fsync(file);
 }
 
 int __wrap_fdatasync(int file) {
-    return is_to_fail(operation_t::sync) ? failed() : __real_fdatasync(file);
+    return is_to_fail(fallible_t::sync) ? failed() : __real_fdatasync(file);
 }
 
 int __wrap_close(int file) {
-    if (!is_to_fail(operation_t::close))
+    if (!is_to_fail(fallible_t::close))
         return __real_close(file);
     __real_close(file);
     return failed();
 }
 
 int __wrap_fclose(std::FILE* file) {
-    if (!is_to_fail(operation_t::close))
+    if (!is_to_fail(fallible_t::close))
         return __real_fclose(file);
     __real_fclose(file);
     failed();
@@ -171,19 +170,19 @@ int __wrap_fclose(std::FILE* file) {
 }
 
 int __wrap_stat(const char* path, struct stat* status) {
-    return is_to_fail(operation_t::status) ? failed() : __real_stat(path, status);
+    return is_to_fail(fallible_t::status) ? failed() : __real_stat(path, status);
 }
 
 int __wrap_lstat(const char* path, struct stat* status) {
-    return is_to_fail(operation_t::status) ? failed() : __real_lstat(path, status);
+    return is_to_fail(fallible_t::status) ? failed() : __real_lstat(path, status);
 }
 
 int __wrap_fstat(int file, struct stat* status) {
-    return is_to_fail(operation_t::status) ? failed() : __real_fstat(file, status);
+    return is_to_fail(fallible_t::status) ? failed() : __real_fstat(file, status);
 }
 
 void* __wrap_mmap(void* place, std::size_t size, int protection, int flags, int file, off_t offset) {
-    if (!is_to_fail(operation_t::mapping))
+    if (!is_to_fail(fallible_t::mapping))
         return __real_mmap(place, size, protection, flags, file, offset);
     failed();
     return MAP_FAILED;

@@ -93,8 +93,8 @@ bool is_ours(const void* caller) {
 
 bool allocation_fails(const void* caller) {
     const faults_t* const faults = active_faults();
-    return faults != nullptr && faults->what().operation == operation_t::allocation && is_ours(caller) &&
-           is_to_fail(operation_t::allocation);
+    return faults != nullptr && faults->what().operation == fallible_t::allocation && is_ours(caller) &&
+           is_to_fail(fallible_t::allocation);
 }
 
 }  // namespace
@@ -107,15 +107,15 @@ void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 
 void* __wrap_malloc(std::size_t size) {
-    return ulk_test::is_to_fail(ulk_test::operation_t::allocation) ? nullptr : __real_malloc(size);
+    return ulk_test::is_to_fail(ulk_test::fallible_t::allocation) ? nullptr : __real_malloc(size);
 }
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return ulk_test::is_to_fail(ulk_test::operation_t::allocation) ? nullptr : __real_calloc(count, size);
+    return ulk_test::is_to_fail(ulk_test::fallible_t::allocation) ? nullptr : __real_calloc(count, size);
 }
 
 void* __wrap_realloc(void* block, std::size_t size) {
-    return ulk_test::is_to_fail(ulk_test::operation_t::allocation) ? nullptr : __real_realloc(block, size);
+    return ulk_test::is_to_fail(ulk_test::fallible_t::allocation) ? nullptr : __real_realloc(block, size);
 }
 }
 

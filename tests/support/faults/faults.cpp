@@ -15,7 +15,7 @@ GLenum pending_error = GL_NO_ERROR;
 
 /// As drivers do it: the old store is given up first.
 void GLAPIENTRY buffer_data(GLenum target, GLsizeiptr size, const void* data, GLenum usage) {
-    if (is_to_fail(operation_t::buffer_store)) {
+    if (is_to_fail(fallible_t::buffer_store)) {
         library_buffer_data(target, 0, nullptr, usage);
         pending_error = GL_OUT_OF_MEMORY;
         return;
@@ -24,8 +24,8 @@ void GLAPIENTRY buffer_data(GLenum target, GLsizeiptr size, const void* data, GL
 }
 
 void* GLAPIENTRY map_buffer_range(GLenum target, GLintptr offset, GLsizeiptr length, GLbitfield access) {
-    return is_to_fail(operation_t::buffer_mapping) ? nullptr
-                                                   : library_map_buffer_range(target, offset, length, access);
+    return is_to_fail(fallible_t::buffer_mapping) ? nullptr
+                                                  : library_map_buffer_range(target, offset, length, access);
 }
 
 }  // namespace
@@ -45,7 +45,7 @@ faults_t::~faults_t() {
     __glewMapBufferRange = library_map_buffer_range;
 }
 
-bool faults_t::next_fails(operation_t operation) {
+bool faults_t::next_fails(fallible_t operation) {
     if (operation != fault.operation)
         return false;
     ++operations;
@@ -58,7 +58,7 @@ faults_t* active_faults() {
     return active;
 }
 
-bool is_to_fail(operation_t operation) {
+bool is_to_fail(fallible_t operation) {
     return active != nullptr && active->next_fails(operation);
 }
 

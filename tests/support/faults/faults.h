@@ -10,7 +10,7 @@
 namespace ulk_test {
 
 /// What can fail. Operations are counted by kind, on the thread that has the scope of faults_t.
-enum class operation_t {
+enum class fallible_t {
     allocation,      ///< malloc, calloc, realloc and operator new
     buffer_store,    ///< glBufferData: the store is gone, and GL has no memory
     buffer_mapping,  ///< glMapBufferRange: null
@@ -27,7 +27,7 @@ enum class operation_t {
 
 /// How an operation fails.
 struct fault_t {
-    operation_t operation;
+    fallible_t operation;
     int error = 0;            ///< errno of an operation of the system
     bool is_short = false;    ///< a read or write takes half of the bytes instead
     bool is_lasting = false;  ///< all later operations of the kind fail as well
@@ -48,7 +48,7 @@ class faults_t {
     bool has_struck() const { return struck; }
 
     /// Counts an operation; whether it is to fail. For the replaced functions.
-    bool next_fails(operation_t operation);
+    bool next_fails(fallible_t operation);
     const fault_t& what() const { return fault; }
 
   private:
