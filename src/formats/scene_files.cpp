@@ -1,23 +1,18 @@
 #include "formats/scene_files.h"
 
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "formats/scene/line_log.h"
 #include "formats/scene/scene_text.h"
 #include "formats/stl/stl_reader.h"
 #include "formats/stl/stl_writer.h"
 #include "model/try_allocate.h"
+#include "utils/memory/memory_budget.h"
 #include "utils/text/strings.h"
 
 namespace ulk3d {
 
 namespace {
-
-bool is_stl_path(const char* path) {
-    return libutils::has_extension(path, ".stl") == 0;
-}
 
 /// Appends a new model to a list.
 model_entry_t& append_model(model_list_t& models, model_kind_t kind) {
@@ -42,15 +37,15 @@ class top_level_reader {
         std::size_t blocks = 0;
         while (!input.failed()) {
             line = input.next();
-            switch (read_line()) {
-                case outcome_t::block:
-                    ++blocks;
-                    break;
-                case outcome_t::failure:
-                    return 0;
-                case outcome_t::no_block:
-                    break;
+            const outcome_t outcome = read_line();
+            if (input.met_overlong_line()) {
+                line_log(log, line_counter).message(": the line does not fit into memory.");
+                return 0;
             }
+            if (outcome == outcome_t::failure)
+                return 0;
+            if (outcome == outcome_t::block)
+                ++blocks;
             ++line_counter;
         }
         if (!input.has_read_error())
@@ -93,40 +88,21 @@ class top_level_reader {
     std::uint64_t line_counter = 0;
 };
 
-/// The names that a path gives to a number of models. They are made before the first model takes one, so that
-/// either all models take the path or, when memory runs out, none.
-class path_names_t {
-  public:
-    path_names_t(const char* path, std::size_t models) : names(models * 2, path) {}
-
-    void give_to(model_entry_t& entry) noexcept {
-        entry.polygon.name.swap(names[used++]);
-        if (entry.kind == model_kind_t::nurbs)
-            entry.nurbs.name.swap(names[used++]);
-    }
-
-  private:
-    std::vector<std::string> names;
-    std::size_t used = 0;
-};
-
-void give_path(model_list_t& models, const char* path) {
-    path_names_t names(path, models.size());
-    for (const auto& entry : models)
-        names.give_to(*entry);
-}
-
-void write_model(const model_entry_t& entry, text_output& output) {
-    if (entry.kind == model_kind_t::polygon)
+/// Gives a model the path as its name and writes its block.
+void write_model(model_entry_t& entry, const char* path, text_output& output) {
+    entry.polygon.name = path;
+    if (entry.kind == model_kind_t::polygon) {
         write_polygon_surface(entry.texture, entry.polygon, output);
-    else if (entry.kind == model_kind_t::nurbs)
+    } else if (entry.kind == model_kind_t::nurbs) {
+        entry.nurbs.name = path;
         write_nurbs_surface(entry.nurbs, output);
+    }
 }
 
-bool write_models(const model_list_t& models, const char* path) {
+bool write_models(model_list_t& models, const char* path) {
     text_output output(path);
     for (const auto& entry : models) {
-        write_model(*entry, output);
+        write_model(*entry, path, output);
         output.line();
         // Flushing after each model stops a failing save at the model where it failed.
         if (!output.flush())
@@ -135,12 +111,12 @@ bool write_models(const model_list_t& models, const char* path) {
     return output.complete();
 }
 
-bool write_scene(const scene_t& scene, const char* path) {
+bool write_scene(scene_t& scene, const char* path) {
     text_output output(path);
     if (write_environment(scene.environment, output))
         output.line();
     for (const auto& entry : scene.models) {
-        write_model(*entry, output);
+        write_model(*entry, path, output);
         if (!output.flush())
             return false;
     }
@@ -149,7 +125,12 @@ bool write_scene(const scene_t& scene, const char* path) {
 
 }  // namespace
 
+bool is_stl_path(const char* path) {
+    return libutils::has_extension(path, ".stl") == 0;
+}
+
 bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    const libutils::load_budget_t budget;
     if (is_stl_path(path))
         return load_stl(path, scene);
     text_lines input = text_lines::open(path);
@@ -161,6 +142,7 @@ bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::o
 }
 
 std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
+    const libutils::load_budget_t budget;
     put_line(log, "load filename: ", path);
     text_lines input = text_lines::open(path);
     if (!input.is_open())
@@ -172,28 +154,20 @@ bool save_model(model_entry_t& entry, const char* path) {
     return try_command(path, [&] {
         if (is_stl_path(path))
             return save_stl_model(path, entry);
-        path_names_t(path, 1).give_to(entry);
         text_output output(path);
-        write_model(entry, output);
+        write_model(entry, path, output);
         return output.complete();
     });
 }
 
 bool save_models(model_list_t& models, const char* path) {
-    return try_command(path, [&] {
-        if (is_stl_path(path))
-            return save_stl_models(path, models);
-        give_path(models, path);
-        return write_models(models, path);
-    });
+    return try_command(
+        path, [&] { return is_stl_path(path) ? save_stl_models(path, models) : write_models(models, path); });
 }
 
 bool save_scene(scene_t& scene, const char* path) {
     return try_command(path, [&] {
-        if (is_stl_path(path))
-            return save_stl_models(path, scene.models);
-        give_path(scene.models, path);
-        return write_scene(scene, path);
+        return is_stl_path(path) ? save_stl_models(path, scene.models) : write_scene(scene, path);
     });
 }
 

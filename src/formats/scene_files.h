@@ -10,12 +10,16 @@ class glpolygon_t;
 
 /// Loading and saving by path. A path that ends in ".stl", in upper or lower case, is an STL file
 /// (formats/stl/stl_reader.h, formats/stl/stl_writer.h); any other is a scene text file. Paths are passed to
-/// the system byte for byte. A GL context must be current.
+/// the system byte for byte. A GL context must be current, except for this question.
+[[nodiscard]] bool is_stl_path(const char* path);
 
 /// Appends the models of a file to `scene.models` in file order and fills `scene.environment` when the file
 /// has one. True when all of the file was read and it held at least one block. Messages are written to `log`,
-/// one line each; an STL file gives none. After a failure the models read so far, including the half-built
-/// one, are left in `scene` for the caller to drop.
+/// one line each; an STL file gives none. All that a file makes the program allocate is held against one
+/// budget (utils/memory/memory_budget.h); a block that does not fit fails with its reader's message, and a
+/// line with
+/// "<line>: the line does not fit into memory.". After a failure the models read so far, including the
+/// half-built one, are left in `scene` for the caller to drop.
 [[nodiscard]] bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log);
 
 /// The same for surfaces only: the lines of an environment block are reported as unknown, and every path is

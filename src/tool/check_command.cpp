@@ -1,7 +1,10 @@
 #include <iostream>
-#include <sstream>
 
+#include "formats/scene/scene_completeness.h"
+#include "formats/scene_files.h"
+#include "formats/stl/stl_check.h"
 #include "tool/commands.h"
+#include "tool/prefixed_lines.h"
 #include "tool/scene_pictures.h"
 #include "tool/scene_session.h"
 
@@ -21,13 +24,41 @@ bool check_pictures(const std::vector<scene_picture_t>& pictures, const std::str
     return all_shown;
 }
 
+/// Prints a line if an STL file is a text, and else if its length does not fit its count.
+void report_stl_length(const std::string& path, std::ostream& log) {
+    const auto check = ulk3d::check_stl(path.c_str());
+    if (!check || check->fits())
+        return;
+    if (check->is_text) {
+        log << "this looks like a text STL file; only binary ones are read\n";
+        return;
+    }
+    const auto number = [](std::uint64_t value) { return std::to_string(value); };
+    const bool is_longer = check->file_size > check->expected_size;
+    log << "a count of " << number(check->announced) << " triangles makes " << number(check->expected_size)
+        << " bytes, but the file has " << number(check->file_size)
+        << (is_longer ? "; the rest is not read\n" : "; it ends too early\n");
+}
+
+/// Prints a line for each sign that a scene file was cut off.
+void report_completeness(const std::string& path, std::ostream& log) {
+    const ulk3d::scene_completeness_t found = ulk3d::scene_completeness(path.c_str());
+    if (found.open_block)
+        log << "the block that begins in line " << std::to_string(*found.open_block) << " has no end\n";
+    if (found.lacks_last_feed)
+        log << "the last line has no line feed; the file may be cut off\n";
+}
+
 /// Prints what is wrong with a file. True when it loads with all its pictures.
 bool check_file(scene_session_t& session, const std::string& path) {
     ulk3d::scene_t scene;
-    std::stringstream log;
+    prefixed_lines_t lines(*std::cout.rdbuf(), path + ": ");
+    std::ostream log(&lines);
     const bool loaded = session.load(scene, path, log);
-    for (std::string line; std::getline(log, line);)
-        std::cout << path << ": " << line << '\n';
+    if (ulk3d::is_stl_path(path.c_str()))
+        report_stl_length(path, log);
+    else
+        report_completeness(path, log);
 
     bool pictures_well =
         check_pictures(environment_pictures(scene.environment, path), path + ": environment");

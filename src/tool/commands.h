@@ -17,8 +17,8 @@ using arguments_t = std::span<const std::string>;
 
 /// Draws the frame of the view area, or one of its views, and saves it as a PNG picture.
 [[nodiscard]] int render(arguments_t arguments);
-/// Prints the reader's messages about each file, and what is wrong with its pictures, to the standard output
-/// stream. Fails if a file does not load, or not with all its pictures.
+/// Prints the reader's messages about each file, the signs that it was cut off, and what is wrong with its
+/// pictures, to the standard output stream. Fails if a file does not load, or not with all its pictures.
 [[nodiscard]] int check(arguments_t arguments);
 /// Prints the models of a file to the standard output stream: kinds, counts, boxes and pictures.
 [[nodiscard]] int info(arguments_t arguments);

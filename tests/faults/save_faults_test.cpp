@@ -137,30 +137,6 @@ TEST_F(SaveFaults, AreNotOfInterruptionsAndShortWrites) {
     }
 }
 
-/// A failed save leaves the models their names or gives all of them the new one.
-TEST_F(SaveFaults, OfMemoryGiveThePathToAllModelsOrNone) {
-    const std::string path = folder.path("saved.ulk");
-    std::uint64_t count = 0;
-    {
-        const faults_t faults({fallible_t::allocation}, 0);
-        EXPECT_TRUE(editor.save_models_to(path.c_str()));
-        count = faults.count();
-    }
-    for (const std::uint64_t number : failing_numbers(count)) {
-        open(triangle_block() + patch_block());
-        const std::string before = entry(0).polygon.name;
-        {
-            const kept_words_t words(std::cerr);
-            const faults_t faults({fallible_t::allocation}, number);
-            static_cast<void>(editor.save_models_to(path.c_str()));
-        }
-        std::cerr.clear();
-        const std::string after = entry(0).polygon.name;
-        EXPECT_TRUE(after == before || after == path) << after;
-        EXPECT_EQ(entry(1).nurbs.name, after);
-    }
-}
-
 TEST_F(SaveFaults, OfALimitOnTheSizeOfFilesAreNotTheEnd) {
     // Finished by now, so that the child finds nothing that waits for a driver's threads.
     glFinish();

@@ -1,11 +1,13 @@
+#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <set>
 
+#include "fuzz/parts/mesh_mutator.h"
+#include "fuzz/parts/mesh_scene.h"
 #include "operations/cut/mesh_cut.h"
 #include "operations/fold/fold_polygons.h"
 #include "support/captured_stream.h"
@@ -15,55 +17,6 @@
 namespace {
 
 using namespace ulk3d;
-
-/// Small meshes out of the fuzzer's bytes; zeros after their end.
-class mesh_reader {
-  public:
-    mesh_reader(const std::uint8_t* data, std::size_t size) : next(data), left(size) {}
-
-    std::uint32_t below(std::uint32_t limit) { return byte() % limit; }
-
-    /// Mostly on a coarse lattice, so that corners, edges and planes meet; at times any other float.
-    float number() {
-        const std::uint32_t kind = byte();
-        if (kind < 160)
-            return static_cast<float>(kind % 9) / 4 - 1;
-        if (kind < 248)
-            return static_cast<float>(byte()) / 128 - 1;
-        std::uint32_t bits = 0;
-        for (int n = 0; n < 4; ++n)
-            bits = bits << 8 | byte();
-        return std::bit_cast<float>(bits);
-    }
-
-    pos3 point() {
-        const float x = number(), y = number(), z = number();
-        return {x, y, z};
-    }
-
-    strip_mesh_t mesh(std::uint32_t most_vertices, std::uint32_t most_elements) {
-        std::vector<pos3> points(below(most_vertices + 1));
-        for (pos3& place : points)
-            place = point();
-        strip_mesh_t mesh = ulk_test::mesh_of(points, {});
-        const std::uint32_t count = below(most_elements + 1);
-        for (std::uint32_t n = 0; n < count; ++n) {
-            const std::uint32_t index = below(static_cast<std::uint32_t>(points.size()) + 1);
-            mesh.elements.push_back(index < points.size() ? index : restart_mark);
-        }
-        return mesh;
-    }
-
-  private:
-    std::uint32_t byte() {
-        if (left == 0)
-            return 0;
-        --left;
-        return *next++;
-    }
-    const std::uint8_t* next;
-    std::size_t left;
-};
 
 void require(bool holds) {
     if (!holds)
@@ -115,18 +68,21 @@ void try_fold(strip_mesh_t mesh, const std::set<std::uint32_t>& selected, const 
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    mesh_reader bytes(data, size);
-    const strip_mesh_t victim = bytes.mesh(16, 24);
-    const strip_mesh_t cutter = bytes.mesh(12, 16);
-    const pos3 a = bytes.point(), b = bytes.point();
-    std::set<std::uint32_t> selected;
-    for (std::uint32_t count = bytes.below(6); count > 0; --count)
-        selected.insert(bytes.below(24));
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
 
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most,
+                                               unsigned seed) {
+    const auto changed = ulk_test::mutated_mesh_scene({data, size}, most, seed, LLVMFuzzerMutate);
+    std::ranges::copy(changed, data);
+    return changed.size();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const ulk_test::mesh_scene_t scene = ulk_test::read_mesh_scene({data, size});
+    const strip_mesh_t victim = strip_mesh_of(scene.victim), cutter = strip_mesh_of(scene.cutter);
     const ulk_test::captured_stream messages(std::cerr);
     try_cut(victim, cutter);
-    if (a != b)
-        try_fold(victim, selected, a, b);
+    if (scene.axis_from != scene.axis_to)
+        try_fold(victim, scene.selected, scene.axis_from, scene.axis_to);
     return 0;
 }

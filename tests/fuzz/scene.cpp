@@ -1,6 +1,9 @@
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -9,6 +12,8 @@
 #include "formats/scene/key_value.h"
 #include "formats/scene/text_lines.h"
 #include "formats/scene_files.h"
+#include "fuzz/parts/scene_invariants.h"
+#include "fuzz/parts/scene_mutator.h"
 #include "gltextures/textures/texture_stores.h"
 #include "render/models/glpolygon.h"
 #include "render/offscreen/offscreen_context.h"
@@ -16,7 +21,7 @@
 #include "utils/text/paths.h"
 
 /// Loads any bytes as a scene file. What loads is saved, loaded and saved again: from then on nothing may
-/// change any more.
+/// change any more but for directions, as `broken_saving` tells.
 namespace {
 
 using namespace ulk3d;
@@ -64,32 +69,55 @@ bool asks_for_much(std::string_view text) {
     return false;
 }
 
-/// Loads a file and saves what it held to another one, which is left empty when the load fails.
-bool pass_through(const memory_file_t& from, const memory_file_t& to) {
+/// Loads a text and saves what it held; empty when the load fails.
+std::optional<std::string> pass_through(std::string_view text) {
+    const memory_file_t input("input"), output("output");
+    prepare_pictures(input);
+    input.write(text);
     scene_t scene;
     std::ostringstream log;
-    to.write({});
-    if (!load_scene(scene, from.path(), surface_programs(), log))
-        return false;
-    if (!save_scene(scene, to.path()))
+    if (!load_scene(scene, input.path(), surface_programs(), log))
+        return std::nullopt;
+    if (!save_scene(scene, output.path()))
         std::abort();
-    return true;
+    return output.read();
+}
+
+std::string_view text_of(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+std::size_t give(std::string_view text, std::uint8_t* out) {
+    std::ranges::copy(text, out);
+    return text.size();
 }
 
 }  // namespace
 
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most,
+                                               unsigned seed) {
+    return give(ulk_test::mutated_scene(text_of(data, size), most, seed, LLVMFuzzerMutate), data);
+}
+
+extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data, std::size_t size,
+                                                 const std::uint8_t* other, std::size_t other_size,
+                                                 std::uint8_t* out, std::size_t most, unsigned seed) {
+    return give(ulk_test::crossed_scenes(text_of(data, size), text_of(other, other_size), most, seed), out);
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = text_of(data, size);
     if (asks_for_much(text))
         return 0;
     silence_the_error_stream();
-    const memory_file_t input("input"), first("first"), second("second"), third("third");
-    prepare_pictures(input);
-    input.write(text);
-    if (!pass_through(input, first) || first.read().empty())
+    const std::optional<std::string> first = pass_through(text);
+    if (!first || first->empty())
         return 0;
-    // The first save still holds what the format rounds and drops; what was read from it no longer does.
-    if (!pass_through(first, second) || !pass_through(second, third) || second.read() != third.read())
-        std::abort();
-    return 0;
+    const std::string broken = ulk_test::broken_saving(*first, pass_through);
+    if (broken.empty())
+        return 0;
+    std::fprintf(stderr, "%s\n", broken.c_str());
+    std::abort();
 }

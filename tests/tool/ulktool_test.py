@@ -287,6 +287,59 @@ class Check(ToolTestCase):
         self.assertEqual(done.returncode, 1)
         self.assertIn("none.ulk: file open error.", done.stdout)
 
+    def lines_of(self, name, data):
+        """The lines about a file of these bytes, without its path; and the status."""
+        path = self.folder / name
+        path.write_bytes(data)
+        done = run("check", path)
+        return [line.replace(f"{path}: ", "") for line in done.stdout.splitlines()], done.returncode
+
+    def test_a_block_without_an_end_is_told(self):
+        net = (SAMPLES / "patch.ulk").read_bytes()
+        start = net[:net.index(b"begin")].count(b"\n") + 1
+        message = f"the block that begins in line {start} has no end"
+        cut = net[:net.rindex(b"end")]
+        self.assertEqual(self.lines_of("net.ulk", cut), ([message, "loads"], 0))
+        square = b"# one\n" + SQUARE.format(maps="").encode()
+        self.assertEqual(self.lines_of("square.ulk", square), (["loads"], 0))
+        self.assertEqual(self.lines_of("square.ulk", square[:-4]), ([
+            "the block that begins in line 2 has no end", "does not load"], 1))
+
+    def test_a_last_line_without_a_line_feed_is_told(self):
+        square = SQUARE.format(maps="").encode()
+        told = "the last line has no line feed; the file may be cut off"
+        self.assertEqual(self.lines_of("square.ulk", square[:-1]), ([told, "loads"], 0))
+        self.assertEqual(self.lines_of("square.ulk", square[:-6]), ([
+            "the block that begins in line 1 has no end", told, "does not load"], 1))
+
+    def test_an_stl_file_whose_length_does_not_fit_its_count_is_told(self):
+        def stl(count, size):
+            return bytes(80) + struct.pack("<I", count) + bytes(size)
+        self.assertEqual(self.lines_of("a.stl", stl(2, 100)), (["loads"], 0))
+        self.assertEqual(self.lines_of("a.STL", stl(9, 416)), ([
+            "a count of 9 triangles makes 534 bytes, but the file has 500; it ends too early", "loads"], 0))
+        self.assertEqual(self.lines_of("a.stl", stl(2, 101)), ([
+            "a count of 2 triangles makes 184 bytes, but the file has 185; the rest is not read", "loads"], 0))
+        self.assertEqual(self.lines_of("a.stl", bytes(83)), ([
+            "a count of 0 triangles makes 84 bytes, but the file has 83; it ends too early", "loads"], 0))
+        # A scene file is not judged as one, nor the other way round.
+        self.assertEqual(self.lines_of("a.ulk", stl(2, 99))[1], 1)
+
+    def test_a_text_stl_file_is_told(self):
+        text = b"solid part\nfacet normal 0 0 1\nouter loop\n" + b"vertex 0 0 0\n" * 30 + b"endsolid part\n"
+        self.assertEqual(self.lines_of("a.stl", text), ([
+            "this looks like a text STL file; only binary ones are read", "loads"], 0))
+
+    def test_a_line_of_any_length_is_told_as_a_whole(self):
+        line = b"\0" * 3000000
+        path = self.folder / "a.ulk"
+        path.write_bytes(b"nonsense\n" + line + b"\nmore\n")
+        done = subprocess.run([PROGRAM, "check", path], capture_output=True, timeout=60)
+        name = str(path).encode()
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stdout, b"".join(name + b": " + text + b"\n" for text in (
+            b"unknown line: nonsense", b"unknown line: " + line, b"unknown line: more", b"does not load")))
+
     def test_no_file_is_wrong_usage(self):
         self.assertEqual(run("check").returncode, 2)
 

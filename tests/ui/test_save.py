@@ -1,5 +1,8 @@
 """Saving: both commands, the question before a file is replaced, and files that can not be written."""
 
+import pathlib
+import resource
+
 from harness import PROGRAM_NAME, UiTestCase, main
 from harness import commands as do
 
@@ -97,6 +100,26 @@ class Save(UiTestCase):
         do.give_save_current_as(program, path)
         self.assert_told(program, "ファイルの上書き保存に失敗しました")
         program.wait_title(f"nowhere.ulk - {PROGRAM_NAME}")
+
+    def test_a_save_that_fails_keeps_the_former_file_and_says_where(self):
+        program = self.start_with("cube.ulk")
+        former = b"former" * 1000
+        path = self.file(program, "kept.ulk", former)
+        resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (2000, resource.RLIM_INFINITY))
+        do.give_save_as(program, path)
+        self.answer_overwrite(program, path, "Return")
+        self.assert_told(program, f"{path} の保存に失敗しました")
+        resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
+        self.assertEqual(pathlib.Path(f"{path}~").read_bytes(), former)
+        self.assertEqual(len(path.read_bytes()), 2000)
+        self.assertEqual(program.stderr, f"{path}: not saved; the former file is {path}~\n")
+
+        # The next save puts what is there aside, too, and takes away only that.
+        do.give_save_as(program, path)
+        self.answer_overwrite(program, path, "Return")
+        program.wait_title(f"kept.ulk - {PROGRAM_NAME}")
+        self.assertTrue(path.read_bytes().startswith(CUBE))
+        self.assertEqual(sorted(file.name for file in path.parent.glob("kept.ulk*")), ["kept.ulk", "kept.ulk~"])
 
     def test_a_full_disk_is_told(self):
         program = self.start_with("cube.ulk")

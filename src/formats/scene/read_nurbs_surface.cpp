@@ -15,6 +15,9 @@
 
 namespace ulk3d {
 
+using libutils::saturating_product;
+using libutils::saturating_sum;
+
 namespace {
 
 struct opening_t {
@@ -134,7 +137,7 @@ bool read_nurbs_surface(const char* path, nurbs_t& nurbs, texture_t& texture,
     }
     nurbs_block block(nurbs, texture);
     const block_end_t end = read_block_lines(nurbs_keys, block, line, input, messages);
-    if (end == block_end_t::over_run)
+    if (end == block_end_t::over_run || input.met_overlong_line())
         return false;
     const bool complete = end == block_end_t::end_of_file ||
                           all_filled(messages, block.knots1, block.knots2, block.weights, block.points);

@@ -26,6 +26,9 @@ struct texture_t;
 /// with each line read. `line` is the opening line, and afterwards the line read last. Messages are written
 /// to `log`, one line each. The surface blocks need a current GL context.
 ///
+/// A line that does not fit into memory ends a block as the end of the file does, and a NURBS block with the
+/// result false. The caller asks the lines for it, and tells.
+///
 /// An unknown key gives a message, and for most keys a missing value does; reading then goes on. One entry
 /// more than the opening line announces gives a message and ends the block at once with the result false.
 

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -64,6 +65,8 @@ struct text_line_t {
 };
 
 /// Splits a text into lines at LF, in one pass, through one window of memory that grows only for a long line.
+/// What a window grows by is claimed (utils/memory/memory_budget.h). A comment never makes it grow: of one
+/// that is longer than the window only the first byte and some of the last are in its line.
 ///
 /// A last line without a line feed counts like any other. Reading on after the last line yields an empty
 /// line, and only then does `failed` become true.
@@ -85,22 +88,35 @@ class text_lines {
 
     /// True when the lines end because the file could not be read on.
     bool has_read_error() const { return file.has_read_error(); }
+    /// True after a line that the window could not grow for: there memory did not suffice for it, and the
+    /// lines end before it.
+    bool met_overlong_line() const { return overlong; }
 
     /// Bytes of the text after the line that was read last.
     std::uint64_t remaining() const { return limit - cursor + unread; }
 
   private:
     explicit text_lines(libutils::file_descriptor&& source, std::uint64_t size);
+    /// A block that can be resized without a second copy of it.
+    struct free_block_t {
+        void operator()(char* block) const { std::free(block); }
+    };
+
+    [[nodiscard]] bool resize_window(std::size_t new_capacity);
+    [[nodiscard]] bool make_room();
     [[nodiscard]] bool refill();
+    void end_here();
 
     libutils::file_descriptor file;
-    std::uint64_t unread = 0;        ///< bytes of the file that are not in the window yet
-    std::unique_ptr<char[]> window;  ///< `capacity` bytes and one more for a terminator
+    std::uint64_t unread = 0;                      ///< bytes of the file that are not in the window yet
+    std::unique_ptr<char[], free_block_t> window;  ///< `capacity` bytes and one more for a terminator
     std::size_t capacity = 0;
-    std::size_t cursor = 0;  ///< start of the next line
-    std::size_t limit = 0;   ///< end of the bytes in the window
+    std::size_t cursor = 0;     ///< start of the next line
+    std::size_t limit = 0;      ///< end of the bytes in the window
+    std::size_t last_read = 0;  ///< bytes that the last read has put before that end
     bool opened = false;
     bool at_end = false;
+    bool overlong = false;
 };
 
 }  // namespace ulk3d

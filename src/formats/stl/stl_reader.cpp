@@ -12,6 +12,7 @@
 #include "model/try_allocate.h"
 #include "render/gl/mapped_span.h"
 #include "utils/files/file_descriptor.h"
+#include "utils/memory/memory_budget.h"
 
 namespace ulk3d {
 
@@ -86,7 +87,7 @@ struct triangle_soup {
 };
 
 /// Fills the arrays from the file's current position. If the file has become shorter in the meantime the
-/// remaining entries are left unchanged.
+/// remaining entries are left as they were allocated: zero vertices and restart marks.
 void read_triangles(file_descriptor& file, std::uint64_t triangle_count, const triangle_soup& soup) {
     constexpr std::uint64_t most_at_once = 4096;
     const std::uint64_t block_triangles = std::min(triangle_count, most_at_once);
@@ -121,6 +122,7 @@ bool fill(polygon_t& polygon, file_descriptor& file, std::uint64_t triangle_coun
 }  // namespace
 
 bool load_stl(const char* path, scene_t& scene) {
+    const libutils::load_budget_t budget;
     std::uint64_t file_size = 0;
     file_descriptor file = libutils::open_plain_file(path, file_size);
     if (!file.is_open())

@@ -8,17 +8,24 @@
 
 #include "gltextures/gr_check_error.h"
 #include "model/math/vectors.h"
-#include "model/memory_budget.h"
 #include "render/gl/mapped_span.h"
+#include "utils/memory/memory_budget.h"
 
 namespace ulk3d {
 
 using libgr::grCheckError;
+using libutils::saturating_product;
+using libutils::saturating_sum;
 
 namespace {
 
 constexpr std::uint32_t default_resolution = 33;
 constexpr std::int64_t selection_words = 10;  // per control point: what the selection pass writes
+
+/// For each control point beside the tables: its record and its size in GL arrays, and what the selection
+/// pass writes.
+constexpr std::uint64_t uploaded_bytes =
+    sizeof(control_point_t) + sizeof(float) + selection_words * sizeof(float);
 
 /// Size of one table in bytes; the largest value when it does not fit in 64 bits.
 template <typename T>
@@ -54,7 +61,10 @@ bool nurbs_t::allocate(std::uint64_t new_count1, std::uint64_t new_order1, std::
     const std::uint64_t bytes = saturating_sum(knot_bytes, point_bytes);
     if (bytes > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
         throw std::bad_array_new_length();
-    if (!fits_into_memory(bytes))
+    // The tables are kept a second time, as what the mesh was made from.
+    const std::uint64_t uploads =
+        saturating_product(saturating_product(new_count2, new_count1), uploaded_bytes);
+    if (!libutils::claim_memory(saturating_sum(saturating_product(bytes, 2), uploads)))
         return false;
 
     knot1.resize(new_count2, row_knots);

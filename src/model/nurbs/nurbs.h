@@ -27,9 +27,9 @@ class nurbs_t : public modeling_t {
     ~nurbs_t() override = default;
 
     /// Sets the dimensions and makes the tables for them, zeroed; old contents are lost and no point is
-    /// selected. Makes no GL calls. False when the tables do not fit into memory (model/memory_budget.h),
-    /// without a message. Throws std::bad_array_new_length when their size overflows. In both cases the model
-    /// then has no tables.
+    /// selected. Makes no GL calls. False when the tables do not fit into memory
+    /// (utils/memory/memory_budget.h), without a message. Throws std::bad_array_new_length when their size
+    /// overflows. In both cases the model then has no tables.
     [[nodiscard]] bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2,
                                 std::uint64_t order2);
 

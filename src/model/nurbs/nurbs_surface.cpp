@@ -4,18 +4,19 @@
 #include <vector>
 
 #include "gltextures/gr_check_error.h"
-#include "model/memory_budget.h"
 #include "model/nurbs/nurbs.h"
 #include "model/nurbs/nurbs_grid.h"
 #include "model/nurbs/nurbs_normals.h"
 #include "model/polygon/polygon.h"
 #include "model/texture.h"
 #include "render/gl/mapped_span.h"
+#include "utils/memory/memory_budget.h"
 
 /// Makes the mesh as which the surface of a net is drawn.
 namespace ulk3d {
 
 using libgr::grCheckError;
+using libutils::saturating_product;
 
 namespace {
 

@@ -32,7 +32,7 @@ class polygon_t : public modeling_t {
     /// names it
     /// ("vertices.allocate() failed.", and so on; without a line for the point sizes and the feedback
     /// buffers); the arrays before it stay allocated. Counts that are too large for one draw call, or do not
-    /// fit into memory (model/memory_budget.h), fail in the same way before anything is changed.
+    /// fit into memory (utils/memory/memory_budget.h), fail in the same way before anything is changed.
     [[nodiscard]] bool allocate(std::uint64_t vertex_count, std::uint64_t element_count);
 
     /// Whether `allocate` can make arrays for these counts: they are not too large for a draw call, and fit
@@ -55,8 +55,8 @@ class polygon_t : public modeling_t {
     /// Completes a load or an edit: sets the name unless it is null, numbers the polygons, renews
     /// `selectelems`, and gives a default frame to each triangle whose last vertex has a zero normal at that
     /// moment, after the triangles before it were handled: on shared vertices the later triangle wins. With
-    /// fewer than three elements only the name is set. False when a buffer can not be mapped: then only the
-    /// name is set as well.
+    /// fewer than three elements there are no polygons, and no frame is given. False when a buffer can not be
+    /// mapped: then only the name is set.
     bool afterload(const char* new_name);
 
     /// Selects or unselects the polygon with an id: adds the id to `selectpolygons()` and its triangle to

@@ -5,20 +5,25 @@
 #include <utility>
 
 #include "gltextures/gr_check_error.h"
-#include "model/memory_budget.h"
 #include "model/polygon/polygon.h"
 #include "render/gl/mapped_span.h"
+#include "utils/memory/memory_budget.h"
 
 /// Allocation and resizing of a polygon's arrays.
 namespace ulk3d {
 
 using libgr::grCheckError;
+using libutils::saturating_product;
+using libutils::saturating_sum;
 
 namespace {
 
 constexpr std::int64_t selection_words = 10;  // per vertex: what the selection pass writes
 constexpr std::int64_t frame_words = 9;       // per vertex: what the frame pass writes
 constexpr std::uint64_t word_bytes = 4;
+
+/// What a model without a single vertex takes: its records, and the driver's of its GL objects.
+constexpr std::uint64_t model_bytes = 16 * 1024;
 
 /// A draw call takes a signed 32-bit count. This limit also keeps all vertex indices below the restart mark.
 constexpr std::uint64_t most_drawn = std::numeric_limits<std::int32_t>::max();
@@ -41,17 +46,25 @@ std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
     return saturating_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
 }
 
-/// The message of the first array that can not be drawn or that memory does not suffice for; null when there
-/// is none.
-const char* first_refusal(const claims_t& claims, std::uint64_t growth) {
-    const std::uint64_t budget = memory_budget();
-    std::uint64_t sum = 0;
+/// Claims the memory of all arrays, and `besides` for what comes with them. The message of the first array
+/// that can not be drawn or that memory does not suffice for; null when there is none.
+const char* first_refusal(const claims_t& claims, std::uint64_t growth, std::uint64_t besides) {
+    std::uint64_t all = besides;
+    for (const claim_t& claim : claims)
+        all = saturating_sum(all, bytes_needed(claim, growth));
+    const bool all_drawn =
+        std::ranges::all_of(claims, [](const claim_t& claim) { return claim.count <= most_drawn; });
+    if (all_drawn && libutils::claim_memory(all))
+        return nullptr;
+    const std::uint64_t budget = libutils::memory_budget();
+    std::uint64_t sum = besides;
     for (const claim_t& claim : claims) {
         sum = saturating_sum(sum, bytes_needed(claim, growth));
         if (claim.count > most_drawn || sum > budget)
             return claim.message;
     }
-    return nullptr;
+    // Memory has become free in between.
+    return claims.back().message;
 }
 
 template <class Buffer>
@@ -139,12 +152,14 @@ claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, s
 }  // namespace
 
 bool polygon_t::can_hold(std::uint64_t vertex_count, std::uint64_t element_count) const {
-    return first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1) == nullptr;
+    const libutils::trial_claims_t given_back;
+    return first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1, 0) == nullptr;
 }
 
 bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count) {
     if (const char* const refusal =
-            first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1))
+            first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1,
+                          vertices.has_buffer() ? 0 : model_bytes))
         return fail(refusal);
     const auto vertex_total = static_cast<std::int64_t>(vertex_count);
     const auto element_total = static_cast<std::int64_t>(element_count);
@@ -197,7 +212,7 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     if (const char* const refusal =
             first_refusal(claims_of(*this, extend_messages, static_cast<std::uint64_t>(vertex_count),
                                     static_cast<std::uint64_t>(element_count)),
-                          4))
+                          4, 0))
         return fail(refusal);
 
     const std::int64_t old_vertices = vertices.element_count();

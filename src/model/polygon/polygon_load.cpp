@@ -66,8 +66,16 @@ bool is_beyond(std::uint64_t polyid, std::size_t size) {
 bool polygon_t::afterload(const char* new_name) {
     if (new_name != nullptr)
         name = new_name;
-    if (element_count() < 3)
+    if (element_count() < 3) {
+        if (selectelems.bytes_in_use() > 0) {
+            const index_span selected(selectelems);
+            if (!selected)
+                return false;
+            std::ranges::fill(selected.span(), restart_mark);
+        }
+        polyidvector.clear();
         return true;
+    }
     std::vector<polygon_place_t> places(element_count() - 2);
 
     const array_span<const vertex_t> corners(vertices);

@@ -28,8 +28,10 @@ bool element_array_t::allocate(std::int64_t element_count) {
     const auto needed = bytes_of(element_count);
     if (!needed)
         return false;
+    // Without a buffer the count is that of an `extend`, which has made no store.
+    const bool is_unchanged = element_count == elements && (has_buffer() || element_count == 0);
     make_buffer();
-    if (element_count == elements)
+    if (is_unchanged)
         return true;
     take_sizes(element_count, *needed);
 

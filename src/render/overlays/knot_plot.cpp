@@ -6,16 +6,19 @@
 
 #include "gltextures/gr_check_error.h"
 #include "model/math/matrices.h"
-#include "model/memory_budget.h"
 #include "model/modeling.h"
 #include "model/nurbs/basis.h"
 #include "render/gl/mapped_span.h"
 #include "render/shaders/build_program.h"
 #include "render/shaders/shaders.h"
+#include "utils/memory/memory_budget.h"
 
 namespace ulk3d {
 
 using libgr::grCheckError;
+using libutils::fits_into_memory;
+using libutils::saturating_product;
+using libutils::saturating_sum;
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "utils/codecs/jpeg_file.h"
 #include "utils/codecs/jpeg_library.h"
 #include "utils/files/picture_files.h"
+#include "utils/memory/memory_budget.h"
 
 // Behind the library's main header, whose structs it needs.
 #include <jerror.h>
@@ -220,6 +221,21 @@ bool read_header(decompressor_t& decompressor) {
     return true;
 }
 
+/// What the library keeps of a picture in many scans until its last row is out: a coefficient of two bytes
+/// for each pixel of each component.
+std::uint64_t coefficient_bytes(const decompressor_t& decompressor) {
+    std::uint64_t sum = 0;
+    if (!decompressor.source.has_many_scans)
+        return sum;
+    const jpeg_decompress_struct& library = decompressor.library;
+    for (int i = 0; i < library.num_components; ++i) {
+        const jpeg_component_info& component = library.comp_info[i];
+        const std::uint64_t blocks = size_product(component.width_in_blocks, component.height_in_blocks);
+        sum = size_sum(sum, size_product(blocks, sizeof(JBLOCK)));
+    }
+    return sum;
+}
+
 /// Second stage: the pixels, the top row to `top_row` and each next one `line` bytes below it. False after an
 /// error; what was decoded is in its place then.
 bool read_rows(decompressor_t& decompressor, unsigned char* top_row, std::uint64_t line) {
@@ -288,8 +304,9 @@ bool decompress(image2d& image, jpeg_t& jpeg, std::uint32_t pad_x, std::uint32_t
     image.format = layout->format;
     image.type = layout->type;
     image.bits = layout->bits;
-    if (size_product(image.linesize(), image.height) > memory_for(jpeg) || !image.allocate() ||
-        !copy_markers(jpeg, library))
+    const std::uint64_t bytes = size_product(image.linesize(), image.height);
+    if (bytes > memory_for(jpeg) || !fits_into_memory(size_sum(bytes, coefficient_bytes(decompressor))) ||
+        !image.allocate() || !copy_markers(jpeg, library))
         return false;
     if (!read_rows(decompressor, image.pixel(0, library.image_height - 1), image.linesize()))
         std::cerr << jpeg.filename << ": jpeg decompress fail, but continue.\n";

@@ -98,7 +98,7 @@ bool load(tga_t& tga, const char* path) {
     if (tga.colour_map_type != 0 && !source.read(tga.colour_map, entries * tga.colour_map_entry_size))
         return false;
     const std::uint64_t bytes = row_bytes(tga) * tga.height;
-    return source.has(bytes) && fit_window(tga.pixels, bytes) && source.read(tga.pixels.begin(), bytes);
+    return source.has(bytes) && claim_window(tga.pixels, bytes) && source.read(tga.pixels.begin(), bytes);
 }
 
 bool convert(image2d& image, const tga_t& tga) {

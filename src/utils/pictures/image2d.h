@@ -58,10 +58,10 @@ class image2d : public image_window_t {
 
     using image_window_t::allocate;
     /// Gives the picture bytes of its own for the skipped rows and all others, and no limit, by the rules of
-    /// fit_window. The codes, the sizes and the skips come first. False, without bytes, when memory of that
+    /// claim_window. The codes, the sizes and the skips come first. False, without bytes, when memory of that
     /// size can not be allocated.
     [[nodiscard]] bool allocate() {
-        return fit_window(*this, size_product(std::uint64_t{skip_y} + height, linesize()));
+        return claim_window(*this, size_product(std::uint64_t{skip_y} + height, linesize()));
     }
 
     /// Drops the bytes, the palette, the size and the place in the rows; the codes, `pack` and `compressed`

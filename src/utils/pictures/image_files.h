@@ -9,6 +9,9 @@ namespace libutils {
 /// Reads a picture. An image of palette indices is expanded to RGB; all else comes as its codec makes it:
 /// grey, grey with alpha, RGB, RGBA, BGR or BGRA.
 ///
+/// The pixels, those of an expanded image as well, are claimed (utils/memory/memory_budget.h) before they are
+/// allocated.
+///
 /// False when the codec fails, with its message, and for another extension, with the line "autoloadformat
 /// load fail, fname=<path>" on the standard error stream. The image then keeps what has been set so far.
 [[nodiscard]] bool autoloadformat(image2d& image, const char* path);

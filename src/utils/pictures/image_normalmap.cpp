@@ -98,7 +98,7 @@ bool heightmap2normalmap(image2d& target, const image2d& source) {
     target.pack = from.pack;
     // Rows that the pack record sets closer than 4 bytes still are written 4 bytes apart.
     const std::uint64_t line = std::max(target_line, target.linesize());
-    if (!fit_window(target, size_product(from.height, line))) {
+    if (!claim_window(target, size_product(from.height, line))) {
         std::cerr << "normalmap allocate() fail.\n";
         return refuse(target, from);
     }

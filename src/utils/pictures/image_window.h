@@ -17,4 +17,9 @@ using image_window_t = ofsvector<unsigned char, alloc_mmap_win>;
 /// the others keep theirs. False, without a block, when memory of that size can not be allocated.
 [[nodiscard]] bool fit_window(image_window_t& window, std::uint64_t bytes);
 
+/// The same for the pixels of a picture, whose number comes from a file: they are claimed
+/// (utils/memory/memory_budget.h) before they are allocated. False, without a block, also when the claim is
+/// refused.
+[[nodiscard]] bool claim_window(image_window_t& window, std::uint64_t bytes);
+
 }  // namespace libutils

@@ -26,6 +26,7 @@
 #include "support/polygon_builder.h"
 #include "support/scene_text.h"
 #include "support/stl_bytes.h"
+#include "support/watched_stores.h"
 
 using namespace ulk3d;
 using namespace ulk_test;
@@ -361,5 +362,33 @@ TEST_F(StlReader, DoesNotDependOnTheLocale) {
         if (scope.is_set()) {
             EXPECT_EQ(vertices_of(load(bytes).polygon()), expected) << name;
         }
+    }
+}
+
+/// Another program may shorten the file after its size was asked for.
+TEST_F(StlReader, WhatAFileLosesWhileItIsReadIsAsAllocated) {
+    const std::string path =
+        folder.write("shrinking.stl", stl_file({flat_triangle(), flat_triangle(1), flat_triangle(2)}));
+    stl_reading_t reading;
+    {
+        const poisoned_stores garbage;
+        // Arrays are made when the size is known, and filled after that.
+        const watched_stores shrinking([&path](GLsizeiptr) {
+            std::filesystem::resize_file(path, 84 + 60);
+            return true;
+        });
+        reading = load_path(path);
+    }
+    ASSERT_TRUE(reading.result);
+    const polygon_t& polygon = reading.polygon();
+    ASSERT_EQ(polygon.vertex_count(), 9U);
+    EXPECT_EQ(elements_of(polygon),
+              (std::vector<std::uint32_t>{0, 1, 2, mark, mark, mark, mark, mark, mark, mark, mark, mark}));
+    const std::vector<vertex_t> vertices = vertices_of(polygon);
+    const std::vector<frame_t> frames = frames_of(polygon);
+    EXPECT_NE(vertices[1], vertex_t{});
+    for (std::size_t i = 3; i < vertices.size(); ++i) {
+        EXPECT_EQ(vertices[i], vertex_t{}) << i;
+        EXPECT_EQ(frames[i], frame_t{}) << i;
     }
 }

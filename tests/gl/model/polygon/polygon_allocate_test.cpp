@@ -5,7 +5,6 @@
 #include <limits>
 #include <optional>
 
-#include "model/memory_budget.h"
 #include "render/gl/mapped_span.h"
 #include "support/captured_stream.h"
 #include "support/failing_stores.h"
@@ -13,6 +12,7 @@
 #include "support/gl_context.h"
 #include "support/poisoned_stores.h"
 #include "support/polygon_builder.h"
+#include "utils/memory/memory_budget.h"
 
 namespace {
 
@@ -262,7 +262,7 @@ TEST_F(PolygonAllocate, CountsBeyondMemoryAreRefusedByTheFirstArrayConcerned) {
     // Bytes per vertex: 116 with the vertices, 36 with the normals, 48 with the work normals. Per element: 12
     // with the elements, 12 more with the selected ones, which at three times the count are also the first to
     // exceed what a draw call takes.
-    const std::uint64_t budget = memory_budget();
+    const std::uint64_t budget = libutils::memory_budget();
     struct row {
         std::uint64_t vertices, elements;
         const char* message;

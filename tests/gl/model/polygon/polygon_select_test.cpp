@@ -117,15 +117,22 @@ TEST_F(PolygonSelect, IdWithoutATriangleIsSilent) {
     EXPECT_EQ(selectelems_of(polygon), before);
 }
 
-TEST_F(PolygonSelect, RecordsLeftFromAnEarlierStateSelectNothing) {
+TEST_F(PolygonSelect, AModelThatShrinksToTwoElementsHasNoIdsLeft) {
     ASSERT_TRUE(polygon.extend(5, 2));
+    EXPECT_TRUE(polygon.polyidvector.empty());
     const captured_stream errors(std::cerr);
     polygon.selectpolygon(0);
-    polygon.unselectpolygon(0);
-    EXPECT_EQ(errors.text(), "");
-    polygon.selectpolygon(6);
-    EXPECT_EQ(errors.text(), "polygon_t::selectpolygon() polyid(6) >= polyidvector.size(6)\n");
+    EXPECT_EQ(errors.text(), "polygon_t::selectpolygon() polyid(0) >= polyidvector.size(0)\n");
     EXPECT_EQ(polygon.selectelems.element_count(), 0);
+}
+
+TEST_F(PolygonSelect, TrianglesOfAModelThatShrinksToTwoElementsAreNotDrawnAsSelected) {
+    polygon.selectpolygon(0);
+    ASSERT_EQ(selected(0), (triangle{0, 1, 2}));
+    // An edit shortens the list, and a load of its own completes it.
+    ASSERT_TRUE(polygon.elements.extend(2));
+    polygon.afterload(nullptr);
+    EXPECT_EQ(selected(0), none);
 }
 
 TEST_F(PolygonSelect, TriangleThatAnEditBrokeIsNotSelected) {

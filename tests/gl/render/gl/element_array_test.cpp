@@ -64,6 +64,19 @@ TEST_F(ElementArray, AllocateWithTheSameCountKeepsTheContent) {
     EXPECT_EQ(indices_in_use(elements), (indices_t{7, 8, 9}));
 }
 
+TEST_F(ElementArray, AllocateAfterAnExtendWithoutABufferMakesAStore) {
+    element_array_t elements;
+    // Only the sizes are set, for the next allocation: four times the demand.
+    ASSERT_TRUE(elements.extend(3));
+    ASSERT_FALSE(elements.has_buffer());
+    ASSERT_TRUE(elements.allocate(3));
+    EXPECT_EQ(elements.element_count(), 3);
+    EXPECT_EQ(elements.byte_size(), 48);
+    EXPECT_EQ(gl_store_size(elements.buffer_id()), 48);
+    fill(elements, {7, 8, 9});
+    EXPECT_EQ(indices_in_use(elements), (indices_t{7, 8, 9}));
+}
+
 TEST_F(ElementArray, AllocateWithASmallerCountKeepsTheSize) {
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(3));

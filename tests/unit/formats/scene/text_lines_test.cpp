@@ -6,11 +6,13 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "support/scene_text.h"
+#include "utils/memory/memory_budget.h"
 
 using ulk3d::text_line_t;
 using ulk3d::text_lines;
@@ -132,6 +134,64 @@ TEST(TextLines, AFileThatShrinksEndsThere) {
         ++lines;
     EXPECT_EQ(lines, 300'000U);
     EXPECT_EQ(input.remaining(), 0U);
+}
+
+TEST(TextLines, ALineLongerThanTheBudgetEndsTheLines) {
+    const ulk_test::temporary_folder_t folder;
+    const std::string path = folder.write("long", "one\n" + std::string(5'000'000, 'x') + "\nthree\n");
+    const libutils::load_budget_t budget(4'000'000);
+    text_lines input = text_lines::open(path.c_str());
+    EXPECT_EQ(input.next().view(), "one");
+    EXPECT_FALSE(input.met_overlong_line());
+    EXPECT_EQ(input.next().view(), "");
+    EXPECT_TRUE(input.met_overlong_line());
+    EXPECT_TRUE(input.failed());
+    EXPECT_EQ(input.remaining(), 0U);
+    EXPECT_EQ(input.next().view(), "");
+}
+
+/// The window is never larger than the file, so a budget of the file's size suffices for any line.
+TEST(TextLines, AWindowGrowsNoFurtherThanTheFile) {
+    const ulk_test::temporary_folder_t folder;
+    const std::string line(5'000'000, 'x');
+    const std::string path = folder.write("long", line);
+    const libutils::load_budget_t budget(line.size());
+    text_lines input = text_lines::open(path.c_str());
+    EXPECT_TRUE(input.next().view() == line);
+    EXPECT_FALSE(input.met_overlong_line());
+    EXPECT_GE(libutils::memory_budget(), 200'000U);
+    EXPECT_EQ(input.next().view(), "");
+    EXPECT_TRUE(input.failed());
+}
+
+TEST(TextLines, AFileThatGrowsIsReadOn) {
+    const ulk_test::temporary_folder_t folder;
+    const std::string path = folder.write("growing", "one\n");
+    text_lines input = text_lines::open(path.c_str());
+    const std::string line(3'000'000, 'x');
+    std::ofstream(path, std::ios::binary | std::ios::app) << line << "\nlast";
+    EXPECT_EQ(input.next().view(), "one");
+    EXPECT_TRUE(input.next().view() == line);
+    EXPECT_EQ(input.next().view(), "last");
+    EXPECT_FALSE(input.failed());
+}
+
+TEST(TextLines, ALongCommentTakesNoMemory) {
+    const ulk_test::temporary_folder_t folder;
+    const std::string comment = '#' + std::string(3'000'000, 'x');
+    const std::string path =
+        folder.write("comments", "one\n" + comment + "\ntwo\n" + comment + "\n" + comment);
+    const libutils::load_budget_t budget(0);
+    text_lines input = text_lines::open(path.c_str());
+    EXPECT_EQ(input.next().view(), "one");
+    EXPECT_TRUE(input.next().is_comment());
+    EXPECT_EQ(input.next().view(), "two");
+    EXPECT_TRUE(input.next().is_comment());
+    EXPECT_TRUE(input.next().is_comment());
+    EXPECT_FALSE(input.failed());
+    input.next();
+    EXPECT_TRUE(input.failed());
+    EXPECT_FALSE(input.met_overlong_line());
 }
 
 TEST(TextLines, APathThatIsNoPlainFileIsNotOpened) {
