@@ -98,7 +98,8 @@ void command(benchmark::State& state) {
             models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon))->polygon;
         fill(victim, scene.victim);
         state.ResumeTiming();
-        mesh_cut({}, 0, models);
+        if (!mesh_cut({}, 0, models))
+            state.SkipWithError("The cut has failed.");
     }
     if (models.back()->polygon.vertex_count() == scene.victim.vertices.size())
         state.SkipWithError("nothing was cut");

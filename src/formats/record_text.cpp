@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "utils/text/evalnumber.h"
 #include "utils/text/numbers.h"
@@ -30,6 +31,17 @@ void store_line(const char* line, std::span<float> components) {
         if (*line != '\0')
             ++line;
     }
+}
+
+/// Has `store` change a copy of the content, which is written back when all lines are read: where one of them
+/// fails, the array stays as it was.
+template <class Mapping, class Array, class Store>
+bool store_in(Array& array, Store&& store) {
+    const Mapping mapping(array);
+    std::vector content(mapping.begin(), mapping.end());
+    store(std::span(content));
+    std::ranges::copy(content, mapping.begin());
+    return static_cast<bool>(mapping) || array.bytes_in_use() == 0;
 }
 
 }  // namespace
@@ -61,9 +73,10 @@ void store_member_text(std::span<float> words, const record_member_t& member, st
     });
 }
 
-void store_member_text(array_t& array, std::uint64_t member, std::string text) {
-    const array_span<float> words(array);
-    store_member_text(words.span(), member_of(array, member), std::move(text));
+bool store_member_text(array_t& array, std::uint64_t member, std::string text) {
+    return store_in<array_span<float>>(array, [&](std::span<float> words) {
+        store_member_text(words, member_of(array, member), std::move(text));
+    });
 }
 
 std::string index_text(const element_array_t& elements) {
@@ -84,9 +97,9 @@ void store_index_text(std::span<std::uint32_t> indices, std::string text) {
                   [&](std::size_t i, const char* line) { indices[i] = libutils::parse_uint(line, nullptr); });
 }
 
-void store_index_text(element_array_t& elements, std::string text) {
-    const index_span indices(elements);
-    store_index_text(indices.span(), std::move(text));
+bool store_index_text(element_array_t& elements, std::string text) {
+    return store_in<index_span>(
+        elements, [&](std::span<std::uint32_t> indices) { store_index_text(indices, std::move(text)); });
 }
 
 }  // namespace ulk3d

@@ -6,6 +6,7 @@
 #include "formats/scene/scene_text.h"
 #include "formats/stl/stl_reader.h"
 #include "formats/stl/stl_writer.h"
+#include "model/try_allocate.h"
 #include "utils/memory/memory_budget.h"
 #include "utils/text/strings.h"
 
@@ -47,7 +48,10 @@ class top_level_reader {
                 ++blocks;
             ++line_counter;
         }
-        return blocks;
+        if (!input.has_read_error())
+            return blocks;
+        put_line(log, path, ": file read error.");
+        return 0;
     }
 
   private:
@@ -95,6 +99,30 @@ void write_model(model_entry_t& entry, const char* path, text_output& output) {
     }
 }
 
+bool write_models(model_list_t& models, const char* path) {
+    text_output output(path);
+    for (const auto& entry : models) {
+        write_model(*entry, path, output);
+        output.line();
+        // Flushing after each model stops a failing save at the model where it failed.
+        if (!output.flush())
+            return false;
+    }
+    return output.complete();
+}
+
+bool write_scene(scene_t& scene, const char* path) {
+    text_output output(path);
+    if (write_environment(scene.environment, output))
+        output.line();
+    for (const auto& entry : scene.models) {
+        write_model(*entry, path, output);
+        if (!output.flush())
+            return false;
+    }
+    return output.complete();
+}
+
 }  // namespace
 
 bool is_stl_path(const char* path) {
@@ -123,39 +151,24 @@ std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glp
 }
 
 bool save_model(model_entry_t& entry, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_model(path, entry);
-    text_output output(path);
-    write_model(entry, path, output);
-    return output.complete();
+    return try_command(path, [&] {
+        if (is_stl_path(path))
+            return save_stl_model(path, entry);
+        text_output output(path);
+        write_model(entry, path, output);
+        return output.complete();
+    });
 }
 
 bool save_models(model_list_t& models, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_models(path, models);
-    text_output output(path);
-    for (const auto& entry : models) {
-        write_model(*entry, path, output);
-        output.line();
-        // Flushing after each model stops a failing save at the model where it failed.
-        if (!output.flush())
-            return false;
-    }
-    return output.complete();
+    return try_command(
+        path, [&] { return is_stl_path(path) ? save_stl_models(path, models) : write_models(models, path); });
 }
 
 bool save_scene(scene_t& scene, const char* path) {
-    if (is_stl_path(path))
-        return save_stl_models(path, scene.models);
-    text_output output(path);
-    if (write_environment(scene.environment, output))
-        output.line();
-    for (const auto& entry : scene.models) {
-        write_model(*entry, path, output);
-        if (!output.flush())
-            return false;
-    }
-    return output.complete();
+    return try_command(path, [&] {
+        return is_stl_path(path) ? save_stl_models(path, scene.models) : write_scene(scene, path);
+    });
 }
 
 }  // namespace ulk3d

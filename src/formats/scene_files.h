@@ -30,7 +30,8 @@ class glpolygon_t;
 
 /// Writes one model, a list of models, or environment and models. The models take the path as their file
 /// name, even when writing fails. An STL file holds triangles only, and saving one leaves the names alone.
-/// True when all bytes have reached the file, through the last flush and the close; a failure is silent.
+/// True when all bytes have reached the file, through the last flush and the close. A failure is silent, but
+/// for memory, where a line on the standard error stream tells of it.
 [[nodiscard]] bool save_model(model_entry_t& entry, const char* path);
 [[nodiscard]] bool save_models(model_list_t& models, const char* path);
 /// No command of the window reaches this, so files saved there contain no environment; `ulktool convert` uses

@@ -82,6 +82,7 @@ class mapped_member_t {
     }
 
     const member_view_t<Float>* operator->() const { return &view; }
+    bool is_mapped() const { return mapping && *mapping; }
 
   private:
     std::optional<array_span<Float>> mapping;

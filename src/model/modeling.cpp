@@ -1,6 +1,7 @@
 #include "model/modeling.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "render/gl/mapped_span.h"
 
@@ -41,10 +42,26 @@ void modeling_t::clear() {
     selectionfeedback.release();
 }
 
-void modeling_t::clearselection() {
+bool modeling_t::copy_points(const modeling_t& other) {
+    name = other.name;
+    selection = other.selection;
+    pointsizes = other.pointsizes;
+    return pointsizes.unshare() && (!other.selectionfeedback.has_buffer() ||
+                                    selectionfeedback.allocate(other.selectionfeedback.element_count()));
+}
+
+void modeling_t::swap_points(modeling_t& other) noexcept {
+    name.swap(other.name);
+    selection.swap(other.selection);
+    std::swap(pointsizes, other.pointsizes);
+    selectionfeedback.swap(other.selectionfeedback);
+}
+
+bool modeling_t::clearselection() {
     const array_span<float> sizes(pointsizes);
     std::ranges::fill(sizes.span(), unselected_point_size);
     selection.assign(selection.size(), false);
+    return sizes.size() >= selection.size();
 }
 
 bool modeling_t::select(std::uint64_t point) {

@@ -77,8 +77,9 @@ class modeling_t {
     /// Returns to the empty state: no name, no points, no selection.
     virtual void clear();
 
-    /// Unselects all points; the number of points stays.
-    void clearselection();
+    /// Unselects all points; the number of points stays. False when the point sizes can not be mapped; they
+    /// then stay as they were.
+    bool clearselection();
     /// Selects or unselects one point. False when it already is so, or when there is no such point.
     bool select(std::uint64_t point);
     bool unselect(std::uint64_t point);
@@ -87,6 +88,12 @@ class modeling_t {
     array_t pointsizes;                   ///< one float per point, kept equal to `selection`
     std::vector<bool> selection;          ///< one bit per point, set when selected
     feedback_buffer_t selectionfeedback;  ///< target of the selection pass, 10 words per point
+
+  protected:
+    /// Makes what is above equal to that of `other`, in buffers of its own. False when GL has no memory.
+    [[nodiscard]] bool copy_points(const modeling_t& other);
+    /// Exchanges what is above. Never fails.
+    void swap_points(modeling_t& other) noexcept;
 
   private:
     bool mark(std::uint64_t point, bool selected, float size);

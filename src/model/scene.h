@@ -23,6 +23,12 @@ struct model_entry_t {
     model_entry_t(const model_entry_t&) = delete;
     model_entry_t& operator=(const model_entry_t&) = delete;
 
+    /// Makes a new entry equal to `other`, with buffers of its own and an empty history. False, after a line
+    /// on the standard error stream, when GL has no memory.
+    [[nodiscard]] bool copy(const model_entry_t& other);
+    /// Exchanges the contents of both but for their histories. Never fails.
+    void swap(model_entry_t& other) noexcept;
+
     /// The model that `kind` selects.
     modeling_t& modeling();
     const modeling_t& modeling() const;

@@ -1,18 +1,25 @@
 #pragma once
 
+#include <iostream>
 #include <new>
+
+#include "utils/memory/try_allocate.h"
 
 namespace ulk3d {
 
-/// Returns the result of `allocate()`, which makes arrays whose size comes from a file or a dialog; false
-/// also when it runs out of memory. The only place that catches an exception of the allocator. Prints
-/// nothing.
-template <typename Allocate>
-[[nodiscard]] bool try_allocate(Allocate&& allocate) {
+/// With it `try_command` is the only place that catches an exception of the allocator.
+using libutils::try_allocate;
+
+/// Runs a command of the user and returns its result. When it runs out of memory, prints the line "NAME: out
+/// of memory." to the standard error stream and returns an empty result, such as false. A command makes
+/// whatever can fail before it changes anything, and so has changed nothing then.
+template <typename Command>
+auto try_command(const char* name, Command&& command) -> decltype(command()) {
     try {
-        return allocate();
+        return command();
     } catch (const std::bad_alloc&) {
-        return false;
+        std::cerr << name << ": out of memory." << std::endl;
+        return decltype(command())();
     }
 }
 

@@ -9,6 +9,8 @@
 
 #include <cerrno>
 #include <iostream>
+#include <new>
+#include <sstream>
 
 #include "app/window/ViewWindow.h"
 #include "utils/memory/alloc_mmap_win.h"
@@ -43,6 +45,17 @@ TEST(CutProgress, AFractionAboveOneIsAFullBar) {
     });
     Gtk::Main::run();
     EXPECT_EQ(bar->get_fraction(), 1.0);
+}
+
+TEST(OutOfMemory, InACallbackIsALineAndTheProgramGoesOn) {
+    ulk3d::ViewWindow window("ulkedit");
+    std::ostringstream told;
+    std::streambuf* const former = std::cerr.rdbuf(told.rdbuf());
+    Glib::signal_idle().connect_once([] { throw std::bad_alloc(); });
+    Glib::signal_idle().connect_once([] { Gtk::Main::quit(); });
+    Gtk::Main::run();
+    std::cerr.rdbuf(former);
+    EXPECT_EQ(told.str(), "ulkedit: out of memory.\n");
 }
 
 /// Prints and closes the box with a title.

@@ -46,8 +46,10 @@ bool edit_steps_t::wheel(int delta) {
 }
 
 void edit_steps_t::push(model_entry_t& entry, edit_t edit) {
+    std::list<step_t> step;
+    step.push_back({&entry});
     entry.history.push(std::move(edit));
-    undo_list.push_back({&entry});
+    undo_list.splice(undo_list.end(), step);
 }
 
 bool edit_steps_t::undo() {

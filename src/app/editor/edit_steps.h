@@ -30,7 +30,8 @@ class edit_steps_t {
     /// next undo that names the model takes it back. Returns whether there are any points.
     bool wheel(int delta);
 
-    /// Makes a step of an edit of one model that was carried out elsewhere.
+    /// Makes a step of an edit of one model that was carried out elsewhere. Nothing changes when memory runs
+    /// out.
     void push(model_entry_t& entry, edit_t edit);
 
     /// Undoes or redoes the last step. False when there is none.

@@ -6,6 +6,7 @@
 
 #include "formats/scene_files.h"
 #include "model/math/vectors.h"
+#include "model/whole_change.h"
 #include "operations/cut/mesh_cut.h"
 #include "operations/fold/fold_polygons.h"
 
@@ -21,6 +22,13 @@ void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
         pick = {};
     else if (pick.model > removed)
         --pick.model;
+}
+
+/// Folds the selected polygons of a mesh. After a failure it may be half folded.
+bool fold_mesh(polygon_t& polygon, const std::pair<pos3, pos3>& axis, float angle) {
+    return fold_polygons(polygon.selectpolygons(), axis.first, axis.second, angle, polygon.vertices,
+                         polygon.normals, polygon.elements) &&
+           polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count());
 }
 
 }  // namespace
@@ -56,9 +64,10 @@ bool edited_scene_t::append(const std::function<bool(scene_t&)>& load) {
         if (!load(loaded))
             return false;
         const std::uint64_t first_new = model_list.size();
+        // From here on nothing can fail.
         model_list.splice(model_list.end(), loaded.models);
         if (!loaded.environment.cubetex.empty())
-            environment = loaded.environment;
+            environment = std::move(loaded.environment);
         // A file may hold an environment alone; the current model then stays.
         if (model_list.size() > first_new)
             select_model(first_new);
@@ -67,10 +76,11 @@ bool edited_scene_t::append(const std::function<bool(scene_t&)>& load) {
     });
 }
 
-void edited_scene_t::add_model(model_kind_t kind) {
-    change_gate.pass([&] {
+bool edited_scene_t::add_model(model_kind_t kind) {
+    return change_gate.pass([&] {
         model_list.push_back(std::make_unique<model_entry_t>(kind));
         select_model(model_list.size() - 1);
+        return true;
     });
 }
 
@@ -99,21 +109,19 @@ bool edited_scene_t::fold(float angle) {
         const auto axis = fold_positions();
         if (!axis || f_eq(axis->first, axis->second))
             return false;
+        whole_change_t change;
         bool folded = false;
         for (const auto& entry : model_list) {
-            polygon_t& polygon = entry->polygon;
             // A model without a selection would stay as it is: that does not count as a fold, so that the
             // user learns that nothing was folded.
-            if (entry->kind != model_kind_t::polygon || polygon.selectpolygons().empty())
+            if (entry->kind != model_kind_t::polygon || entry->polygon.selectpolygons().empty())
                 continue;
-            if (!fold_polygons(polygon.selectpolygons(), axis->first, axis->second, angle, polygon.vertices,
-                               polygon.normals, polygon.elements))
-                continue;
+            model_entry_t* const copy = change.copy_of(*entry);
+            if (copy == nullptr || !fold_mesh(copy->polygon, *axis, angle))
+                return false;
             folded = true;
-            // Reports its own failure; the mesh has changed all the same.
-            static_cast<void>(
-                polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count()));
         }
+        change.commit();
         if (folded)
             steps.forget();
         return folded;
@@ -127,8 +135,9 @@ void edited_scene_t::cut_current(const sigc::slot<void, double>& receiver) {
             return;
         progress_signal_t progress;
         progress.connect(receiver);
-        mesh_cut(progress, index_of_current, model_list);
-        steps.forget();
+        // Reports its own failure, which changes no model.
+        if (mesh_cut(progress, index_of_current, model_list))
+            steps.forget();
     });
 }
 

@@ -61,8 +61,9 @@ class edited_scene_t {
     /// environment if it names a map. Forgets the steps of undo. False, with nothing changed, when `load`
     /// returns false or the gate is closed.
     [[nodiscard]] bool append(const std::function<bool(scene_t&)>& load);
-    /// Appends an empty model of a kind and makes it current.
-    void add_model(model_kind_t kind);
+    /// Appends an empty model of a kind and makes it current. False, with nothing changed, when the gate is
+    /// closed.
+    bool add_model(model_kind_t kind);
     /// Removes the current model from the scene and forgets the steps of undo; the model after it becomes
     /// current, or the new last one when there is none.
     void delete_current();

@@ -12,6 +12,7 @@
 #include "gltextures/gr_check_error.h"
 #include "gltextures/textures/texture_stores.h"
 #include "model/math/vectors.h"
+#include "model/try_allocate.h"
 #include "operations/hit/polygon_hit.h"
 #include "render/gl/gl_requirement.h"
 
@@ -73,10 +74,11 @@ void scene_view_t::set_grid(bool on) {
 
 void scene_view_t::update_ortho_views() {
     cameras.update_ortho_views();
-    // A grid that can not be made has printed its own line and stays as it was.
+    // A grid that can not be made has printed its own line. The views do without it.
     if (grid_on)
-        static_cast<void>(
-            axis_grids.rebuild(cameras.front.inverse, cameras.side.inverse, cameras.top.inverse));
+        static_cast<void>(try_command("grid_t::rebuild()", [this] {
+            return axis_grids.rebuild(cameras.front.inverse, cameras.side.inverse, cameras.top.inverse);
+        }));
 }
 
 void scene_view_t::pan(const view_cursor_t& from, const view_cursor_t& to) {

@@ -6,6 +6,8 @@
 #include "app/editor/program_path.h"
 #include "formats/scene_files.h"
 #include "gltextures/gr_check_error.h"
+#include "model/try_allocate.h"
+#include "model/whole_change.h"
 
 namespace ulk3d {
 
@@ -13,14 +15,23 @@ using libgr::grCheckError;
 
 ulkedit_t::ulkedit_t(const char* argv0) : program_dir(program_directory(argv0)) {}
 
+bool ulkedit_t::fold() {
+    return try_command("ulkedit_t::fold()", [this] { return edited.fold(fold_angle); });
+}
+
+void ulkedit_t::cut_current(const sigc::slot<void, double>& receiver) {
+    try_command("ulkedit_t::cut_current()", [&] { edited.cut_current(receiver); });
+}
+
 bool ulkedit_t::file_open(const char* name, std::ostream& errors) {
-    const bool opened = edited.append([&](scene_t& loaded) {
+    const auto load = [&](scene_t& loaded) {
         grCheckError("ulkedit_t::file_open(0)");
         if (load_scene(loaded, name, seen.glpolygon, errors))
             return true;
         std::cerr << name << ": file open error." << std::endl;
         return false;
-    });
+    };
+    const bool opened = try_command(name, [&] { return edited.append(load); });
     if (!opened)
         return false;
     grCheckError("ulkedit_t::file_open(1)");
@@ -38,26 +49,35 @@ model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
     return const_cast<model_entry_t*>(std::as_const(*this).current_of_kind(kind));
 }
 
-void ulkedit_t::set_polygon(const polygon_settings_t& settings) {
+template <class Change>
+void ulkedit_t::change(const char* command, Change&& apply) {
     edited.gate().pass([&] {
-        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
-            set_polygon_settings(*entry, settings);
+        if (!try_command(command, std::forward<Change>(apply)))
+            std::cerr << command << ": nothing has changed." << std::endl;
+    });
+}
+
+void ulkedit_t::set_polygon(const polygon_settings_t& settings) {
+    change("ulkedit_t::set_polygon()", [&] {
+        model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
+        return entry == nullptr || set_polygon_settings(*entry, settings);
     });
 }
 
 void ulkedit_t::set_nurbs(const nurbs_settings_t& settings) {
-    edited.gate().pass([&] {
-        if (model_entry_t* const entry = current_of_kind(model_kind_t::nurbs))
-            set_nurbs_settings(*entry, settings, seen.glpolygon);
+    change("ulkedit_t::set_nurbs()", [&] {
+        model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
+        return entry == nullptr || set_nurbs_settings(*entry, settings, seen.glpolygon);
     });
 }
 
 void ulkedit_t::set_environment(const environment_settings_t& settings) {
-    edited.gate().pass([&] {
+    change("ulkedit_t::set_environment()", [&] {
         // The map is looked for where a scene file would name it: beside the file of the current model.
         const model_entry_t* const entry = current_model();
         const std::string base = entry == nullptr ? std::string() : entry->modeling().name;
         set_environment_settings(edited.environment, settings, base.empty() ? nullptr : base.c_str());
+        return true;
     });
 }
 
@@ -67,17 +87,22 @@ net_table_t ulkedit_t::net_table(attribute_t attribute) const {
 }
 
 void ulkedit_t::set_net_table(attribute_t attribute, std::span<const number_row_t> points) {
-    edited.gate().pass([&] {
+    change("ulkedit_t::set_net_table()", [&] {
         model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
         if (entry == nullptr)
-            return;
-        table_change_t change = write_rows(entry->nurbs, attribute, form_of(attribute), points);
-        if (!change)
-            return;
-        const bool has_values = change.has_values();
-        note_edit(std::move(change.edit));
-        if (has_values)
-            entry->nurbs.update(seen.glpolygon);
+            return true;
+        whole_change_t whole;
+        model_entry_t* const changed = whole.copy_of(*entry);
+        if (changed == nullptr)
+            return false;
+        table_change_t written = write_rows(changed->nurbs, attribute, form_of(attribute), points);
+        if (!written)
+            return !written.failed;
+        if (written.has_values() && !changed->nurbs.bring_up_to_date(seen.glpolygon))
+            return false;
+        edited.steps.push(*entry, std::move(written.edit));
+        whole.commit();
+        return true;
     });
 }
 
@@ -87,10 +112,20 @@ option_table_t ulkedit_t::option_table(std::uint32_t index) const {
 }
 
 void ulkedit_t::set_option_table(std::uint32_t index, const matrix_t<float>& values) {
-    edited.gate().pass([&] {
+    change("ulkedit_t::set_option_table()", [&] {
         model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
-        if (entry != nullptr && write_option(entry->nurbs, index, values))
-            entry->nurbs.update(seen.glpolygon);
+        if (entry == nullptr)
+            return true;
+        whole_change_t whole;
+        model_entry_t* const changed = whole.copy_of(*entry);
+        if (changed == nullptr)
+            return false;
+        if (!write_option(changed->nurbs, index, values))
+            return true;
+        if (!changed->nurbs.bring_up_to_date(seen.glpolygon))
+            return false;
+        whole.commit();
+        return true;
     });
 }
 
@@ -101,10 +136,11 @@ std::string ulkedit_t::vertex_text(attribute_t attribute) const {
 }
 
 void ulkedit_t::set_vertex_text(attribute_t attribute, std::string text) {
-    edited.gate().pass([&] {
+    change("ulkedit_t::set_vertex_text()", [&] {
         const attribute_place_t place = place_of(attribute);
-        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
-            store_member_text(*entry->polygon.array(place.array), place.member, std::move(text));
+        model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
+        return entry == nullptr ||
+               store_member_text(*entry->polygon.array(place.array), place.member, std::move(text));
     });
 }
 
@@ -114,9 +150,9 @@ std::string ulkedit_t::element_text() const {
 }
 
 void ulkedit_t::set_element_text(std::string text) {
-    edited.gate().pass([&] {
-        if (model_entry_t* const entry = current_of_kind(model_kind_t::polygon))
-            store_index_text(entry->polygon.elements, std::move(text));
+    change("ulkedit_t::set_element_text()", [&] {
+        model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
+        return entry == nullptr || store_index_text(entry->polygon.elements, std::move(text));
     });
 }
 

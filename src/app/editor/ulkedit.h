@@ -35,7 +35,8 @@ class ulkedit_t {
     void display() { seen.draw(edited, handled.gesture_place()); }
 
     // Commands. While a cut is running, those that change models do nothing; those with a result return
-    // false.
+    // false. Each is carried out as a whole or not at all: where memory runs out nothing has changed, and a
+    // line on the standard error stream tells so.
 
     /// Adds a file's models, and its environment if it has one, to the scene, makes the first new model
     /// current, fits the view and clears the edit history. On failure the scene stays as it was; messages are
@@ -46,12 +47,12 @@ class ulkedit_t {
     [[nodiscard]] bool save_models_to(const char* path) { return edited.save_models_to(path); }
     [[nodiscard]] bool save_current_to(const char* path) { return edited.save_current_to(path); }
 
-    void add_model(model_kind_t kind) { edited.add_model(kind); }
+    bool add_model(model_kind_t kind) { return edited.add_model(kind); }
     void select_model(std::uint64_t index) { edited.select_model(index); }
     void delete_current() { edited.delete_current(); }
     void polygonize_current() { edited.polygonize_current(); }
-    [[nodiscard]] bool fold() { return edited.fold(fold_angle); }
-    void cut_current(const sigc::slot<void, double>& receiver) { edited.cut_current(receiver); }
+    [[nodiscard]] bool fold();
+    void cut_current(const sigc::slot<void, double>& receiver);
     bool cut_is_running() const { return !edited.gate().is_open(); }
 
     // What dialogs show of the current model, and what their OK and Apply do to it. Each applies to a model
@@ -128,6 +129,10 @@ class ulkedit_t {
     /// The current model when it is of the given kind, else null.
     model_entry_t* current_of_kind(model_kind_t kind);
     const model_entry_t* current_of_kind(model_kind_t kind) const;
+
+    /// A change of the scene that goes through its gate.
+    template <class Change>
+    void change(const char* command, Change&& apply);
 
     std::string program_dir;  ///< with its trailing separator, empty for none
     float fold_angle = 0.0F;

@@ -72,14 +72,16 @@ void ViewArea::on_unrealize() {
 }
 
 bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
-    ulkedit.display();
+    carry_out([](ulkedit_t& editor) { editor.display(); });
     return true;
 }
 
 void ViewArea::on_resize(int width, int height) {
     make_current();
-    ulkedit.set_pixel_scale(get_scale_factor());
-    ulkedit.reshape(width, height);
+    carry_out([=, this](ulkedit_t& editor) {
+        editor.set_pixel_scale(get_scale_factor());
+        editor.reshape(width, height);
+    });
 }
 
 void ViewArea::make_input_current() {
@@ -100,12 +102,12 @@ bool ViewArea::save_current_to(const std::string& name) {
     return with_gl_unseen([&](ulkedit_t& editor) { return editor.save_current_to(name.c_str()); });
 }
 
-void ViewArea::add_polygon() {
-    with_gl_unseen([](ulkedit_t& editor) { editor.add_model(model_kind_t::polygon); });
+bool ViewArea::add_polygon() {
+    return with_gl_unseen([](ulkedit_t& editor) { return editor.add_model(model_kind_t::polygon); });
 }
 
-void ViewArea::add_nurbs() {
-    with_gl_unseen([](ulkedit_t& editor) { editor.add_model(model_kind_t::nurbs); });
+bool ViewArea::add_nurbs() {
+    return with_gl_unseen([](ulkedit_t& editor) { return editor.add_model(model_kind_t::nurbs); });
 }
 
 void ViewArea::polygonize_current() {

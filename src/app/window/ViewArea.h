@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/editor/ulkedit.h"
+#include "model/try_allocate.h"
 
 namespace ulk3d {
 
@@ -16,12 +17,13 @@ class ViewArea : public Gtk::GLArea {
     explicit ViewArea(const char* argv0);
     ~ViewArea() override;
 
-    /// Runs `work(editor)` with the GL context current, asks for a new frame, and returns its result.
+    /// Runs `work(editor)` with the GL context current, asks for a new frame, and returns its result; an
+    /// empty one, after a line on the standard error stream, when memory runs out.
     template <class Work>
     auto with_gl(Work&& work) {
         make_current();
         const redraw_t after(*this);
-        return work(ulkedit);
+        return carry_out(work);
     }
     /// The same for work that draws outside a frame, as picks and updates of NURBS models do: makes sure that
     /// the area's framebuffer is complete.
@@ -29,13 +31,13 @@ class ViewArea : public Gtk::GLArea {
     auto with_input_gl(Work&& work) {
         make_input_current();
         const redraw_t after(*this);
-        return work(ulkedit);
+        return carry_out(work);
     }
     /// The same for work that changes nothing visible: no new frame is asked for.
     template <class Work>
     auto with_gl_unseen(Work&& work) {
         make_current();
-        return work(ulkedit);
+        return carry_out(work);
     }
 
     /// Asks the toolkit for a new frame.
@@ -45,8 +47,9 @@ class ViewArea : public Gtk::GLArea {
     [[nodiscard]] bool open_file(const std::string& name, std::ostream& errors);
     [[nodiscard]] bool save_models_to(const std::string& name);
     [[nodiscard]] bool save_current_to(const std::string& name);
-    void add_polygon();  ///< does not redraw: the dialog that follows does
-    void add_nurbs();    ///< does not redraw: the dialog that follows does
+    /// False when memory runs out. They do not redraw: the dialog that follows does.
+    [[nodiscard]] bool add_polygon();
+    [[nodiscard]] bool add_nurbs();
     void polygonize_current();
     void select_model(std::uint64_t index);
     void delete_current();
@@ -91,6 +94,13 @@ class ViewArea : public Gtk::GLArea {
         ViewArea& area;
     };
 
+    /// Runs work with the editor. The toolkit's callbacks never see an exception of the allocator: it ends
+    /// here.
+    template <class Work>
+    auto carry_out(Work&& work) {
+        return try_command("ulkedit", [&] { return work(ulkedit); });
+    }
+
     void make_input_current();
     void set_mode(operation_mode_t mode);
     /// Runs the handling of an event, which may draw outside a frame, and redraws when the handling asks for
@@ -98,7 +108,7 @@ class ViewArea : public Gtk::GLArea {
     template <class Handling>
     bool handle(Handling&& handling) {
         make_input_current();
-        const bool needs_frame = handling(ulkedit);
+        const bool needs_frame = carry_out(handling);
         if (needs_frame)
             redraw();
         return needs_frame;

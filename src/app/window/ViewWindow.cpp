@@ -1,6 +1,7 @@
 #include "app/window/ViewWindow.h"
 
 #include <gdk/gdkkeysyms.h>
+#include <glibmm/exceptionhandler.h>
 #include <gtkmm/main.h>
 #include <gtkmm/messagedialog.h>
 
@@ -8,6 +9,7 @@
 
 #include "app/editor/program_path.h"
 #include "dialogs/controls/system_text.h"
+#include "model/try_allocate.h"
 #include "utils/memory/alloc_mmap_win.h"
 #include "utils/text/paths.h"
 
@@ -19,6 +21,12 @@ void show_last_message(const char* message) {
     Gtk::MessageDialog dialog(widget_text(message), false, Gtk::MESSAGE_ERROR, Gtk::BUTTONS_OK, true);
     dialog.set_title("Error");
     dialog.run();
+}
+
+/// Where a callback of the toolkit runs out of memory before it comes to the editor, or behind it: the
+/// toolkit would end the process.
+void tell_out_of_memory() {
+    try_command("ulkedit", [] { throw; });
 }
 
 }  // namespace
@@ -35,6 +43,8 @@ ViewWindow::ViewWindow(const char* argv0)
     add(vbox);
     show_all_children(true);
     libutils::show_before_the_end(show_last_message);
+    [[maybe_unused]] static const sigc::connection told =
+        Glib::add_exception_handler(sigc::ptr_fun(tell_out_of_memory));
 }
 
 void ViewWindow::on_quit() {

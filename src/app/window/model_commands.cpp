@@ -47,7 +47,9 @@ bool ViewWindow::run_settings_dialog() {
 }
 
 void ViewWindow::on_add_polygon() {
-    viewarea.add_polygon();
+    // Without a new model the dialog would change another one.
+    if (!viewarea.add_polygon())
+        return;
     menubar.add_polygon_row();
     rebuild_model_menu();
     if (run_settings_dialog()) {
@@ -60,7 +62,8 @@ void ViewWindow::on_add_polygon() {
 }
 
 void ViewWindow::on_add_nurbs() {
-    viewarea.add_nurbs();
+    if (!viewarea.add_nurbs())
+        return;
     menubar.add_nurbs_row();
     rebuild_model_menu();
     if (run_settings_dialog()) {

@@ -109,8 +109,7 @@ bool allocate(nurbs_t& nurbs, const opening_t& opening, std::uint64_t rest_of_fi
 
 /// Builds the drawn surface from the tables.
 bool build_surface(const char* path, nurbs_t& nurbs, glpolygon_t& glpolygon) {
-    nurbs.afterload(path);
-    return nurbs.rebuild({.sizes = true, .points = true}, glpolygon);
+    return nurbs.afterload(path) && nurbs.rebuild({.sizes = true, .points = true}, glpolygon);
 }
 
 }  // namespace

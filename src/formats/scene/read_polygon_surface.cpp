@@ -146,8 +146,10 @@ bool read_polygon_surface(const char* path, texture_t& texture, polygon_t& polyg
             return false;
     }
     texture.open(path);
-    polygon.afterload(path);
-    return true;
+    if (polygon.afterload(path))
+        return true;
+    messages.message(": polygon allocate error.");
+    return false;
 }
 
 }  // namespace ulk3d

@@ -53,7 +53,7 @@ class block_follower {
 scene_completeness_t scene_completeness(const char* path) {
     constexpr std::size_t window_size = std::size_t{256} * 1024;
     std::uint64_t size = 0;
-    const libutils::file_descriptor file = libutils::open_plain_file(path, size);
+    libutils::file_descriptor file = libutils::open_plain_file(path, size);
     std::vector<char> window(window_size);
     block_follower blocks;
     bool has_feed = true;

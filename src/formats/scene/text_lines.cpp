@@ -105,7 +105,7 @@ bool text_lines::refill() {
 
 void text_lines::end_here() {
     unread = 0;
-    file = {};
+    static_cast<void>(file.close());
 }
 
 }  // namespace ulk3d

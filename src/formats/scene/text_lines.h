@@ -86,6 +86,8 @@ class text_lines {
     /// True after the read that found no further line.
     bool failed() const { return at_end; }
 
+    /// True when the lines end because the file could not be read on.
+    bool has_read_error() const { return file.has_read_error(); }
     /// True after a line that the window could not grow for: there memory did not suffice for it, and the
     /// lines end before it.
     bool met_overlong_line() const { return overlong; }

@@ -11,7 +11,7 @@ namespace ulk3d {
 
 std::optional<stl_check_t> check_stl(const char* path) {
     stl_check_t check;
-    const libutils::file_descriptor file = libutils::open_plain_file(path, check.file_size);
+    libutils::file_descriptor file = libutils::open_plain_file(path, check.file_size);
     if (!file.is_open() || check.file_size == 0)
         return std::nullopt;
     std::array<char, stl::prologue_size> prologue{};

@@ -24,7 +24,7 @@ namespace {
 constexpr std::uint64_t elements_per_triangle = 4;
 
 /// Reads `size` bytes, or fewer when the file ends. Returns the number of bytes read.
-std::size_t read_block(const file_descriptor& file, char* target, std::size_t size) {
+std::size_t read_block(file_descriptor& file, char* target, std::size_t size) {
     std::size_t total = 0;
     while (total < size) {
         const std::size_t got = read_some(file, target + total, size - total);
@@ -41,7 +41,7 @@ std::uint64_t whole_triangles(std::uint64_t bytes) {
 }
 
 /// Reads the header and the count. Returns the number of triangles that are both announced and present.
-std::uint64_t count_triangles(const file_descriptor& file, std::uint64_t file_size) {
+std::uint64_t count_triangles(file_descriptor& file, std::uint64_t file_size) {
     char prologue[stl::prologue_size];
     if (read_block(file, prologue, sizeof prologue) < sizeof prologue || file_size < sizeof prologue)
         return 0;
@@ -88,7 +88,7 @@ struct triangle_soup {
 
 /// Fills the arrays from the file's current position. If the file has become shorter in the meantime the
 /// remaining entries are left as they were allocated: zero vertices and restart marks.
-void read_triangles(const file_descriptor& file, std::uint64_t triangle_count, const triangle_soup& soup) {
+void read_triangles(file_descriptor& file, std::uint64_t triangle_count, const triangle_soup& soup) {
     constexpr std::uint64_t most_at_once = 4096;
     const std::uint64_t block_triangles = std::min(triangle_count, most_at_once);
     const auto block = std::make_unique_for_overwrite<char[]>(block_triangles * stl::record_size);
@@ -107,8 +107,8 @@ void read_triangles(const file_descriptor& file, std::uint64_t triangle_count, c
 }
 
 /// Reads the triangles into the buffers of a mesh that was allocated for them. False when the buffers can not
-/// be mapped.
-bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangle_count) {
+/// be mapped, or the file can not be read.
+bool fill(polygon_t& polygon, file_descriptor& file, std::uint64_t triangle_count) {
     const array_span<vertex_t> vertices(polygon.vertices);
     const array_span<frame_t> frames(polygon.normals);
     const index_span elements(polygon.elements);
@@ -116,7 +116,7 @@ bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangl
     if (!soup.holds(triangle_count))
         return false;
     read_triangles(file, triangle_count, soup);
-    return true;
+    return !file.has_read_error();
 }
 
 }  // namespace
@@ -124,16 +124,17 @@ bool fill(polygon_t& polygon, const file_descriptor& file, std::uint64_t triangl
 bool load_stl(const char* path, scene_t& scene) {
     const libutils::load_budget_t budget;
     std::uint64_t file_size = 0;
-    const file_descriptor file = libutils::open_plain_file(path, file_size);
+    file_descriptor file = libutils::open_plain_file(path, file_size);
     if (!file.is_open())
         return false;
     const std::uint64_t triangle_count = count_triangles(file, file_size);
+    if (file.has_read_error())
+        return false;
     model_entry_t& entry = *scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
     if (!allocate(entry.polygon, triangle_count) || !fill(entry.polygon, file, triangle_count))
         return false;
     entry.texture.open(path);
-    entry.polygon.afterload(path);
-    return true;
+    return entry.polygon.afterload(path);
 }
 
 }  // namespace ulk3d

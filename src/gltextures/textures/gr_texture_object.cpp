@@ -52,6 +52,8 @@ void grTextureObject::Set(grTexturableImageGL* new_content) {
         name->allocated = true;
     }
     glBindTexture(target, name->name);
+    // Not loaded when the content runs out of memory on its way.
+    loaded = false;
     new_content->Load();
     loaded = true;
     content = new_content;

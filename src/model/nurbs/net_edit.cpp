@@ -92,7 +92,11 @@ table_change_t write_rows(modeling_t& model, attribute_t attribute, const number
     const attribute_place_t place = place_of(attribute);
     table_change_t change{.edit = {{}, place.array, place.member}};
     {
-        const mapped_member_t<float> values(with_buffer(model.array(place.array)), place.member);
+        array_t* const array = with_buffer(model.array(place.array));
+        const mapped_member_t<float> values(array, place.member);
+        change.failed = array != nullptr && array->bytes_in_use() > 0 && !values.is_mapped();
+        if (change.failed)
+            return change;
         for (const number_row_t& row : rows) {
             change.selection |= select(model, row);
             vec3w old;

@@ -69,7 +69,8 @@ option_table_t read_option(const nurbs_t& nurbs, std::uint32_t index);
 /// What writing a table back has changed in a model.
 struct table_change_t {
     bool selection = false;
-    edit_t edit;  ///< the values that were replaced
+    edit_t edit;          ///< the values that were replaced
+    bool failed = false;  ///< the values can not be mapped, and nothing has changed
 
     bool has_values() const { return !edit.points.empty(); }
     explicit operator bool() const { return selection || has_values(); }

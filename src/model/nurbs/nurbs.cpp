@@ -4,6 +4,7 @@
 #include <iostream>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "gltextures/gr_check_error.h"
 #include "model/math/vectors.h"
@@ -120,17 +121,64 @@ bool nurbs_t::afterload(const char* new_name) {
     grCheckError("nurbs_t::afterload(2)");
     if (new_name != nullptr)
         name = new_name;
-    clearselection();
+    const bool is_cleared = clearselection();
 
     grCheckError("nurbs_t::afterload(3)");
+    make_point_array();
+    const bool has_feedback = selectionfeedback.allocate(ctlpts.element_count() * selection_words);
+    grCheckError("nurbs_t::afterload(4)");
+    return is_cleared && has_feedback;
+}
+
+bool nurbs_t::copy(const nurbs_t& other) {
+    knot1 = other.knot1;
+    knot2 = other.knot2;
+    weight = other.weight;
+    points = other.points;
+    count1 = other.count1;
+    order1 = other.order1;
+    count2 = other.count2;
+    order2 = other.order2;
+    resolution1 = other.resolution1;
+    resolution2 = other.resolution2;
+    built_resolution = other.built_resolution;
+    built_source = other.built_source;
+    ctlpts = other.ctlpts;
+    if (!ctlpts.unshare() || !copy_points(other)) {
+        grCheckError("nurbs_t::copy()");
+        std::cerr << "nurbs_t::copy() failed." << std::endl;
+        clear();
+        return false;
+    }
+    if (other.pointarray)
+        make_point_array();
+    return true;
+}
+
+void nurbs_t::swap(nurbs_t& other) noexcept {
+    swap_points(other);
+    std::swap(knot1, other.knot1);
+    std::swap(knot2, other.knot2);
+    std::swap(weight, other.weight);
+    std::swap(points, other.points);
+    std::swap(count1, other.count1);
+    std::swap(order1, other.order1);
+    std::swap(count2, other.count2);
+    std::swap(order2, other.order2);
+    std::swap(resolution1, other.resolution1);
+    std::swap(resolution2, other.resolution2);
+    std::swap(built_resolution, other.built_resolution);
+    std::swap(built_source, other.built_source);
+    std::swap(ctlpts, other.ctlpts);
+    std::swap(pointarray, other.pointarray);
+}
+
+void nurbs_t::make_point_array() {
     if (!pointarray)
         pointarray = vertex_array_ref::make();
     pointarray->allocate();
     ctlpts.bind_to(pointarray, 0);
     pointsizes.bind_to(pointarray, static_cast<GLuint>(ctlpts.element_list().size()));
-    const bool has_feedback = selectionfeedback.allocate(ctlpts.element_count() * selection_words);
-    grCheckError("nurbs_t::afterload(4)");
-    return has_feedback;
 }
 
 void nurbs_t::elementchanged(std::uint32_t array_index, std::uint64_t element) {

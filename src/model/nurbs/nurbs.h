@@ -33,25 +33,38 @@ class nurbs_t : public modeling_t {
     [[nodiscard]] bool allocate(std::uint64_t count1, std::uint64_t order1, std::uint64_t count2,
                                 std::uint64_t order2);
 
+    /// Makes an empty surface equal to `other`, in tables and buffers of its own; the textures and the
+    /// polygon that it is wired to are left alone. False when GL has no memory, after the line
+    /// "nurbs_t::copy() failed." on the standard error stream.
+    [[nodiscard]] bool copy(const nurbs_t& other);
+    /// Exchanges the contents of both but for what they are wired to. Never fails.
+    void swap(nurbs_t& other) noexcept;
+
     /// Makes the GL arrays from the host tables, sets the name unless it is null, and unselects all points.
-    /// False when an array can not be allocated; for the control points and their sizes this prints the line
-    /// "makeCtlpts() error." on the standard error stream.
+    /// False when an array can not be allocated or mapped; for the control points and their sizes this prints
+    /// the line "makeCtlpts() error." on the standard error stream.
     bool afterload(const char* new_name);
 
     /// Sizes the polygon for the resolution, opens the textures and writes the polygon's strips: one for each
     /// two rows of samples. False, with the line "polygon.allocate() fail." on the standard error stream,
-    /// when it can not be allocated, as with a resolution2 of 0.
+    /// when it can not be allocated, as with a resolution2 of 0. False, too, when its buffers can not be
+    /// mapped.
     ///
     /// The polygon's `afterload` runs before the strips are written: a new polygon needs it once more.
     [[nodiscard]] bool makeVertices();
 
+    /// Whether makeVertices can make a mesh of the resolution. Not so for a resolution2 of 0, nor for one
+    /// that does not fit into memory.
+    [[nodiscard]] bool mesh_fits() const;
+
     /// Evaluates the surface into the polygon's vertices, with the parameters as texture coordinates, then
-    /// calls updateNormals. The work grows with the samples times the orders.
-    void updateVertices();
+    /// calls updateNormals. The work grows with the samples times the orders. False when a buffer can not be
+    /// mapped.
+    bool updateVertices();
 
     /// Fills the polygon's work records with the differences from which its tangent frames are made
-    /// (model/nurbs/nurbs_normals.h).
-    void updateNormals();
+    /// (model/nurbs/nurbs_normals.h). False, with nothing written, when a buffer can not be mapped.
+    bool updateNormals();
 
     /// What has changed in a surface since its mesh was built.
     struct change_t {
@@ -62,12 +75,15 @@ class nurbs_t : public modeling_t {
     /// The one way to bring the mesh up to date, with its steps in the order that works: its buffers and
     /// strips and the model's maps (makeVertices), the numbers of its polygons, its vertices
     /// (updateVertices), and their frames, which `glpolygon` makes. A mesh of new sizes is flat until its
-    /// points are rebuilt too. False, after the line of makeVertices, when the mesh can not be made.
+    /// points are rebuilt too. False, after the line of makeVertices, when the mesh can not be made, and when
+    /// it can not be mapped.
     [[nodiscard]] bool rebuild(const change_t& change, glpolygon_t& glpolygon);
 
     /// Rebuilds what has changed since the last time; where nothing has, nothing is evaluated or printed. The
     /// maps are opened each time: when models share a picture, the last model decides its filters.
     void update(glpolygon_t& glpolygon) override;
+    /// The same; false when the mesh could not be rebuilt.
+    [[nodiscard]] bool bring_up_to_date(glpolygon_t& glpolygon);
 
     /// Reads record `element` of array 0 back into `points`; does nothing for other arrays and for records
     /// beyond the end.
@@ -128,6 +144,7 @@ class nurbs_t : public modeling_t {
     change_t changes() const;
     void release_tables();
     bool MakeCtlpts();
+    void make_point_array();
     bool is_uploaded(std::uint64_t point) const;
     void uploadpoints();
 

@@ -44,6 +44,11 @@ void write_strips(std::uint32_t columns, std::uint32_t rows, std::span<std::uint
 
 }  // namespace
 
+bool nurbs_t::mesh_fits() const {
+    return polygon->can_hold(std::uint64_t{resolution1} * resolution2,
+                             strip_elements(resolution1, resolution2));
+}
+
 bool nurbs_t::makeVertices() {
     const std::uint64_t vertex_count = std::uint64_t{resolution1} * resolution2;
     if (!polygon->allocate(vertex_count, strip_elements(resolution1, resolution2))) {
@@ -51,38 +56,44 @@ bool nurbs_t::makeVertices() {
         return false;
     }
     texture->open(name.c_str());
-    polygon->afterload(name.c_str());
+    if (!polygon->afterload(name.c_str()))
+        return false;
 
+    bool is_written = false;
     {
         const index_span elements(polygon->elements);
+        is_written = elements.size() == polygon->element_count();
         write_strips(resolution1, resolution2, elements.span());
     }
     grCheckError("MakeVertices5");
-    return true;
+    return is_written;
 }
 
-void nurbs_t::updateVertices() {
+bool nurbs_t::updateVertices() {
     {
         const array_span<vertex_t> vertices(polygon->vertices);
         const array_span<work_frame_t> frames(polygon->wknmls);
         grCheckError("nurbs_t::updateVertices() mapping.");
+        if (vertices.size() != polygon->vertex_count() || frames.size() != polygon->vertex_count())
+            return false;
         const nurbs_net_t<control_point_t> net{count1, count2, order1, order2, knot1, knot2, weight, points};
         evaluate_surface(net, resolution1, resolution2, vertices.span());
     }
-    updateNormals();
+    return updateNormals();
 }
 
-void nurbs_t::updateNormals() {
+bool nurbs_t::updateNormals() {
     const array_span<const vertex_t> vertices(polygon->vertices);
     const array_span<work_frame_t> frames(polygon->wknmls);
     const std::uint64_t sample_count = std::uint64_t{resolution1} * resolution2;
     if (vertices.size() < sample_count || frames.size() < sample_count)
-        return;
+        return false;
     // Each position is read many times, and reading from a mapping may be slow.
     std::vector<pos3> positions(sample_count);
     std::ranges::transform(vertices.span().first(sample_count), positions.begin(), &vertex_t::position);
     fill_work_frames(positions, resolution1, resolution2, frames.span().first(sample_count));
     grCheckError("nurbs_t::updateNormals() update end.");
+    return true;
 }
 
 }  // namespace ulk3d

@@ -28,11 +28,16 @@ class polygon_t : public modeling_t {
     /// zero and all indices restart marks; no point is selected, and the ids of the selected polygons stay.
     /// Counts of 0 are legal.
     ///
-    /// False when an array can not be allocated, after a line on the standard error stream that names it
+    /// False when an array can not be allocated or mapped, after a line on the standard error stream that
+    /// names it
     /// ("vertices.allocate() failed.", and so on; without a line for the point sizes and the feedback
     /// buffers); the arrays before it stay allocated. Counts that are too large for one draw call, or do not
     /// fit into memory (utils/memory/memory_budget.h), fail in the same way before anything is changed.
     [[nodiscard]] bool allocate(std::uint64_t vertex_count, std::uint64_t element_count);
+
+    /// Whether `allocate` can make arrays for these counts: they are not too large for a draw call, and fit
+    /// into memory as far as the system tells. Makes nothing and prints nothing.
+    [[nodiscard]] bool can_hold(std::uint64_t vertex_count, std::uint64_t element_count) const;
 
     /// Grows or shrinks to the new counts and keeps contents and selection; new points are unselected. What
     /// this call adds is zero vertices and restart marks; what an edit has already written into records that
@@ -40,11 +45,19 @@ class polygon_t : public modeling_t {
     /// as `allocate` does, and also for negative counts and before the first `allocate`.
     [[nodiscard]] bool extend(std::int64_t vertex_count, std::int64_t element_count);
 
+    /// Makes an empty polygon equal to `other`, in buffers of its own. False when GL has no memory for them,
+    /// after the line "polygon_t::copy() failed." on the standard error stream. An edit that must not stop
+    /// halfway works on a copy and exchanges it with the mesh in the end.
+    [[nodiscard]] bool copy(const polygon_t& other);
+    /// Exchanges the contents of both. Never fails.
+    void swap(polygon_t& other) noexcept;
+
     /// Completes a load or an edit: sets the name unless it is null, numbers the polygons, renews
     /// `selectelems`, and gives a default frame to each triangle whose last vertex has a zero normal at that
     /// moment, after the triangles before it were handled: on shared vertices the later triangle wins. With
-    /// fewer than three elements there are no polygons, and no frame is given.
-    void afterload(const char* new_name);
+    /// fewer than three elements there are no polygons, and no frame is given. False when a buffer can not be
+    /// mapped: then only the name is set.
+    bool afterload(const char* new_name);
 
     /// Selects or unselects the polygon with an id: adds the id to `selectpolygons()` and its triangle to
     /// `selectelems`, or removes them. An id beyond `polyidvector` prints a line on the standard error
@@ -97,6 +110,7 @@ class polygon_t : public modeling_t {
     element_array_t selectelems;  ///< three indices per polygon id, restart marks where not selected
 
   private:
+    void make_vertex_arrays();
     const element_array_t& strips_to_draw();
 
     std::set<std::uint32_t> selected_ids;

@@ -2,6 +2,7 @@
 #include <array>
 #include <iostream>
 #include <limits>
+#include <utility>
 
 #include "gltextures/gr_check_error.h"
 #include "model/polygon/polygon.h"
@@ -103,17 +104,19 @@ bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, 
 }
 
 /// New buffers, and the new parts of grown ones, have undefined contents: these are neither shown nor saved.
+/// False when they can not be mapped.
 template <class Record, class Buffer>
-void fill_tail(Buffer& buffer, std::int64_t from, const Record& record) {
+bool fill_tail(Buffer& buffer, std::int64_t from, const Record& record) {
     if (from >= buffer.element_count())
-        return;
+        return true;
     const mapped_span<Record, Buffer> all(buffer);
     const std::size_t first = std::min(static_cast<std::size_t>(from), all.size());
     std::ranges::fill(all.span().subspan(first), record);
+    return static_cast<bool>(all);
 }
 
-void mark_tail(element_array_t& indices, std::int64_t from) {
-    fill_tail(indices, from, restart_mark);
+bool mark_tail(element_array_t& indices, std::int64_t from) {
+    return fill_tail(indices, from, restart_mark);
 }
 
 struct array_messages_t {
@@ -148,6 +151,11 @@ claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, s
 
 }  // namespace
 
+bool polygon_t::can_hold(std::uint64_t vertex_count, std::uint64_t element_count) const {
+    const libutils::trial_claims_t given_back;
+    return first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1, 0) == nullptr;
+}
+
 bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count) {
     if (const char* const refusal =
             first_refusal(claims_of(*this, allocate_messages, vertex_count, element_count), 1,
@@ -173,28 +181,29 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
         return false;
 
     grCheckError("polygon_t::allocate(5)");
-    const auto locations = static_cast<GLuint>(vertex_elements().size());
-    make_vertex_array(drawarray, vertices, normals, locations);
-    make_vertex_array(workarray, vertices, wknmls, locations);
-    // The point size replaces the texture coordinate, which points do not need.
-    make_vertex_array(pointarray, vertices, pointsizes, locations - 1);
+    make_vertex_arrays();
     selection.resize(vertex_count);
-    clearselection();
-    if (!allocate_feedback(selectionfeedback, normalfeedback, vertex_total))
+    if (!clearselection() || !allocate_feedback(selectionfeedback, normalfeedback, vertex_total))
         return false;
 
     grCheckError("polygon_t::allocate(6)");
     if (!selectelems.allocate(select_count(element_total)))
         return fail(allocate_messages.selectelems);
-    mark_tail(selectelems, 0);
+    const bool is_marked = mark_tail(selectelems, 0);
 
     grCheckError("polygon_t::allocate(7)");
-    fill_tail(vertices, 0, vertex_t{});
-    fill_tail(normals, 0, frame_t{});
-    mark_tail(elements, 0);
-    afterload(nullptr);
+    const bool is_complete = is_marked && fill_tail(vertices, 0, vertex_t{}) &&
+                             fill_tail(normals, 0, frame_t{}) && mark_tail(elements, 0) && afterload(nullptr);
     grCheckError("polygon_t::allocate(end)");
-    return true;
+    return is_complete;
+}
+
+void polygon_t::make_vertex_arrays() {
+    const auto locations = static_cast<GLuint>(vertex_elements().size());
+    make_vertex_array(drawarray, vertices, normals, locations);
+    make_vertex_array(workarray, vertices, wknmls, locations);
+    // The point size replaces the texture coordinate, which points do not need.
+    make_vertex_array(pointarray, vertices, pointsizes, locations - 1);
 }
 
 bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
@@ -226,6 +235,8 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     selection.resize(static_cast<std::size_t>(vertex_count), false);
     if (old_points < selection.size()) {
         const array_span<float> sizes(pointsizes);
+        if (!sizes)
+            return false;
         std::ranges::fill(sizes.span().subspan(std::min(old_points, sizes.size())), unselected_point_size);
     }
 
@@ -237,14 +248,52 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     const std::int64_t old_selects = selectelems.element_count();
     if (!set_count(selectelems, select_count(element_count)))
         return fail(extend_messages.selectelems);
-    mark_tail(selectelems, old_selects);
 
-    fill_tail(vertices, old_vertices, vertex_t{});
-    fill_tail(normals, old_normals, frame_t{});
-    mark_tail(elements, old_elements);
-    afterload(nullptr);
+    const bool is_complete =
+        mark_tail(selectelems, old_selects) && fill_tail(vertices, old_vertices, vertex_t{}) &&
+        fill_tail(normals, old_normals, frame_t{}) && mark_tail(elements, old_elements) && afterload(nullptr);
     grCheckError("polygon_t::extend(end)");
+    return is_complete;
+}
+
+bool polygon_t::copy(const polygon_t& other) {
+    vertices = other.vertices;
+    normals = other.normals;
+    wknmls = other.wknmls;
+    elements = other.elements;
+    selectelems = other.selectelems;
+    selected_ids = other.selected_ids;
+    polyidvector = other.polyidvector;
+    const bool is_copied =
+        copy_points(other) && vertices.unshare() && normals.unshare() && wknmls.unshare() &&
+        elements.unshare() && selectelems.unshare() &&
+        (!other.normalfeedback.has_buffer() || normalfeedback.allocate(other.normalfeedback.element_count()));
+    if (!is_copied) {
+        grCheckError("polygon_t::copy()");
+        clear();
+        return fail("polygon_t::copy() failed.");
+    }
+    if (other.drawarray)
+        make_vertex_arrays();
     return true;
+}
+
+void polygon_t::swap(polygon_t& other) noexcept {
+    swap_points(other);
+    std::swap(vertices, other.vertices);
+    std::swap(normals, other.normals);
+    std::swap(wknmls, other.wknmls);
+    std::swap(elements, other.elements);
+    std::swap(drawarray, other.drawarray);
+    std::swap(workarray, other.workarray);
+    std::swap(pointarray, other.pointarray);
+    normalfeedback.swap(other.normalfeedback);
+    polyidvector.swap(other.polyidvector);
+    std::swap(selectelems, other.selectelems);
+    selected_ids.swap(other.selected_ids);
+    std::swap(cleanelems, other.cleanelems);
+    std::swap(draws_cleanelems, other.draws_cleanelems);
+    std::swap(examined, other.examined);
 }
 
 }  // namespace ulk3d

@@ -2,6 +2,7 @@
 #include <array>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
@@ -62,25 +63,33 @@ bool is_beyond(std::uint64_t polyid, std::size_t size) {
 
 }  // namespace
 
-void polygon_t::afterload(const char* new_name) {
+bool polygon_t::afterload(const char* new_name) {
     if (new_name != nullptr)
         name = new_name;
     if (element_count() < 3) {
+        if (selectelems.bytes_in_use() > 0) {
+            const index_span selected(selectelems);
+            if (!selected)
+                return false;
+            std::ranges::fill(selected.span(), restart_mark);
+        }
         polyidvector.clear();
-        if (selectelems.element_count() > 0)
-            std::ranges::fill(index_span(selectelems).span(), restart_mark);
-        return;
+        return true;
     }
-    polyidvector.assign(element_count() - 2, polygon_place_t{});
+    std::vector<polygon_place_t> places(element_count() - 2);
 
     const array_span<const vertex_t> corners(vertices);
     const array_span<frame_t> frames(normals);
     const const_index_span strips(elements);
     const index_span selected(selectelems);
+    const bool has_vertices = vertex_count() > 0;
+    if (!strips || !selected || static_cast<bool>(corners) != has_vertices ||
+        static_cast<bool>(frames) != has_vertices)
+        return false;
+    polyidvector.swap(places);
     const std::span<const vertex_t> positions = corners.span();
     const std::span<frame_t> normal_frames = frames.span();
     const std::span<std::uint32_t> selected_indices = selected.span();
-    // The counts are equal, unless a buffer could not be mapped.
     const std::size_t reachable = std::min(positions.size(), normal_frames.size());
 
     // Triangles that are not selected, and places that have no triangle, keep the restart mark.
@@ -95,6 +104,7 @@ void polygon_t::afterload(const char* new_name) {
         polyidvector[triangle.id] = {triangle.position, triangle.flipped};
         supply_frame(triangle, positions, normal_frames);
     });
+    return true;
 }
 
 void polygon_t::selectpolygon(std::uint64_t polyid) {

@@ -1,9 +1,13 @@
 #include "operations/cut/mesh_cut.h"
 
 #include <algorithm>
+#include <iostream>
 #include <iterator>
+#include <optional>
 #include <utility>
 #include <vector>
+
+#include "model/whole_change.h"
 
 namespace ulk3d {
 namespace {
@@ -25,35 +29,55 @@ const polygon_t* polygon_at(std::uint64_t place, const model_list_t& models) {
     return entry.kind == model_kind_t::polygon && has_mesh(entry.polygon) ? &entry.polygon : nullptr;
 }
 
-std::vector<victim_t> read_victims(const polygon_t& cutter, const model_list_t& models) {
-    std::vector<victim_t> victims;
-    for (const auto& entry : models)
-        if (entry->kind == model_kind_t::polygon && &entry->polygon != &cutter && has_mesh(entry->polygon))
-            victims.push_back({entry.get(), read_strip_mesh(entry->polygon)});
-    return victims;
+bool fail() {
+    std::cerr << "mesh_cut() failed." << std::endl;
+    return false;
 }
 
-/// Writes a victim back, unless a handler of the progress has removed its model from the list.
-void write_back(const victim_t& victim, model_list_t& models) {
-    const auto entry = std::ranges::find(models, victim.entry, &std::unique_ptr<model_entry_t>::get);
-    if (victim.changed && entry != models.end())
-        (void)write_strip_mesh((*entry)->polygon, victim.mesh);  // reports its own failure
+/// False when one of them can not be mapped.
+bool read_victims(std::vector<victim_t>& victims, const polygon_t& cutter, const model_list_t& models) {
+    for (const auto& entry : models) {
+        if (entry->kind != model_kind_t::polygon || &entry->polygon == &cutter || !has_mesh(entry->polygon))
+            continue;
+        std::optional<strip_mesh_t> mesh = read_strip_mesh(entry->polygon);
+        if (!mesh)
+            return false;
+        victims.push_back({entry.get(), std::move(*mesh)});
+    }
+    return true;
+}
+
+/// Gives the models their new meshes: all of them, or none when one can not be written. Leaves out a model
+/// that a handler of the progress has removed from the list.
+bool write_back(const std::vector<victim_t>& victims, const model_list_t& models) {
+    whole_change_t change;
+    for (const victim_t& victim : victims) {
+        const auto entry = std::ranges::find(models, victim.entry, &std::unique_ptr<model_entry_t>::get);
+        if (!victim.changed || entry == models.end())
+            continue;
+        model_entry_t* const copy = change.copy_of(**entry);
+        if (copy == nullptr || !write_strip_mesh(copy->polygon, victim.mesh))
+            return false;
+    }
+    change.commit();
+    return true;
 }
 
 }  // namespace
 
-void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models) {
+bool mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models) {
     const polygon_t* const current_polygon = polygon_at(current, models);
     if (current_polygon == nullptr)
-        return;
-    const strip_mesh_t cutter = read_strip_mesh(*current_polygon);
-    std::vector<victim_t> victims = read_victims(*current_polygon, models);
+        return true;
+    const std::optional<strip_mesh_t> cutter = read_strip_mesh(*current_polygon);
+    std::vector<victim_t> victims;
+    if (!cutter || !read_victims(victims, *current_polygon, models))
+        return fail();
     for (victim_t& victim : victims)
-        victim.changed = split_by(victim.mesh, cutter, progress);
+        victim.changed = split_by(victim.mesh, *cutter, progress);
     for (victim_t& victim : victims)
-        victim.changed = remove_inside(victim.mesh, cutter, progress) || victim.changed;
-    for (const victim_t& victim : victims)
-        write_back(victim, models);
+        victim.changed = remove_inside(victim.mesh, *cutter, progress) || victim.changed;
+    return write_back(victims, models) || fail();
 }
 
 }  // namespace ulk3d

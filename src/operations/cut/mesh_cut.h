@@ -21,10 +21,11 @@ using progress_signal_t = sigc::signal<void, double>;
 /// Progress runs from 0 to 0.5 while a model is split, starting over for each model, and then from 0.5 to 1,
 /// or slightly more, while triangles are removed from it.
 ///
-/// A model that a handler of the progress removes from the list is left alone from then on. When memory does
-/// not suffice to write a model back, that model stays as it was. Requires a current GL context. Edit
-/// histories of changed models are no longer valid; the caller has to clear them.
-void mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
+/// A model that a handler of the progress removes from the list is left alone from then on. False, after a
+/// line on the standard error stream, when GL has no memory for a changed model or can not map one: all
+/// models then stay as they were. Requires a current GL context. Edit histories of changed models are no
+/// longer valid; the caller has to clear them.
+[[nodiscard]] bool mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models);
 
 /// The two phases of the cut, on the host. Both return whether the victim has changed. A victim whose box is
 /// apart from the cutter's is left alone.

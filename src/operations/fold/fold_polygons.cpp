@@ -1,5 +1,6 @@
 #include "operations/fold/fold_polygons.h"
 
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -91,8 +92,9 @@ bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const
 
 bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const pos3& b, float angle,
                    array_t& vertices, array_t& normals, element_array_t& elements) {
-    strip_mesh_t mesh = read_strip_mesh(vertices, normals, elements);
-    return fold_polygons(selected, a, b, angle, mesh) && write_strip_mesh(mesh, vertices, normals, elements);
+    std::optional<strip_mesh_t> mesh = read_strip_mesh(vertices, normals, elements);
+    return mesh && fold_polygons(selected, a, b, angle, *mesh) &&
+           write_strip_mesh(*mesh, vertices, normals, elements);
 }
 
 }  // namespace ulk3d

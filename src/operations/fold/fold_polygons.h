@@ -27,7 +27,8 @@ bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const
 /// caller then has the model renew what depends on them. Requires a current GL context.
 ///
 /// False when the fold could not run, because GL has no memory for what it adds or because there are no
-/// arrays; everything stays as it was.
+/// arrays; everything stays as it was. False, too, when an array can not be mapped: arrays that were written
+/// before stay written, so whoever can not bear that folds a copy.
 [[nodiscard]] bool fold_polygons(const std::set<std::uint32_t>& selected, const pos3& a, const pos3& b,
                                  float angle, array_t& vertices, array_t& normals, element_array_t& elements);
 

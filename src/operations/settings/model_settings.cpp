@@ -1,6 +1,9 @@
 #include "operations/settings/model_settings.h"
 
-#include "model/try_allocate.h"
+#include <iostream>
+#include <utility>
+
+#include "model/whole_change.h"
 
 namespace ulk3d {
 
@@ -13,18 +16,30 @@ void take_names(modeling_t& model, texture_t& texture, const model_names_t& name
     texture.specular = names.specular;
 }
 
-void allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
-    // Without memory the model has no tables; nothing else has to be done about it.
-    static_cast<void>(try_allocate(
-        [&] { return nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2); }));
+bool allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
+    if (nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2))
+        return true;
+    std::cerr << "nurbs.allocate() failed." << std::endl;
+    return false;
 }
 
 /// A model without arrays gets new ones; any other keeps its contents.
 bool size_arrays(polygon_t& polygon, const polygon_settings_t& settings, bool is_empty) {
-    return try_allocate([&] {
-        return is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
-                        : polygon.extend(settings.vertex_count, settings.element_count);
-    });
+    return is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
+                    : polygon.extend(settings.vertex_count, settings.element_count);
+}
+
+/// Builds the mesh of new tables. False when it can not be made.
+bool build_mesh(model_entry_t& model, glpolygon_t& glpolygon) {
+    nurbs_t& nurbs = model.nurbs;
+    const bool fits = nurbs.mesh_fits();
+    const bool is_built = nurbs.rebuild({.sizes = true}, glpolygon);
+    // Opening stops at the first map that can not be loaded and skips it the next time: three attempts, the
+    // last one by the update, reach all three maps.
+    model.texture.open(nurbs.name.c_str());
+    const bool is_evaluated = nurbs.bring_up_to_date(glpolygon);
+    // For sizes that no mesh has, such as a resolution of 0, it keeps its old shape.
+    return (is_built && is_evaluated) || !fits;
 }
 
 }  // namespace
@@ -38,16 +53,23 @@ polygon_settings_t polygon_settings(const model_entry_t& entry) {
             static_cast<std::uint32_t>(entry.polygon.element_count())};
 }
 
-void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings) {
-    polygon_t& polygon = entry.polygon;
-    const bool is_empty = polygon.vertex_count() == 0 || polygon.element_count() == 0;
+bool set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings) {
+    const bool is_empty = entry.polygon.vertex_count() == 0 || entry.polygon.element_count() == 0;
     if (!is_empty && settings == polygon_settings(entry))
-        return;
-    take_names(polygon, entry.texture, settings.names);
-    const bool has_arrays = size_arrays(polygon, settings, is_empty);
-    entry.texture.open(polygon.name.c_str());
-    if (has_arrays)
-        polygon.afterload(polygon.name.c_str());
+        return true;
+    whole_change_t change;
+    model_entry_t* const changed = change.copy_of(entry);
+    if (changed == nullptr)
+        return false;
+    polygon_t& polygon = changed->polygon;
+    take_names(polygon, changed->texture, settings.names);
+    if (!size_arrays(polygon, settings, is_empty))
+        return false;
+    changed->texture.open(polygon.name.c_str());
+    if (!polygon.afterload(nullptr))
+        return false;
+    change.commit();
+    return true;
 }
 
 nurbs_settings_t nurbs_settings(const model_entry_t& entry) {
@@ -61,24 +83,22 @@ nurbs_settings_t nurbs_settings(const model_entry_t& entry) {
             nurbs.resolution2};
 }
 
-void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon) {
+bool set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon) {
     if (settings == nurbs_settings(entry))
-        return;
-    nurbs_t& nurbs = entry.nurbs;
-    take_names(nurbs, entry.texture, settings.names);
+        return true;
+    whole_change_t change;
+    model_entry_t* const changed = change.copy_of(entry);
+    if (changed == nullptr)
+        return false;
+    nurbs_t& nurbs = changed->nurbs;
+    take_names(nurbs, changed->texture, settings.names);
     nurbs.resolution1 = settings.resolution1;
     nurbs.resolution2 = settings.resolution2;
-    // Each step reports its own failure, and the rest follows: tables that do not fit are empty, and a mesh
-    // that can not be made keeps its old shape under the new names.
-    allocate_tables(nurbs, settings);
-    const std::string name = nurbs.name;
-    nurbs.afterload(name.c_str());
-    entry.polygon.name = name;
-    static_cast<void>(nurbs.rebuild({.sizes = true}, glpolygon));
-    // Opening stops at the first map that can not be loaded and skips it the next time: three attempts, the
-    // last one by the update, reach all three maps.
-    entry.texture.open(name.c_str());
-    nurbs.update(glpolygon);
+    changed->polygon.name = nurbs.name;
+    if (!allocate_tables(nurbs, settings) || !nurbs.afterload(nullptr) || !build_mesh(*changed, glpolygon))
+        return false;
+    change.commit();
+    return true;
 }
 
 environment_settings_t environment_settings(const environment_t& environment) {
@@ -88,12 +108,14 @@ environment_settings_t environment_settings(const environment_t& environment) {
 
 void set_environment_settings(environment_t& environment, const environment_settings_t& settings,
                               const char* base_file) {
-    environment.cubetex = settings.cubetex;
-    environment.reflectalpha = settings.reflectalpha;
-    environment.refractalpha = settings.refractalpha;
-    environment.refractfactor = settings.refractfactor;
+    environment_t changed = environment;
+    changed.cubetex = settings.cubetex;
+    changed.reflectalpha = settings.reflectalpha;
+    changed.refractalpha = settings.refractalpha;
+    changed.refractfactor = settings.refractfactor;
     // Reports its own failure; the numbers are set all the same.
-    static_cast<void>(environment.initex(base_file));
+    static_cast<void>(changed.initex(base_file));
+    environment = std::move(changed);
 }
 
 }  // namespace ulk3d

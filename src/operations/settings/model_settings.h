@@ -29,9 +29,12 @@ polygon_settings_t polygon_settings(const model_entry_t& entry);
 
 /// Applies new settings to a polygon model. A mesh without vertices or without elements is made again,
 /// zeroed, even when nothing differs; any other grows or shrinks when something differs. Then its maps are
-/// opened by their names in the directory of the model's own name, loading those that are not loaded yet.
-/// Each step reports its own failure.
-void set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings);
+/// opened by their names in the directory of the model's own name, loading those that are not loaded yet; a
+/// map that can not be loaded is reported and left out.
+///
+/// False, after a line on the standard error stream, when there is no memory: the model then stays as it was.
+/// No caller needs to look at that.
+bool set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settings);
 
 /// What a user can set for a NURBS model.
 struct nurbs_settings_t {
@@ -45,9 +48,12 @@ struct nurbs_settings_t {
 nurbs_settings_t nurbs_settings(const model_entry_t& entry);
 
 /// Applies new settings to a NURBS model. When anything differs, even a name, all tables are made again, with
-/// knots, weights and control points zero. A surface that does not fit into memory becomes an empty one. The
-/// steps that build its mesh and maps report their own failures.
-void set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon);
+/// knots, weights and control points zero. For a resolution that no mesh can have the mesh keeps its old
+/// shape, after a line on the standard error stream; a map that can not be loaded is reported and left out.
+///
+/// False, after such a line, when there is no memory: the model then stays as it was. No caller needs to look
+/// at that.
+bool set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, glpolygon_t& glpolygon);
 
 /// What a user can set for the environment.
 struct environment_settings_t {

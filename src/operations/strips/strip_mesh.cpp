@@ -9,14 +9,14 @@ namespace ulk3d {
 
 namespace {
 
-/// With room behind the records: an operation that adds a few would otherwise copy them all.
+/// With room behind the records: an operation that adds a few would otherwise copy them all. False when the
+/// buffer could not be mapped.
 template <class Record, class Buffer>
-std::vector<Record> read_records(const Buffer& buffer) {
+bool read_records(std::vector<Record>& copies, const Buffer& buffer) {
     const mapped_span<const Record, Buffer> records(buffer);
-    std::vector<Record> copies;
     copies.reserve(records.size() + records.size() / 16);
     copies.assign(records.span().begin(), records.span().end());
-    return copies;
+    return static_cast<bool>(records) || buffer.bytes_in_use() == 0;
 }
 
 /// False when the buffer could not be mapped.
@@ -31,18 +31,21 @@ bool write_records(Buffer& buffer, const std::vector<Record>& records) {
 
 }  // namespace
 
-strip_mesh_t read_strip_mesh(const array_t& vertices, const array_t& normals,
-                             const element_array_t& elements) {
-    strip_mesh_t mesh{read_records<vertex_t>(vertices), read_records<frame_t>(normals),
-                      read_records<std::uint32_t>(elements)};
+std::optional<strip_mesh_t> read_strip_mesh(const array_t& vertices, const array_t& normals,
+                                            const element_array_t& elements) {
+    std::optional<strip_mesh_t> read(std::in_place);
+    strip_mesh_t& mesh = *read;
+    if (!read_records(mesh.vertices, vertices) || !read_records(mesh.frames, normals) ||
+        !read_records(mesh.elements, elements))
+        return std::nullopt;
     mesh.frames.resize(mesh.vertices.size());
     const std::size_t vertex_count = mesh.vertices.size();
     std::ranges::replace_if(
         mesh.elements, [vertex_count](std::uint32_t index) { return index >= vertex_count; }, restart_mark);
-    return mesh;
+    return read;
 }
 
-strip_mesh_t read_strip_mesh(const polygon_t& polygon) {
+std::optional<strip_mesh_t> read_strip_mesh(const polygon_t& polygon) {
     return read_strip_mesh(polygon.vertices, polygon.normals, polygon.elements);
 }
 

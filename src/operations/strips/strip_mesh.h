@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "model/polygon/polygon.h"
@@ -20,9 +21,11 @@ struct strip_mesh_t {
 
 /// Reads the mesh from the buffers. Every index at or above the vertex count, which ends a strip, is returned
 /// as the restart mark: left as it is, it would become valid when vertices are added.
-[[nodiscard]] strip_mesh_t read_strip_mesh(const array_t& vertices, const array_t& normals,
-                                           const element_array_t& elements);
-[[nodiscard]] strip_mesh_t read_strip_mesh(const polygon_t& polygon);
+///
+/// Empty when a buffer can not be mapped.
+[[nodiscard]] std::optional<strip_mesh_t> read_strip_mesh(const array_t& vertices, const array_t& normals,
+                                                          const element_array_t& elements);
+[[nodiscard]] std::optional<strip_mesh_t> read_strip_mesh(const polygon_t& polygon);
 
 /// Writes the mesh into these arrays, which grow or shrink to its counts. For the arrays of a model, the
 /// caller then has what depends on them renewed (`polygon_t::extend`).

@@ -1,5 +1,7 @@
 #include "render/gl/feedback_buffer.h"
 
+#include <utility>
+
 #include "gltextures/gr_context.h"
 #include "render/gl/buffer_store.h"
 
@@ -23,6 +25,12 @@ bool feedback_buffer_t::allocate(std::int64_t word_count) {
         buffer_size = 0;
     }
     return stored;
+}
+
+void feedback_buffer_t::swap(feedback_buffer_t& other) noexcept {
+    std::swap(id, other.id);
+    std::swap(buffer_size, other.buffer_size);
+    std::swap(elements, other.elements);
 }
 
 void feedback_buffer_t::release() {

@@ -20,6 +20,8 @@ class feedback_buffer_t {
     /// when GL gives no name, for a count that is negative or too large for a 64-bit size, or when memory
     /// runs out (the sizes are then 0).
     [[nodiscard]] bool allocate(std::int64_t word_count);
+    /// Exchanges the buffers of both. Never fails.
+    void swap(feedback_buffer_t& other) noexcept;
     /// Deletes the buffer; without a current context only forgets its name.
     void release();
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 #include "render/gl/buffer_store.h"
 
@@ -26,6 +27,24 @@ bool record_store_t::reserve(std::int64_t count) {
 bool record_store_t::holds(std::int64_t count) const {
     const auto needed = bytes_of(count);
     return buffer && needed && buffer_size >= *needed;
+}
+
+bool record_store_t::unshare() {
+    if (!buffer)
+        return true;
+    const shared_holder<buffer_t> shared = std::exchange(buffer, {});
+    make_buffer();
+    buffer->bind();
+    const bool stored = specify();
+    if (stored) {
+        glBindBuffer(GL_COPY_READ_BUFFER, shared->id());
+        glCopyBufferSubData(GL_COPY_READ_BUFFER, kind->target, 0, 0, buffer_size);
+        glBindBuffer(GL_COPY_READ_BUFFER, 0);
+    }
+    buffer->unbind();
+    if (!stored)
+        drop_buffer();
+    return stored;
 }
 
 void* record_store_t::map() {

@@ -26,6 +26,11 @@ class record_store_t {
     /// True when there is a buffer with room for `count` records.
     bool holds(std::int64_t count) const;
 
+    /// Gives the array a buffer of its own with the same content, so that it shares none with the array that
+    /// it is a copy of. False when there is no memory: the array is then empty, and the other one keeps the
+    /// buffer.
+    [[nodiscard]] bool unshare();
+
     /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or for reading only when the
     /// array is const. Null, after a line on the standard error stream, when there is no buffer or GL can not
     /// map it. Use the guards of render/gl/mapped_span.h.

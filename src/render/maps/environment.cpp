@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <iostream>
 
 #include "gltextures/textures/texture_stores.h"
@@ -77,6 +78,22 @@ bool load_faces(cube_entry_t& entry, const cube_path_t& path, const char* base_f
     return true;
 }
 
+/// Takes a new entry back when it is left by an exception: it has not got its pictures.
+class new_entry_t {
+  public:
+    explicit new_entry_t(const std::string& entry_key) : key(entry_key) {}
+    ~new_entry_t() {
+        if (std::uncaught_exceptions() > exceptions)
+            cube_textures.remove(key);
+    }
+    new_entry_t(const new_entry_t&) = delete;
+    new_entry_t& operator=(const new_entry_t&) = delete;
+
+  private:
+    const int exceptions = std::uncaught_exceptions();
+    const std::string& key;
+};
+
 }  // namespace
 
 bool environment_t::initex(const char* base_file) {
@@ -89,6 +106,7 @@ bool environment_t::initex(const char* base_file) {
     cube_handle = cube_textures.insert(key, {});
     if (cube_handle == 0)
         return false;
+    const new_entry_t taken_back(key);
     cube_entry_t& entry = *cube_textures.get(cube_handle);
     if (cubetex.empty() ? !make_black(entry) : !load_faces(entry, path, base))
         return false;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <iostream>
 #include <span>
+#include <utility>
 
 #include "gltextures/gr_check_error.h"
 #include "gltextures/textures/texture_stores.h"
@@ -28,14 +30,23 @@ constexpr std::array<GLint, 4> filters{GL_NEAREST, GL_LINEAR, GL_NEAREST_MIPMAP_
                                        GL_LINEAR_MIPMAP_LINEAR};
 
 /// Looks a key up and makes a new entry for one that is not there. The entry is null when the store is full.
+/// A new entry that is left by an exception is taken back: it has not got its picture.
 struct stored_entry_t {
-    explicit stored_entry_t(const std::string& key) : handle(model_textures.find(key)) {
-        is_new = handle == 0;
+    explicit stored_entry_t(std::string entry_key)
+        : key(std::move(entry_key)), handle(model_textures.find(key)), is_new(handle == 0) {
         if (is_new)
             handle = model_textures.insert(key, {});
         entry = handle != 0 ? model_textures.get(handle) : nullptr;
     }
+    ~stored_entry_t() {
+        if (is_new && std::uncaught_exceptions() > exceptions)
+            model_textures.remove(key);
+    }
+    stored_entry_t(const stored_entry_t&) = delete;
+    stored_entry_t& operator=(const stored_entry_t&) = delete;
 
+    const int exceptions = std::uncaught_exceptions();
+    const std::string key;
     std::uint32_t handle;
     bool is_new;
     texture_entry_t* entry;
@@ -51,8 +62,7 @@ void upload(texture_entry_t& entry, GLint min_filter, GLint mag_filter, bool mip
                                                 .wrap_t = GL_REPEAT,
                                                 .aniso = aniso};
     // A picture in the store never changes: one that GL has with these settings stays as it is.
-    const bool has_texture = entry.object.texture_id() != 0;
-    if (has_texture && entry.parameters == parameters && entry.content.has_mipmap() == mipmap)
+    if (entry.object.IsLoaded() && entry.parameters == parameters && entry.content.has_mipmap() == mipmap)
         return;
     entry.parameters = parameters;
     entry.content.set_border(false);

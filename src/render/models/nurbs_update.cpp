@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "model/nurbs/nurbs.h"
 #include "model/polygon/polygon.h"
@@ -35,25 +36,31 @@ bool nurbs_t::rebuild(const change_t& change, glpolygon_t& glpolygon) {
     if (change.sizes) {
         built_resolution.reset();
         built_source.reset();
-        if (!makeVertices())
+        if (!makeVertices() || !polygon->afterload(nullptr))
             return false;
-        polygon->afterload(nullptr);
         built_resolution = {resolution2, resolution1};
     }
     if (change.points) {
-        updateVertices();
+        built_source.reset();
+        source_t source{order1, order2, knot1, knot2, weight, points};
+        if (!updateVertices())
+            return false;
         glpolygon.update_frames(*polygon);
-        built_source = {order1, order2, knot1, knot2, weight, points};
+        built_source = std::move(source);
     }
     return true;
 }
 
 void nurbs_t::update(glpolygon_t& glpolygon) {
+    // Reports its own failure; the mesh then keeps its old shape.
+    static_cast<void>(bring_up_to_date(glpolygon));
+}
+
+bool nurbs_t::bring_up_to_date(glpolygon_t& glpolygon) {
     const change_t change = changes();
     if (!change.sizes)
         texture->open(name.c_str());
-    // Reports its own failure; the mesh then keeps its old shape.
-    static_cast<void>(rebuild(change, glpolygon));
+    return rebuild(change, glpolygon);
 }
 
 }  // namespace ulk3d

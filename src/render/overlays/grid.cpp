@@ -2,12 +2,10 @@
 
 #include <GL/glew.h>
 
-#include <algorithm>
 #include <array>
 #include <iostream>
 #include <vector>
 
-#include "render/gl/mapped_span.h"
 #include "render/gl/program.h"
 #include "render/gl/shader.h"
 #include "render/overlays/grid_lines.h"
@@ -41,17 +39,13 @@ const element_list_t& grid_elements() {
 }
 
 bool allocate(array_t& array, const std::vector<line_vertex_t>& lines, const char* message) {
-    if (array.allocate(static_cast<std::int64_t>(lines.size()), grid_elements()))
+    const void* const content = lines.empty() ? nullptr : lines.data();
+    const std::size_t bytes = lines.size() * sizeof(line_vertex_t);
+    if (array.allocate(static_cast<std::int64_t>(lines.size()), grid_elements(), content,
+                       static_cast<std::int64_t>(bytes)))
         return true;
     std::cerr << message << std::endl;
     return false;
-}
-
-void fill(array_t& array, const std::vector<line_vertex_t>& lines) {
-    const array_span<line_vertex_t> vertices(array);
-    std::ranges::copy(lines.begin(),
-                      lines.begin() + static_cast<std::ptrdiff_t>(std::min(lines.size(), vertices.size())),
-                      vertices.span().begin());
 }
 
 void draw_lines(const vertex_array_ref& vertex_array, const array_t& array, const mtx3w& projection_matrix,
@@ -95,9 +89,6 @@ bool grid_t::rebuild(const mtx3w& front_inverse, const mtx3w& side_inverse, cons
             *vertex_array = vertex_array_ref::make();
         (*vertex_array)->allocate();
     }
-    fill(array_xy, xy);
-    fill(array_xz, xz);
-    fill(array_zy, zy);
     array_xy.bind_to(vertex_xy, 0);
     array_xz.bind_to(vertex_xz, 0);
     array_zy.bind_to(vertex_zy, 0);

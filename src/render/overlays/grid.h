@@ -27,8 +27,8 @@ class grid_t {
     void set_size(float view_width, float view_height);
 
     /// Makes the lines for the ranges that the views show, computed from the inverses of their matrices. A
-    /// view whose range is not finite gets no lines. False, after a line, when an array can not be allocated;
-    /// the arrays before it are then allocated but not filled.
+    /// view whose range is not finite gets no lines. False, after a line, when an array can not be allocated:
+    /// its view then has no lines, and those behind it keep the old ones.
     [[nodiscard]] bool rebuild(const mtx3w& front_inverse, const mtx3w& side_inverse,
                                const mtx3w& top_inverse);
 

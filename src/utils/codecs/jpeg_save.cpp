@@ -4,6 +4,7 @@
 #include "utils/codecs/jpeg_file.h"
 #include "utils/codecs/jpeg_library.h"
 #include "utils/files/output_file.h"
+#include "utils/memory/try_allocate.h"
 
 // Behind the library's main header, whose structs it needs.
 #include <jerror.h>
@@ -32,7 +33,7 @@ void offer(destination_t& destination, std::uint64_t start) {
 
 void begin_buffer(j_compress_ptr library) {
     destination_t& destination = destination_of(library);
-    if (!fit_window(*destination.jpeg, buffer_step))
+    if (!try_allocate([&] { return fit_window(*destination.jpeg, buffer_step); }))
         ERREXIT1(library, JERR_OUT_OF_MEMORY, 0);
     offer(destination, 0);
 }
@@ -40,7 +41,7 @@ void begin_buffer(j_compress_ptr library) {
 boolean grow_buffer(j_compress_ptr library) {
     destination_t& destination = destination_of(library);
     const std::uint64_t full = destination.jpeg->size();
-    if (!destination.jpeg->reallocate(full + buffer_step))
+    if (!try_allocate([&] { return destination.jpeg->reallocate(full + buffer_step); }))
         ERREXIT1(library, JERR_OUT_OF_MEMORY, 1);
     offer(destination, full);
     return TRUE;

@@ -24,13 +24,15 @@ file_descriptor open_plain_file(const char* path, std::uint64_t& size) {
     return file;
 }
 
-std::size_t read_some(const file_descriptor& file, char* target, std::size_t size) {
+std::size_t read_some(file_descriptor& file, char* target, std::size_t size) {
     for (;;) {
         const ssize_t got = ::read(file.get(), target, size);
         if (got >= 0)
             return static_cast<std::size_t>(got);
-        if (errno != EINTR)
+        if (errno != EINTR) {
+            file.note_read_error();
             return 0;
+        }
     }
 }
 

@@ -65,7 +65,7 @@ former_file::~former_file() {
 
 bool former_file::put_aside(const std::string& path) {
     if (::lstat(path.c_str(), &status) != 0)
-        return true;
+        return errno == ENOENT || errno == ENOTDIR || is_refusal(errno);
     if (!S_ISREG(status.st_mode) || status.st_nlink != 1 ||
         ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0)
         return true;

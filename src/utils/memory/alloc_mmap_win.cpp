@@ -100,6 +100,7 @@ bool alloc_mmap_win::map_file(std::uint64_t byte_count, const char* filename, fa
         return false;
     }
 
+    make_room_to_watch();
     const auto file_size = static_cast<std::uint64_t>(status.st_size);
     size = byte_count != 0 ? byte_count : file_size;
     // Memory first and the file over its beginning: so there is memory, and zeros, behind the end of the

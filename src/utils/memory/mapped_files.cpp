@@ -76,9 +76,16 @@ void start_watching() {
 
 }  // namespace
 
-void watch_mapping(char* mapping, std::uint64_t size, int protection) {
+void make_room_to_watch() {
     static const bool watching = (start_watching(), true);
     static_cast<void>(watching);
+    std::vector<mapping_t>& watched = mappings();
+    if (watched.size() == watched.capacity())
+        watched.reserve(watched.size() * 2 + 16);
+}
+
+void watch_mapping(char* mapping, std::uint64_t size, int protection) {
+    make_room_to_watch();
     mappings().push_back({reinterpret_cast<std::uintptr_t>(mapping), size, protection});
 }
 

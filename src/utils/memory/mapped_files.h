@@ -9,6 +9,9 @@ namespace libutils {
 /// it would have done before the first mapping was watched.
 ///
 /// `protection` is that of the mapping's pages. Mappings are made and released on one thread only.
+///
+/// Watching takes memory of its own. After `make_room_to_watch` the next call of `watch_mapping` needs none.
+void make_room_to_watch();
 void watch_mapping(char* mapping, std::uint64_t size, int protection);
 
 /// Call it before the mapping is released. One that is not watched is left alone.

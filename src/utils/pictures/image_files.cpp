@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "utils/codecs/file_forms.h"
+#include "utils/memory/try_allocate.h"
 #include "utils/pictures/image_transforms.h"
 
 namespace libutils {
@@ -31,7 +32,7 @@ bool autosaveformat(const image2d& image, const char* path) {
         std::cerr << "autosaveformat load fail, fname=" << path << '\n';
         return false;
     }
-    return form->save(image, path);
+    return try_allocate([&] { return form->save(image, path); });
 }
 
 }  // namespace libutils

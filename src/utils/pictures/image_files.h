@@ -19,8 +19,8 @@ namespace libutils {
 /// Writes a picture; each codec documents what its form can store. No command reaches this: pictures are only
 /// read. A PNG file of a format that has no place in one is not written, and the result is true.
 ///
-/// False when the codec fails or refuses, and for an extension that is not written, with the line
-/// "autosaveformat load fail, fname=<path>" on the standard error stream.
+/// False when the codec fails or refuses, or runs out of memory, and for an extension that is not written,
+/// with the line "autosaveformat load fail, fname=<path>" on the standard error stream.
 [[nodiscard]] bool autosaveformat(const image2d& image, const char* path);
 
 }  // namespace libutils

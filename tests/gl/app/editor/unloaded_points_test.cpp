@@ -1,4 +1,4 @@
-// A NURBS surface whose control points could not be brought into a GL array: the load takes no notice.
+// A NURBS surface whose control points could not be brought into a GL array. No load leaves one behind.
 
 #include <iostream>
 
@@ -16,14 +16,21 @@ class UnloadedPoints : public editor_test, public testing::WithParamInterface<GL
   protected:
     void SetUp() override {
         editor_test::SetUp();
+        open(patch_block());
+        nurbs().ctlpts.release();
+        nurbs().pointsizes.release();
+        nurbs().selectionfeedback.release();
+        nurbs().pointarray.reset();
         const captured_stream errors(std::cerr);
         {
-            // The four points of the patch, or their sizes, or what the selection pass writes of them.
-            const watched_stores failing([](GLsizeiptr size) { return size != GetParam(); });
-            open(patch_block());
+            const watched_stores failing(all_but_one);
+            EXPECT_FALSE(nurbs().afterload(nullptr));
         }
         printed = errors.text();
     }
+
+    /// Fails the store of the four points of the patch, or of their sizes.
+    static bool all_but_one(GLsizeiptr size) { return size != GetParam(); }
 
     nurbs_t& nurbs() { return entry(0).nurbs; }
 
@@ -34,7 +41,16 @@ constexpr GLsizeiptr of_points = 4 * sizeof(control_point_t);
 constexpr GLsizeiptr of_sizes = 4 * sizeof(float);
 INSTANTIATE_TEST_SUITE_P(Stores, UnloadedPoints, testing::Values(of_points, of_sizes));
 
-TEST_P(UnloadedPoints, TheSurfaceIsLoadedAndShown) {
+TEST_P(UnloadedPoints, AreNoLoad) {
+    const captured_stream errors(std::cerr);
+    const watched_stores failing(all_but_one);
+    std::ostringstream messages;
+    EXPECT_FALSE(editor.file_open(folder.write("other.ulk", patch_block()).c_str(), messages));
+    EXPECT_EQ(messages.str(), "nurbs.makeVertices() error.\n");
+    EXPECT_EQ(editor.models().size(), 1U);
+}
+
+TEST_P(UnloadedPoints, TheSurfaceIsShown) {
     EXPECT_NE(printed.find("makeCtlpts() error.\n"), std::string::npos) << printed;
     ASSERT_EQ(editor.models().size(), 1U);
     EXPECT_EQ(entry(0).polygon.vertex_count(), 33U * 33U);

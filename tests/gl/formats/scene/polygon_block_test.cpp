@@ -331,17 +331,18 @@ TEST_F(PolygonBlock, CountsAreTheFieldsBehindTheFirstComma) {
 }
 
 TEST_F(PolygonBlock, AnArrayThatCanNotBeMappedIsAnAllocateError) {
-    // The other mappings are those of the allocation and of the end of the load, which go on without.
+    // Those of the allocation, of the reading, and of the end of the load.
     int failed_readings = 0;
     bool has_failed = true;
     for (int n = 1; has_failed; ++n) {
         const failing_mapping mapping(n);
         const block_reading_t reading = read_polygon(triangle_block());
         has_failed = mapping.has_failed();
-        EXPECT_EQ(reading.messages, reading.result ? "" : "10: polygon allocate error.\n") << n;
+        EXPECT_EQ(reading.result, !has_failed) << n;
+        EXPECT_EQ(reading.messages.ends_with(": polygon allocate error.\n"), has_failed) << n;
         failed_readings += reading.result ? 0 : 1;
     }
-    EXPECT_EQ(failed_readings, 3) << "of the vertices, the frames and the elements";
+    EXPECT_GT(failed_readings, 3) << "of the vertices, the frames and the elements";
 }
 
 TEST_F(PolygonBlock, CountsThatTheFileCanNotReachAreAnAllocateError) {

@@ -38,6 +38,33 @@ std::vector<T> first(std::vector<T> list, std::size_t count) {
     return list;
 }
 
+TEST_F(PolygonExtend, OfACopyLeavesTheOriginalAlone) {
+    polygon.name = "name";
+    ASSERT_TRUE(polygon.select(2));
+    polygon.selectpolygon(1);
+    polygon_t copy;
+    ASSERT_TRUE(copy.copy(polygon));
+    EXPECT_EQ(copy.name, "name");
+    EXPECT_EQ(copy.selection, polygon.selection);
+    EXPECT_EQ(copy.selectpolygons(), polygon.selectpolygons());
+    EXPECT_EQ(vertices_of(copy), vertices_of(polygon));
+    EXPECT_EQ(frames_of(copy), frames_of(polygon));
+    EXPECT_EQ(elements_of(copy), elements_of(polygon));
+    EXPECT_EQ(selectelems_of(copy), selectelems_of(polygon));
+    EXPECT_EQ(pointsizes_of(copy), pointsizes_of(polygon));
+    const auto before = vertices_of(polygon);
+    ASSERT_TRUE(copy.extend(9, 12));
+    {
+        const array_span<vertex_t> vertices(copy.vertices);
+        vertices[0] = vertex_at(7, 8, 9);
+    }
+    EXPECT_EQ(vertices_of(polygon), before);
+    copy.swap(polygon);
+    EXPECT_EQ(polygon.vertex_count(), 9U);
+    EXPECT_EQ(copy.vertex_count(), 4U);
+    EXPECT_EQ(vertices_of(copy), before);
+}
+
 TEST_F(PolygonExtend, GrowsAllArrays) {
     ASSERT_TRUE(polygon.extend(9, 12));
     for (const array_t* array : {&polygon.vertices, &polygon.normals, &polygon.wknmls, &polygon.pointsizes})

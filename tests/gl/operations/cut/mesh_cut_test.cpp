@@ -23,7 +23,7 @@ struct MeshCut : gl_test {
         return *models.back();
     }
 
-    void cut(std::uint64_t current = 0) { mesh_cut(progress, current, models); }
+    void cut(std::uint64_t current = 0) { EXPECT_TRUE(mesh_cut(progress, current, models)); }
 
     model_list_t models;
     progress_signal_t progress;

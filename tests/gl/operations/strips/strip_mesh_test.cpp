@@ -50,24 +50,24 @@ strip_mesh_t larger(strip_mesh_t mesh) {
 
 TEST_F(StripMesh, IsWhatTheBuffersHold) {
     const strip_mesh_t expected{corners, frames_of_four(), {0, 1, 2, 3}};
-    EXPECT_EQ(read_strip_mesh(polygon), expected);
+    EXPECT_EQ(*read_strip_mesh(polygon), expected);
 }
 
 TEST_F(StripMesh, IndicesFromTheVertexCountOnBecomeMarks) {
     build_polygon(polygon, corners, {0, 1, 3, 4, 1, 2, 3, 5, 2147483648U, mark, 3}, frames_of_four());
-    EXPECT_EQ(read_strip_mesh(polygon).elements, (indices_t{0, 1, 3, mark, 1, 2, 3, mark, mark, mark, 3}));
+    EXPECT_EQ(read_strip_mesh(polygon)->elements, (indices_t{0, 1, 3, mark, 1, 2, 3, mark, mark, mark, 3}));
 }
 
 TEST_F(StripMesh, ReadingMapsEachBufferOnce) {
     const counted_mappings mappings;
-    EXPECT_EQ(read_strip_mesh(polygon).elements.size(), 4U);
+    EXPECT_EQ(read_strip_mesh(polygon)->elements.size(), 4U);
     EXPECT_EQ(mappings.count(), 3);
 }
 
 TEST_F(StripMesh, ReadingAModelOfNothingPrintsNothing) {
     ASSERT_TRUE(polygon.allocate(0, 0));
     const captured_stream errors(std::cerr);
-    EXPECT_EQ(read_strip_mesh(polygon), strip_mesh_t{});
+    EXPECT_EQ(*read_strip_mesh(polygon), strip_mesh_t{});
     EXPECT_EQ(errors.text(), "");
 }
 
@@ -76,7 +76,7 @@ TEST_F(StripMesh, WrittenUnchangedLeavesAllAsItWas) {
     select_polygons(polygon, {1});
     polygon.selectpolygon(1);
     const indices_t selected = selectelems_of(polygon);
-    const strip_mesh_t mesh = read_strip_mesh(polygon);
+    const strip_mesh_t mesh = *read_strip_mesh(polygon);
     ASSERT_TRUE(write_strip_mesh(polygon, mesh));
     EXPECT_EQ(in_buffers(), mesh);
     EXPECT_EQ(polygon.selection, (std::vector<bool>{false, true, false, false}));
@@ -84,15 +84,15 @@ TEST_F(StripMesh, WrittenUnchangedLeavesAllAsItWas) {
 }
 
 TEST_F(StripMesh, GrownMeshIsWrittenWithItsNewVerticesAndFrames) {
-    const strip_mesh_t mesh = larger(read_strip_mesh(polygon));
+    const strip_mesh_t mesh = larger(*read_strip_mesh(polygon));
     ASSERT_TRUE(write_strip_mesh(polygon, mesh));
     EXPECT_EQ(in_buffers(), mesh);
-    EXPECT_EQ(read_strip_mesh(polygon), mesh);
+    EXPECT_EQ(*read_strip_mesh(polygon), mesh);
 }
 
 TEST_F(StripMesh, GrownModelNumbersItsPolygonsAnewAndHasNewPointsUnselected) {
     polygon.selection[3] = true;
-    ASSERT_TRUE(write_strip_mesh(polygon, larger(read_strip_mesh(polygon))));
+    ASSERT_TRUE(write_strip_mesh(polygon, larger(*read_strip_mesh(polygon))));
     ASSERT_EQ(polygon.polyidvector.size(), 6U);
     EXPECT_EQ(polygon.polyidvector[2].position, 5U);
     EXPECT_EQ(polygon.polyidvector[3].position, mark);
@@ -112,7 +112,7 @@ TEST_F(StripMesh, SmallerMeshIsWritten) {
 
 TEST_F(StripMesh, FewerThanThreeElementsAreWritten) {
     for (std::uint32_t count = 0; count < 3; ++count) {
-        strip_mesh_t mesh = read_strip_mesh(polygon);
+        strip_mesh_t mesh = *read_strip_mesh(polygon);
         mesh.elements = {3, 2};
         mesh.elements.resize(count);
         const captured_stream errors(std::cerr);
@@ -125,19 +125,19 @@ TEST_F(StripMesh, FewerThanThreeElementsAreWritten) {
 }
 
 TEST_F(StripMesh, MeshOfNothingIsWrittenAndGrowsAgain) {
-    const strip_mesh_t mesh = read_strip_mesh(polygon);
+    const strip_mesh_t mesh = *read_strip_mesh(polygon);
     const captured_stream errors(std::cerr);
     ASSERT_TRUE(write_strip_mesh(polygon, {}));
     EXPECT_EQ(polygon.vertex_count(), 0U);
     EXPECT_EQ(polygon.element_count(), 0U);
-    EXPECT_EQ(read_strip_mesh(polygon), strip_mesh_t{});
+    EXPECT_EQ(*read_strip_mesh(polygon), strip_mesh_t{});
     ASSERT_TRUE(write_strip_mesh(polygon, mesh));
     EXPECT_EQ(in_buffers(), mesh);
     EXPECT_EQ(errors.text(), "");
 }
 
 TEST_F(StripMesh, WritingExtendsTheModelOnce) {
-    const strip_mesh_t mesh = larger(read_strip_mesh(polygon));
+    const strip_mesh_t mesh = larger(*read_strip_mesh(polygon));
     const forced_marks marks;
     (void)write_strip_mesh(polygon, mesh);
     EXPECT_EQ(marks.beginning_with("polygon_t::extend(start)").size(), 1U);
@@ -157,7 +157,7 @@ TEST_F(StripMesh, WithoutMemoryTheModelStaysAsItWas) {
         const failing_stores failing(store);
         const captured_stream errors(std::cerr);
         EXPECT_FALSE(write_strip_mesh(small, mesh)) << "store " << store;
-        EXPECT_EQ(read_strip_mesh(small), before) << "store " << store;
+        EXPECT_EQ(*read_strip_mesh(small), before) << "store " << store;
         EXPECT_EQ(small.polyidvector.size(), 2U);
         EXPECT_EQ(errors.text(), "");
     }
@@ -175,7 +175,7 @@ TEST_F(StripMesh, FailureOfALaterArrayIsTold) {
 
 TEST_F(StripMesh, ModelThatWasNeverAllocatedIsNotWritten) {
     polygon_t empty;
-    EXPECT_FALSE(write_strip_mesh(empty, read_strip_mesh(polygon)));
+    EXPECT_FALSE(write_strip_mesh(empty, *read_strip_mesh(polygon)));
     EXPECT_EQ(empty.vertex_count(), 0U);
     EXPECT_EQ(empty.element_count(), 0U);
 }

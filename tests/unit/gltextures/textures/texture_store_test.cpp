@@ -73,6 +73,19 @@ TEST(TextureStore, HoldsACopyAtAnAddressThatStays) {
     EXPECT_EQ(*place, 1);
 }
 
+TEST(TextureStore, AnInsertionThatIsTakenBackLeavesItsSlotToTheNext) {
+    store_t store;
+    store.insert("a", 1);
+    const std::uint32_t b = store.insert("b", 2);
+    store.remove("b");
+    store.remove("nothing");
+    EXPECT_EQ(store.find("b"), 0U);
+    EXPECT_EQ(store.get(b), nullptr);
+    EXPECT_EQ(slot_of(store.insert("c", 3)), slot_of(b));
+    EXPECT_EQ(*store.get(store.find("c")), 3);
+    EXPECT_EQ(*store.get(store.find("a")), 1);
+}
+
 TEST(TextureStore, NameGoesToTheLastEntryOfThatName) {
     store_t store;
     const std::uint32_t first = store.insert("a", 1);
