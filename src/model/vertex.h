@@ -4,6 +4,9 @@
 
 namespace ulk3d {
 
+/// The colour of points that have been given none: opaque grey.
+inline constexpr col3a default_color{0.5F, 0.5F, 0.5F, 1.0F};
+
 /// A vertex as stored in a GL buffer: 9 floats.
 struct vertex_t {
     pos3 position;
@@ -21,6 +24,9 @@ struct frame_t {
     bool operator==(const frame_t&) const = default;
 };
 static_assert(sizeof(frame_t) == 9 * sizeof(float));
+
+/// The frame of a vertex that has been made and not given one yet: that of the front view.
+inline constexpr frame_t new_vertex_frame{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 
 /// The four difference vectors of a vertex, from which the frame pass makes its frame: 12 floats.
 struct work_frame_t {

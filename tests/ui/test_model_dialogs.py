@@ -19,7 +19,6 @@ NURBS_CONTROLS = [("text", NAME), *(("spin button", name) for name in NURBS_COUN
 NO_MODEL_TITLE = PROGRAM_NAME
 # Of a model without a name. The window's own begins with a blank, which is lost on the way here.
 NO_NAME_TITLE = f"- {PROGRAM_NAME}"
-NOT_REACHED = "nurbs_surface(): is not reached point reached."
 
 
 class ModelDialogCase(DialogTestCase):
@@ -82,9 +81,8 @@ class PolygonModel(ModelDialogCase):
                  lambda: f"the menu shows {do.model_labels(program)}")
         self.assertEqual(do.save_text(program),
                          ["begin polygon_surface,3,4", "refractfactor 0", "mercatorsphere false",
-                          *["color 0,0,0,0", "texcoord 0,0", "position 0,0,0"],
-                          *["texcoord 0,0", "position 0,0,0"] * 2, *["element -1"] * 4,
-                          *["tangent 0,0,0", "binormal 0,0,0", "normal 0,0,0"] * 3, "end", ""])
+                          *["texcoord 0,0", "position 0,0,0"] * 3, *["element -1"] * 4,
+                          *["tangent 1,0,0", "binormal 0,1,0", "normal 0,0,1"] * 3, "end", ""])
         do.leave(program)
         self.assert_ends_clean(program)
 
@@ -137,9 +135,9 @@ class PolygonModel(ModelDialogCase):
         end = before.index("element 3") + 1
         self.assertEqual(do.save_text(program),
                          ["begin polygon_surface,5,6", *before[1:before.index("element 0")],
-                          "color 0,0,0,0", "texcoord 0,0", "position 0,0,0",
+                          "color 128,128,128,255", "texcoord 0,0", "position 0,0,0",
                           *before[before.index("element 0"):end], "element -1", "element -1",
-                          *frames * 4, "tangent 0,0,0", "binormal 0,0,0", "normal 0,0,0", "end", ""])
+                          *frames * 5, "end", ""])
 
         dialog = self.options(program, do.POLYGON_TITLE)
         dialog.fill(VERTICES, "4")
@@ -260,10 +258,13 @@ class NurbsModel(ModelDialogCase):
         self.assertEqual(program.menu_labels("Dialog"), NURBS_ITEMS)
         lines = do.save_text(program)
         self.assertEqual(lines[:2], ["begin nurbs_surface,5,4,3,2", "resolution 7,4"])
-        self.assertEqual({line: lines.count(line) for line in ("knot1 0", "knot2 0", "weight 0", "position 0,0,0")},
-                         {"knot1 0": 27, "knot2 0": 25, "weight 0": 15, "position 0,0,0": 15})
-        # The knots and weights of a new surface are zero: it is nowhere between its edges, and the evaluator says so.
-        self.assertEqual(program.stderr.count(NOT_REACHED), 5 * 2)
+        # A flat sheet, of which nothing has to be said.
+        counted = ("knot1 0", "knot1 0.5", "knot1 1", "knot2 0", "knot2 1", "weight 1", "position -0.5,-0.5,0",
+                   "position 0,0,0", "position 0.25,0.5,0")
+        self.assertEqual({line: lines.count(line) for line in counted},
+                         {"knot1 0": 12, "knot1 0.5": 3, "knot1 1": 12, "knot2 0": 10, "knot2 1": 10, "weight 1": 15,
+                          "position -0.5,-0.5,0": 1, "position 0,0,0": 1, "position 0.25,0.5,0": 1})
+        self.assertEqual(program.stderr, "")
 
         dialog = self.options(program, do.NURBS_TITLE)
         self.assertEqual([dialog.fields()[name] for name in NURBS_COUNTS], ["5", "3", "4", "2", "7", "4"])
@@ -317,7 +318,7 @@ class NurbsModel(ModelDialogCase):
         self.assertEqual(do.save_text(program), before)
         self.assertEqual(program.stderr, "")
 
-    def test_a_new_name_alone_empties_the_surface(self):
+    def test_a_new_name_alone_flattens_the_surface(self):
         """Users know that any change makes new tables."""
         program = self.start()
         self.open_model(program, patch())
@@ -326,8 +327,8 @@ class NurbsModel(ModelDialogCase):
         dialog.accept()
         lines = do.save_text(program)
         self.assertEqual(lines[:2], ["begin nurbs_surface,2,2,2,2", "resolution 9,9"])
-        self.assertEqual([lines.count(line) for line in ("knot1 0", "knot2 0", "weight 0", "position 0,0,0")],
-                         [8, 8, 4, 4])
+        self.assertEqual([line for line in lines if line.startswith("position")],
+                         ["position -0.5,-0.5,0", "position 0.5,-0.5,0", "position -0.5,0.5,0", "position 0.5,0.5,0"])
         wait_for(lambda: self.view.coloured("perspective") == 0, "the old surface still shows")
 
     def test_a_resolution_beyond_the_button_stays_while_it_is_not_touched(self):

@@ -6,6 +6,7 @@
 #include "app/editor/program_path.h"
 #include "formats/scene_files.h"
 #include "gltextures/gr_check_error.h"
+#include "model/polygon/ungiven_frames.h"
 #include "model/try_allocate.h"
 #include "model/whole_change.h"
 
@@ -48,6 +49,27 @@ const model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) const {
 model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
     return const_cast<model_entry_t*>(std::as_const(*this).current_of_kind(kind));
 }
+
+namespace {
+
+/// Has `apply` change the shape of a mesh, and makes anew the frames that nobody has given it: whoever writes
+/// a mesh as text need not work out its normals. False, with nothing changed, when one of both fails.
+template <class Apply>
+bool change_shape(model_entry_t& entry, Apply&& apply) {
+    if (entry.polygon.vertex_count() == 0 || entry.polygon.element_count() == 0)
+        return apply(entry.polygon);
+    whole_change_t whole;
+    model_entry_t* const changed = whole.copy_of(entry);
+    if (changed == nullptr)
+        return false;
+    const std::vector<bool> ungiven = ungiven_frames(changed->polygon);
+    if (!apply(changed->polygon) || !make_frames(changed->polygon, ungiven))
+        return false;
+    whole.commit();
+    return true;
+}
+
+}  // namespace
 
 template <class Change>
 void ulkedit_t::change(const char* command, Change&& apply) {
@@ -137,10 +159,14 @@ std::string ulkedit_t::vertex_text(attribute_t attribute) const {
 
 void ulkedit_t::set_vertex_text(attribute_t attribute, std::string text) {
     change("ulkedit_t::set_vertex_text()", [&] {
-        const attribute_place_t place = place_of(attribute);
         model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
-        return entry == nullptr ||
-               store_member_text(*entry->polygon.array(place.array), place.member, std::move(text));
+        const attribute_place_t place = place_of(attribute);
+        const auto store = [&](polygon_t& polygon) {
+            return store_member_text(*polygon.array(place.array), place.member, std::move(text));
+        };
+        if (entry == nullptr)
+            return true;
+        return attribute == attribute_t::position ? change_shape(*entry, store) : store(entry->polygon);
     });
 }
 
@@ -152,7 +178,9 @@ std::string ulkedit_t::element_text() const {
 void ulkedit_t::set_element_text(std::string text) {
     change("ulkedit_t::set_element_text()", [&] {
         model_entry_t* const entry = current_of_kind(model_kind_t::polygon);
-        return entry == nullptr || store_index_text(entry->polygon.elements, std::move(text));
+        return entry == nullptr || change_shape(*entry, [&](polygon_t& polygon) {
+                   return store_index_text(polygon.elements, std::move(text));
+               });
     });
 }
 

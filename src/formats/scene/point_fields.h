@@ -1,14 +1,11 @@
 #pragma once
 
-#include "model/math/records.h"
+#include "model/vertex.h"
 
 namespace ulk3d {
 
 class field_scanner;
 class text_output;
-
-/// The colour of points that precede any colour line.
-inline constexpr col3a default_color{0.5F, 0.5F, 0.5F, 1.0F};
 
 /// Four integers, each truncated to its low 8 bits; 255 becomes 1.
 col3a read_byte_color(field_scanner fields);

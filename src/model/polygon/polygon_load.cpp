@@ -7,6 +7,7 @@
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
+#include "model/polygon/ungiven_frames.h"
 #include "render/gl/mapped_span.h"
 
 /// Numbering and selection of polygons, and default frames.
@@ -17,19 +18,12 @@ namespace {
 using three_indices = std::array<std::uint32_t, 3>;
 constexpr three_indices no_triangle{restart_mark, restart_mark, restart_mark};
 
-/// The frame of a triangle's plane; its tangent runs along the last edge.
-frame_t default_frame(const pos3& a, const pos3& b, const pos3& c) {
-    const dir3 normal = unit_face_normal(a, b, c);
-    const dir3 tangent = normalize(b - c);
-    return {tangent, cross(normal, tangent), normal};
-}
-
 /// Gives a triangle's frame to its three vertices when the last of them has none.
 void supply_frame(const strip_triangle_t& triangle, std::span<const vertex_t> vertices,
                   std::span<frame_t> frames) {
     if (frames[triangle.c].normal != dir3{})
         return;
-    frames[triangle.a] = frames[triangle.b] = frames[triangle.c] = default_frame(
+    frames[triangle.a] = frames[triangle.b] = frames[triangle.c] = triangle_frame(
         vertices[triangle.a].position, vertices[triangle.b].position, vertices[triangle.c].position);
 }
 

@@ -1,9 +1,12 @@
 #include "operations/settings/model_settings.h"
 
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
+#include "model/nurbs/flat_sheet.h"
 #include "model/whole_change.h"
+#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -16,9 +19,11 @@ void take_names(modeling_t& model, texture_t& texture, const model_names_t& name
     texture.specular = names.specular;
 }
 
-bool allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
-    if (nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2))
+bool make_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
+    if (nurbs.allocate(settings.count1, settings.order1, settings.count2, settings.order2)) {
+        make_flat_sheet(nurbs);
         return true;
+    }
     std::cerr << "nurbs.allocate() failed." << std::endl;
     return false;
 }
@@ -27,6 +32,20 @@ bool allocate_tables(nurbs_t& nurbs, const nurbs_settings_t& settings) {
 bool size_arrays(polygon_t& polygon, const polygon_settings_t& settings, bool is_empty) {
     return is_empty ? polygon.allocate(settings.vertex_count, settings.element_count)
                     : polygon.extend(settings.vertex_count, settings.element_count);
+}
+
+/// New vertices are grey, so that they can be seen on the dark ground, and look to the front. False when they
+/// can not be mapped.
+bool show_new_vertices(polygon_t& polygon, std::size_t first) {
+    if (first >= polygon.vertex_count())
+        return true;
+    const array_span<vertex_t> vertices(polygon.vertices);
+    const array_span<frame_t> frames(polygon.normals);
+    if (!vertices || !frames)
+        return false;
+    std::ranges::fill(vertices.span().subspan(first), vertex_t{{}, default_color, {}});
+    std::ranges::fill(frames.span().subspan(first), new_vertex_frame);
+    return true;
 }
 
 /// Builds the mesh of new tables. False when it can not be made.
@@ -63,7 +82,8 @@ bool set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settin
         return false;
     polygon_t& polygon = changed->polygon;
     take_names(polygon, changed->texture, settings.names);
-    if (!size_arrays(polygon, settings, is_empty))
+    const std::size_t first_new = is_empty ? 0 : polygon.vertex_count();
+    if (!size_arrays(polygon, settings, is_empty) || !show_new_vertices(polygon, first_new))
         return false;
     changed->texture.open(polygon.name.c_str());
     if (!polygon.afterload(nullptr))
@@ -95,7 +115,7 @@ bool set_nurbs_settings(model_entry_t& entry, const nurbs_settings_t& settings, 
     nurbs.resolution1 = settings.resolution1;
     nurbs.resolution2 = settings.resolution2;
     changed->polygon.name = nurbs.name;
-    if (!allocate_tables(nurbs, settings) || !nurbs.afterload(nullptr) || !build_mesh(*changed, glpolygon))
+    if (!make_tables(nurbs, settings) || !nurbs.afterload(nullptr) || !build_mesh(*changed, glpolygon))
         return false;
     change.commit();
     return true;

@@ -28,7 +28,8 @@ struct polygon_settings_t {
 polygon_settings_t polygon_settings(const model_entry_t& entry);
 
 /// Applies new settings to a polygon model. A mesh without vertices or without elements is made again,
-/// zeroed, even when nothing differs; any other grows or shrinks when something differs. Then its maps are
+/// even when nothing differs; any other grows or shrinks when something differs. New vertices are grey and
+/// lie at the origin with `new_vertex_frame`; new elements are restart marks. Then its maps are
 /// opened by their names in the directory of the model's own name, loading those that are not loaded yet; a
 /// map that can not be loaded is reported and left out.
 ///
@@ -47,9 +48,10 @@ struct nurbs_settings_t {
 
 nurbs_settings_t nurbs_settings(const model_entry_t& entry);
 
-/// Applies new settings to a NURBS model. When anything differs, even a name, all tables are made again, with
-/// knots, weights and control points zero. For a resolution that no mesh can have the mesh keeps its old
-/// shape, after a line on the standard error stream; a map that can not be loaded is reported and left out.
+/// Applies new settings to a NURBS model. When anything differs, even a name, all tables are made again, as
+/// those of a flat sheet (model/nurbs/flat_sheet.h). For a resolution that no mesh can have the mesh keeps
+/// its old shape, after a line on the standard error stream; a map that can not be loaded is reported and
+/// left out.
 ///
 /// False, after such a line, when there is no memory: the model then stays as it was. No caller needs to look
 /// at that.

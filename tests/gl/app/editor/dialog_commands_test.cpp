@@ -66,6 +66,20 @@ TEST_F(DialogCommands, SetAMesh) {
     EXPECT_EQ(editor.element_text(), "2\n1\n0\n-1\n");
 }
 
+TEST_F(DialogCommands, MakeTheNormalsOfAMeshThatIsWrittenAsText) {
+    ASSERT_TRUE(editor.add_model(model_kind_t::polygon));
+    editor.set_polygon({{"new.ulk", "", "", ""}, 3, 3});
+    editor.set_vertex_text(attribute_t::position, "0,0,0\n1,0,0\n0,0,1\n");
+    EXPECT_EQ(editor.vertex_text(attribute_t::normal), "0,0,1\n0,0,1\n0,0,1\n");
+    editor.set_element_text("0\n1\n2\n");
+    EXPECT_EQ(editor.vertex_text(attribute_t::normal), "0,-1,0\n0,-1,0\n0,-1,0\n");
+    editor.set_vertex_text(attribute_t::position, "0,0,0\n0,1,0\n0,0,1\n");
+    EXPECT_EQ(editor.vertex_text(attribute_t::normal), "1,0,-0\n1,0,-0\n1,0,-0\n");
+    editor.set_vertex_text(attribute_t::normal, "0,1,0\n");
+    editor.set_vertex_text(attribute_t::position, "0,0,0\n1,0,0\n0,1,0\n");
+    EXPECT_EQ(editor.vertex_text(attribute_t::normal), "0,1,0\n0,-0,1\n0,-0,1\n");
+}
+
 TEST_F(DialogCommands, SetANetAndItsSurface) {
     editor.select_model(net);
     net_table_t table = editor.net_table(attribute_t::position);
