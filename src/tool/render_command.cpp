@@ -34,6 +34,7 @@ struct job_t {
     std::string scene, picture;
     int width = 1024, height = 768;
     const named_view_t* view = nullptr;  ///< null for all four
+    bool transparent = false;
 };
 
 /// Parses "640x480". False unless both numbers are from 1 to 16384.
@@ -67,6 +68,8 @@ std::optional<job_t> parse(arguments_t arguments) {
         } else if (word == "--view") {
             if (!has_value || !parse_view(arguments[++i], job))
                 return std::nullopt;
+        } else if (word == "--transparent") {
+            job.transparent = true;
         } else if (word.starts_with("--")) {
             return std::nullopt;
         } else {
@@ -97,6 +100,7 @@ int draw(const job_t& job) {
     editor.reshape(target.pixel_width(), target.pixel_height());
     if (!editor.file_open(job.scene.c_str(), std::cerr))
         return exit_failed;
+    editor.view().opaque = !job.transparent;
     editor.display();
 
     rgba_picture_t picture = target.read_pixels();

@@ -18,9 +18,9 @@ struct command_t {
 
 constexpr std::array<command_t, 4> commands{{
     {"render", ulktool::render,
-     "ulktool render SCENE PICTURE.png [--size WxH] [--view perspective|front|side|top]\n"
+     "ulktool render SCENE PICTURE.png [--size WxH] [--view perspective|front|side|top] [--transparent]\n"
      "    Draws the frame of the view area as it is after opening SCENE, or one of its views.\n"
-     "    The size is 1024x768 unless told otherwise.\n"},
+     "    The size is 1024x768 unless told otherwise. --transparent leaves the ground out.\n"},
     {"check", ulktool::check,
      "ulktool check FILE...\n"
      "    Reports what the reader says of each file, the signs that it was cut off (lines count from 1), and "

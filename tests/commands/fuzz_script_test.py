@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """./fuzz: its arguments, what it builds and starts, and its status. The build and the target are stand-ins."""
 
+import os
 import pathlib
 import shutil
 import subprocess
@@ -90,7 +91,7 @@ class Script(unittest.TestCase):
         self.assertTrue(target.endswith(" build/fuzzing/stl/found tests/fuzz/corpus/stl"), target)
         self.assertEqual(environment, "environment two words")
         self.assertIn("build/fuzzing/stl/found (1)", result.stdout)
-        self.assertNotIn("finding", result.stdout)
+        self.assertNotIn("indings", result.stdout)
         self.assertEqual(list((self.tree / "tests/fuzz/corpus/stl").iterdir()), [])
 
     def test_a_finding_is_kept_and_named(self):
@@ -100,7 +101,23 @@ class Script(unittest.TestCase):
         self.assertIn(" -max_total_time=5 ", self.calls()[2])
         kept = self.tree / "build/fuzzing/stl/findings/crash-1"
         self.assertEqual(kept.read_text(), "bytes")
-        self.assertIn(f"A finding: {kept}", result.stdout.splitlines())
+        self.assertIn(f"Findings, in {kept.parent}:", result.stdout.splitlines())
+        self.assertIn("build/fuzzing/stl/findings/crash-1", result.stdout.splitlines())
+
+    def test_findings_of_other_runs_are_not_named(self):
+        (self.tree / "finding").write_text("bytes")
+        old = self.tree / "build/fuzzing/stl/findings/crash-0"
+        old.parent.mkdir(parents=True)
+        old.touch()
+        os.utime(old, (1, 1))
+        self.assertNotIn("crash-0", self.run_script("stl").stdout)
+        self.assertTrue(old.exists())
+
+    def test_a_target_that_does_not_run_is_no_finding(self):
+        (self.tree / "target").write_text("#!/bin/bash\nexit 1\n")
+        result = self.run_script("stl")
+        self.assertEqual(result.returncode, 2)
+        self.assertEqual(result.stderr, "The target has failed without a finding.\n")
 
     def test_a_build_that_fails_is_no_finding(self):
         (self.tree / "bin/cmake").write_text("#!/bin/bash\nexit 1\n")

@@ -30,6 +30,14 @@ def png_size(path):
     return struct.unpack(">II", data[16:24])
 
 
+def first_pixel(path):
+    """Of an RGBA picture. There is nothing before it that a filter of its row could have taken off."""
+    data = path.read_bytes()
+    start = data.index(b"IDAT")
+    size = struct.unpack(">I", data[start - 4:start])[0]
+    return tuple(zlib.decompressobj().decompress(data[start + 4:start + 4 + size], 5)[1:])
+
+
 def png_chunk(kind, data):
     return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
 
@@ -97,6 +105,12 @@ class Render(ToolTestCase):
             self.assertEqual(png_size(picture), (160, 120))
             pictures.add(picture.read_bytes())
         self.assertGreaterEqual(len(pictures), 2)
+
+    def test_the_ground_is_opaque_unless_it_is_left_out(self):
+        picture = self.folder / "cube.png"
+        for words, alpha in (((), 255), (("--transparent",), 0)):
+            self.assertEqual(run("render", SAMPLES / "cube.ulk", picture, "--view", "perspective", *words).returncode, 0)
+            self.assertEqual(first_pixel(picture), (46, 46, 46, alpha))
 
     def test_a_scene_that_does_not_load_leaves_no_picture(self):
         picture = self.folder / "no.png"

@@ -147,7 +147,7 @@ class HighResolution(UiTestCase):
         # Only the top view lies wholly on the screen of the test.
         wait_for(lambda: self.view.dot("top", MAGENTA), "the points do not show")
         before = self.view.dot("top", MAGENTA)
-        self.assertEqual(before.size, 9)
+        self.assertEqual(before.size, 36)
         _, _, width, _ = self.view.rectangle("top")
         self.assertGreaterEqual(width, 1024)
 
@@ -155,8 +155,8 @@ class HighResolution(UiTestCase):
         place = self.view.place("top", MAGENTA)
         program.click(*place)
         self.rest_pointer(program)
-        wait_for(lambda: self.view.dot("top", MAGENTA).size == 25, "the point was not marked")
-        self.assertEqual(self.view.dot("top", BLUE).size, 9)
+        wait_for(lambda: self.view.dot("top", MAGENTA).size == 100, "the point was not marked")
+        self.assertEqual(self.view.dot("top", BLUE).size, 36)
         program.drag(place, (place[0] - 60, place[1] + 40), 1, "shift")
         self.rest_pointer(program)
         wait_for(lambda: abs(self.view.dot("top", MAGENTA).x - before.x + 60) < 2.01

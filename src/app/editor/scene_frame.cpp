@@ -7,6 +7,7 @@
 #include "app/editor/edited_scene.h"
 #include "app/editor/scene_view.h"
 #include "gltextures/gr_check_error.h"
+#include "render/gl/line_width.h"
 
 namespace ulk3d {
 
@@ -16,6 +17,13 @@ namespace {
 
 void set_viewport(const viewport_t& area) {
     glViewport(area.x, area.y, area.width, area.height);
+}
+
+/// Gives all pixels an alpha, and leaves their colours.
+void fill_alpha(float alpha) {
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    glClearBufferfv(GL_COLOR, 0, std::array{0.0F, 0.0F, 0.0F, alpha}.data());
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }
 
 }  // namespace
@@ -28,7 +36,10 @@ void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor
     glBindTexture(GL_TEXTURE_2D, 0);
     glViewport(0, 0, areas.width, areas.height);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (!opaque)
+        fill_alpha(0.0F);
 
+    set_line_width(pixel_scale);
     if (grid_on)
         draw_grids();
     for (const auto& entry : scene.models()) {
@@ -44,6 +55,9 @@ void scene_view_t::draw(const edited_scene_t& scene, const view_cursor_t& cursor
             draw_fold_line(ends->first, ends->second);
     if (crosshair_on)
         draw_crosshair(cursor);
+    // The toolkit would blend the theme of the desktop through whatever is transparent.
+    if (opaque)
+        fill_alpha(1.0F);
     grCheckError("ulkedit_t::display(end)");
 }
 
@@ -99,7 +113,6 @@ void scene_view_t::draw_points(model_entry_t& entry) {
 void scene_view_t::draw_fold_line(const pos3& from, const pos3& to) {
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glLineWidth(1.0F);
     glEnable(GL_LINE_SMOOTH);
     grCheckError("ulkedit_t::display(13)");
     line_overlay.line(from, to, cameras.perspective.matrix, cameras.view.matrix);
@@ -109,7 +122,7 @@ void scene_view_t::draw_fold_line(const pos3& from, const pos3& to) {
 }
 
 void scene_view_t::draw_crosshair(const view_cursor_t& cursor) {
-    constexpr float half_band = 2.5F;
+    const float half_band = 2.5F * pixel_scale;
     const half_view_t half = half_view(areas);
     const auto x = static_cast<float>(cursor.x), y = static_cast<float>(cursor.y);
     const float top = (y + half_band - half.height) / half.height;

@@ -55,6 +55,11 @@ void scene_view_t::reshape(int width, int height) {
     grCheckError("ulkedit_t::reshape(end)");
 }
 
+void scene_view_t::set_pixel_scale(int device_pixels) {
+    pixel_scale = static_cast<float>(device_pixels);
+    glnurbs.point_scale = pixel_scale;
+}
+
 void scene_view_t::fit(const model_list_t& models) {
     cameras.update_perspective(areas);
     reset_view(cameras, models);
@@ -107,7 +112,7 @@ const matrix_pair_t& scene_view_t::projection_of(const view_cursor_t& at) const 
 
 bool scene_view_t::pick_points(const model_list_t& models, const view_cursor_t& at, float width, float height,
                                const hit_signal_t& receiver) {
-    const mtx3w planes = pick_planes(pick_rectangle_at(at, areas, width, height));
+    const mtx3w planes = pick_planes(pick_rectangle_at(at, areas, width * pixel_scale, height * pixel_scale));
     grCheckError("ulkedit_t::selection(1)");
     // Points that are not shown can not be picked; the other views always show them.
     if (at.in_perspective() && !control_points_on)
@@ -139,7 +144,8 @@ bool scene_view_t::pick_polygons(const model_list_t& models, const view_cursor_t
     };
     std::map<float, found_t, nearer_t> nearest;
     if (at.in_perspective()) {
-        const edge_lines_t window = edge_lines_of(pick_rectangle_at(at, areas, width, height));
+        const edge_lines_t window =
+            edge_lines_of(pick_rectangle_at(at, areas, width * pixel_scale, height * pixel_scale));
         std::uint64_t index = 0;
         for (const auto& entry : models) {
             hit_map_t hits;

@@ -36,6 +36,10 @@ class scene_view_t {
     /// Sets the size of the view area in device pixels.
     void reshape(int width, int height);
 
+    /// Sets how many device pixels make a pixel of points, lines and pick rectangles: the scale factor of the
+    /// screen. One without this call.
+    void set_pixel_scale(int device_pixels);
+
     /// Draws a frame into the bound framebuffer; `cursor` is where the crosshair is.
     void draw(const edited_scene_t& scene, const view_cursor_t& cursor);
 
@@ -55,9 +59,9 @@ class scene_view_t {
 
     // What lies under the mouse.
 
-    /// Emits `receiver` for each point in the rectangle of `width` by `height` pixels around a cursor, at any
-    /// depth. The points of a model are emitted again for every model after it. Returns whether there was a
-    /// point.
+    /// Emits `receiver` for each point in the rectangle of `width` by `height` pixels (set_pixel_scale)
+    /// around a cursor, at any depth. The points of a model are emitted again for every model after it.
+    /// Returns whether there was a point.
     bool pick_points(const model_list_t& models, const view_cursor_t& at, float width, float height,
                      const hit_signal_t& receiver);
     /// Emits `receiver` for the nearest polygon of each polygon model in such a rectangle, the nearest one
@@ -77,6 +81,7 @@ class scene_view_t {
     glpolygon_t glpolygon;          ///< a model's `update` runs its frame pass with it
     bool control_points_on = true;  ///< points in the perspective view, and the fold line
     bool crosshair_on = false;      ///< bands across the perspective view at the cursor; no command sets it
+    bool opaque = true;             ///< whether a frame ends with alpha 1, or where nothing is drawn with 0
     double grid_step = 0.0;         ///< step to which `way_between` rounds both places; 0 for no rounding
 
   private:
@@ -93,6 +98,7 @@ class scene_view_t {
     pos3 LightPosition;
     float Shininess = 10.0F;
     mtx3w Globalview = mtx_identity;
+    float pixel_scale = 1.0F;
     bool gl_is_loaded = false;
     bool grid_on = true;
     grid_t axis_grids;

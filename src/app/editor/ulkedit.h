@@ -75,6 +75,8 @@ class ulkedit_t {
 
     // The display switches and settings of the toolbar.
 
+    /// The scale factor of the screen (scene_view_t::set_pixel_scale).
+    void set_pixel_scale(int device_pixels) { seen.set_pixel_scale(device_pixels); }
     void set_control_points(bool on) { seen.control_points_on = on; }
     void set_grid(bool on) { seen.set_grid(on); }
     void set_grid_step(double step) { seen.grid_step = step; }

@@ -78,7 +78,10 @@ bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
 
 void ViewArea::on_resize(int width, int height) {
     make_current();
-    carry_out([=](ulkedit_t& editor) { editor.reshape(width, height); });
+    carry_out([=, this](ulkedit_t& editor) {
+        editor.set_pixel_scale(get_scale_factor());
+        editor.reshape(width, height);
+    });
 }
 
 void ViewArea::make_input_current() {

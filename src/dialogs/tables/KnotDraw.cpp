@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "render/gl/gl_requirement.h"
+#include "render/gl/line_width.h"
 
 namespace ulk3d {
 
@@ -50,6 +51,7 @@ void KnotDraw::on_resize(int width, int height) {
 }
 
 bool KnotDraw::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
+    set_line_width(static_cast<float>(get_scale_factor()));
     if (plot)
         plot->draw();
     return true;

@@ -90,6 +90,8 @@ bool glnurbs_t::init(const char* base_directory) {
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
     ClipPlanes = program.uniform("ClipPlanes");
+    // Without a line for a replacement that does not have it: its points keep one size on all screens.
+    PointScale = glGetUniformLocation(program.program_id(), "PointScale");
     return true;
 }
 
@@ -102,6 +104,7 @@ void glnurbs_t::draw_points(modeling_t& model, const mtx3w& projection_matrix,
                             const mtx3w& modelview_matrix) const {
     program.use();
     set_matrices(projection_matrix, modelview_matrix);
+    glUniform1f(PointScale, point_scale);
     model.drawpoints();
     program_t::unuse();
 }

@@ -57,7 +57,8 @@ class glnurbs_t {
     /// line and GL's log.
     [[nodiscard]] bool init(const char* base_directory);
 
-    /// Draws the points of a model with their sizes and colours. GL_PROGRAM_POINT_SIZE must be enabled.
+    /// Draws the points of a model with their sizes times `point_scale`, and their colours.
+    /// GL_PROGRAM_POINT_SIZE must be enabled.
     void draw_points(modeling_t& model, const mtx3w& Projection, const mtx3w& Modelview) const;
 
     /// Adds the points of a model that project into the rectangle to `hits`, in the order of their indices;
@@ -79,6 +80,8 @@ class glnurbs_t {
     std::int32_t Modelview = -1;
     std::int32_t Projection = -1;
     std::int32_t ClipPlanes = -1;
+    std::int32_t PointScale = -1;
+    float point_scale = 1;  ///< device pixels for each pixel of a point's size
     transform_feedback_t selection_feedback;
 
   private:

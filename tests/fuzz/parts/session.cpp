@@ -11,7 +11,8 @@
 #include "fuzz/parts/session_scenes.h"
 #include "gltextures/textures/texture_stores.h"
 
-// The files, the list of models, undo and redo of a session; session_edits.cpp has the rest.
+// The files, the list of models, undo and redo of a session; session_edits.cpp and session_triangles.cpp have
+// the rest.
 namespace ulk_test {
 
 using namespace ulk3d;
@@ -53,13 +54,14 @@ std::span<const session_t::step_t> session_t::steps() {
         step_t{'k', &session_t::set_option},        // table, place, number
         step_t{'V', &session_t::set_vertex_text},   // attribute, lines, three numbers a line
         step_t{'E', &session_t::set_element_text},  // lines, an index a line
-        step_t{'e', &session_t::set_environment},   // three numbers
-        step_t{'i', &session_t::edit_vertex},       // attribute, point, three numbers
-        step_t{'f', &session_t::fold},              // two models and points, angle in 30 degrees less 4
-        step_t{'q', &session_t::cut},               //
-        step_t{'z', &session_t::undo},              //
-        step_t{'y', &session_t::redo},              //
-        step_t{'v', &session_t::draw},              // the last: see step_of
+        step_t{'T', &session_t::set_map},  // 0 colour, 1 bump, 2 specular map; 0 none, 1 a missing file
+        step_t{'e', &session_t::set_environment},  // three numbers
+        step_t{'i', &session_t::edit_vertex},      // attribute, point, three numbers
+        step_t{'f', &session_t::fold},             // two models and points, angle in 30 degrees less 4
+        step_t{'q', &session_t::cut},              //
+        step_t{'z', &session_t::undo},             //
+        step_t{'y', &session_t::redo},             //
+        step_t{'v', &session_t::draw},             // the last: see step_of
     };
     return table;
 }
@@ -69,7 +71,7 @@ const session_t::step_t& session_t::step_of(std::uint8_t letter) {
     const auto found = std::ranges::find(table, static_cast<char>(letter), &step_t::letter);
     if (found != table.end())
         return *found;
-    // A frame takes as long as all other steps of a session together: only its letter draws one.
+    // A frame takes longer than all other steps of most sessions together: only its letter draws one.
     return table[letter % (table.size() - 1)];
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "app/editor/ulkedit.h"
 #include "fuzz/parts/scene_invariants.h"
@@ -22,8 +23,8 @@ namespace ulk_test {
 /// for one of the letters. Scenes stay small: what would make them large does nothing.
 class session_t {
   public:
-    /// Clears the editor, so that the session does not depend on what was done with it before: drawing with a
-    /// new one would take a hundred times as long as most steps. A GL context must be current from here on.
+    /// Clears the editor, so that the session does not depend on what was done with it before. A new editor
+    /// for each session would have its programs compiled again. A GL context must be current from here on.
     explicit session_t(ulk3d::ulkedit_t& cleared_editor);
 
     /// Runs the steps up to the first broken invariant: a sentence that tells the number of the step, its
@@ -36,6 +37,11 @@ class session_t {
     };
 
   private:
+    /// The elements of all models.
+    using all_strips_t = std::vector<std::vector<std::uint32_t>>;
+    /// Strips of fewer elements than this have no triangle, and what numbers polygons skips them.
+    static constexpr std::size_t least_numbered = 3;
+
     static std::span<const step_t> steps();
     static const step_t& step_of(std::uint8_t letter);
 
@@ -71,12 +77,21 @@ class session_t {
     std::string set_option(session_bytes_t& bytes);
     std::string set_vertex_text(session_bytes_t& bytes);
     std::string set_element_text(session_bytes_t& bytes);
+    std::string set_map(session_bytes_t& bytes);
     std::string set_environment(session_bytes_t& bytes);
     std::string edit_vertex(session_bytes_t& bytes);
 
-    // Triangles and steps.
+    // Triangles.
     std::string fold(session_bytes_t& bytes);
     std::string cut(session_bytes_t& bytes);
+
+    static all_strips_t strips_of(const ulk3d::model_list_t& models);
+    static bool are_small(const all_strips_t& strips);
+    static std::string broken_strips(const ulk3d::model_list_t& models, const all_strips_t& before);
+    /// Edits of triangles number the polygons of what they write.
+    void note_numbered(const all_strips_t& before);
+
+    // Steps of undo.
     std::string undo(session_bytes_t& bytes);
     std::string redo(session_bytes_t& bytes);
 
@@ -84,7 +99,6 @@ class session_t {
     ulk3d::model_entry_t* entry_at(std::uint64_t index);
     ulk3d::model_entry_t* current(ulk3d::model_kind_t kind);
     bool has_room() const;
-    std::uint64_t elements_of_all() const;
     ulk3d::nurbs_settings_t net_settings(session_bytes_t& bytes);
     std::string open_text(std::string_view text);
     void update() { editor.scene().update_models(editor.view().glpolygon); }

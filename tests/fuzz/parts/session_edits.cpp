@@ -6,16 +6,14 @@
 
 #include "fuzz/parts/session.h"
 
-// Selections, moves, dialogs and edits of triangles in a session.
+// Selections, moves and dialogs of a session.
 namespace ulk_test {
 
 using namespace ulk3d;
 
 namespace {
 
-// Limits that keep a step cheap: the work of a cut grows with the product of both meshes.
-constexpr std::uint64_t most_points = 120;
-constexpr std::uint64_t most_cut_elements = 160;
+constexpr std::uint64_t most_points = 120;  // keeps steps cheap
 
 std::uint32_t count_of(const modeling_t& model) {
     return static_cast<std::uint32_t>(model.selection.size());
@@ -144,8 +142,7 @@ std::string session_t::set_mesh(session_bytes_t& bytes) {
     if (settings == polygon_settings(*entry))
         return {};
     editor.set_polygon(settings);
-    // With fewer than three elements nothing is numbered.
-    if (settings.element_count >= 3)
+    if (settings.element_count >= least_numbered)
         restripped.erase(entry);
     if (polygon_settings(*entry) != settings)
         return "A mesh does not have the counts that it was given.";
@@ -221,6 +218,23 @@ std::string session_t::set_element_text(session_bytes_t& bytes) {
     return {};
 }
 
+std::string session_t::set_map(session_bytes_t& bytes) {
+    static constexpr std::string model_names_t::*maps[] = {&model_names_t::texture, &model_names_t::bumpmap,
+                                                           &model_names_t::specular};
+    const auto map = maps[bytes.below(3)];
+    const std::string name = bytes.below(2) == 0 ? "" : "missing.png";
+    if (const model_entry_t* const mesh = current(model_kind_t::polygon)) {
+        polygon_settings_t settings = polygon_settings(*mesh);
+        settings.names.*map = name;
+        editor.set_polygon(settings);
+    } else if (const model_entry_t* const net = current(model_kind_t::nurbs)) {
+        nurbs_settings_t settings = nurbs_settings(*net);
+        settings.names.*map = name;
+        editor.set_nurbs(settings);
+    }
+    return {};
+}
+
 std::string session_t::set_environment(session_bytes_t& bytes) {
     const float reflect = bytes.number(), refract = bytes.number(), factor = bytes.number();
     editor.set_environment({"", reflect, refract, factor});
@@ -241,47 +255,6 @@ std::string session_t::edit_vertex(session_bytes_t& bytes) {
     if (change.has_values())
         editor.note_edit(std::move(change.edit));
     update();
-    return {};
-}
-
-// Triangles.
-
-std::uint64_t session_t::elements_of_all() const {
-    std::uint64_t count = 0;
-    for (const auto& entry : editor.models())
-        count += entry->polygon.element_count();
-    return count;
-}
-
-std::string session_t::fold(session_bytes_t& bytes) {
-    for (std::size_t end = 0; end < 2; ++end) {
-        const std::uint64_t model = some_model(bytes);
-        editor.scene().set_fold_vertex(end, model, bytes.below(8));
-    }
-    editor.set_fold_angle(30.0 * (static_cast<int>(bytes.below(9)) - 4));
-    if (elements_of_all() > most_cut_elements)
-        return {};
-    const scene_state_t before = state_of(editor.scene());
-    if (!editor.fold())
-        return unchanged_since(before, "A fold that failed has changed the scene: ");
-    for (const auto& entry : editor.models())
-        if (entry->kind == model_kind_t::polygon && entry->polygon.element_count() >= 3)
-            restripped.erase(entry.get());
-    return {};
-}
-
-std::string session_t::cut(session_bytes_t&) {
-    if (elements_of_all() > most_cut_elements)
-        return {};
-    const model_entry_t* const cutter = current(model_kind_t::polygon);
-    const scene_state_t before = state_of(editor.scene());
-    bool is_sound = true;
-    // It starts over for each model, and may end slightly above 1.
-    editor.cut_current([&is_sound](double done) { is_sound = is_sound && done >= 0 && done < 2; });
-    if (!is_sound)
-        return "The progress of a cut is negative, far above 1 or no number.";
-    if (cutter == nullptr)
-        return unchanged_since(before, "A cut without a cutter has changed the scene: ");
     return {};
 }
 

@@ -93,6 +93,8 @@ TEST_F(SessionTest, StepsDoWhatTheySay) {
     EXPECT_EQ(editor.environment().refractalpha, 0.5F);
     EXPECT_EQ(play("o0 i00123"), "");
     EXPECT_EQ(vertices_of(entry().polygon)[0].position, (pos3{1, 2, 3}));
+    EXPECT_EQ(play("o0 T11"), "");
+    EXPECT_EQ(entry().texture.bumpmap, "missing.png");
     EXPECT_EQ(play("o0 o1 c0 x"), "");
     EXPECT_EQ(editor.models().size(), 1U);
     EXPECT_EQ(play("o0 w a l"), "");
@@ -105,6 +107,9 @@ TEST_F(SessionTest, TrianglesAreFoldedAndCut) {
     EXPECT_EQ(play("o4 o5 q"), "");
     EXPECT_GT(entry(0).polygon.vertex_count(), 8U);
     EXPECT_EQ(entry(1).polygon.vertex_count(), 8U);
+    // With a step of undo that must not outlive them.
+    EXPECT_EQ(play("o1 p00 s03 d445 f01027"), "");
+    EXPECT_EQ(play("o4 o5 s00 d445 q"), "");
 }
 
 TEST_F(SessionTest, AnyBytesAreASession) {

@@ -141,7 +141,8 @@ TEST(SceneMutator, ResultKeepsToTheLimit) {
 }
 
 TEST(SceneMutator, AnyBytesAreMutated) {
-    const std::string bytes("\0\xff begin \n,,\nbegin nurbs_surface\nend\n\n,", 42);
+    using namespace std::string_literals;
+    const std::string bytes = "\0\xff begin \n,,\nbegin nurbs_surface\nend\n\n,"s;
     for (const std::string& text : {std::string(), std::string("\n"), bytes, std::string("begin ")})
         for (std::uint64_t seed = 0; seed < 500; ++seed)
             EXPECT_LE(mutated_scene(text, 300, seed, mark_first_byte).size(), 300U);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "app/editor/ulkedit.h"
@@ -76,6 +77,28 @@ std::string square(const std::string& color = "fcolor 1,1,1,1") {
     return "begin polygon_surface,4,4\n" + color + "\n" +
            "position -1,-1,0\nposition 1,-1,0\nposition -1,1,0\nposition 1,1,0\n" +
            "element 0\nelement 1\nelement 2\nelement 3\n" + facing_frames(4) + "end\n";
+}
+
+bool has_alpha_throughout(const rgba_picture_t& picture, std::uint8_t alpha) {
+    return std::ranges::all_of(picture.pixels, [alpha](const auto& pixel) { return pixel[3] == alpha; });
+}
+
+TEST_F(Display, AFrameIsOpaqueWhateverIsInIt) {
+    open(square("fcolor 1,0,0,0.25") + square("fcolor 0,1,0,0"));
+    EXPECT_TRUE(has_alpha_throughout(frame(200, 160), 255));
+    GLboolean mask[4];
+    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
+    EXPECT_TRUE(mask[0] && mask[1] && mask[2] && mask[3]);
+}
+
+TEST_F(Display, AFrameThatIsNotOpaqueHasNoGround) {
+    open(square());
+    editor.set_grid(false);
+    editor.view().opaque = false;
+    const rgba_picture_t picture = frame(200, 160);
+    EXPECT_EQ(picture.at(0, 0)[3], 0);
+    EXPECT_EQ(middle_of(picture, editor.layout().perspective())[3], 255);
+    EXPECT_EQ(picture.at(0, 0)[0], clear_pixel[0]);
 }
 
 TEST_F(Display, AnEmptySceneWithoutGridsShowsTheClearColour) {

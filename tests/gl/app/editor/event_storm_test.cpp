@@ -99,7 +99,7 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
     }
 
     void switch_something() {
-        switch (pick(0, 5)) {
+        switch (pick(0, 6)) {
             case 0:
                 return editor.set_control_points(pick(0, 1) == 1);
             case 1:
@@ -111,6 +111,8 @@ class EventStorm : public editor_test, public testing::WithParamInterface<unsign
             case 4:
                 editor.view().crosshair_on = pick(0, 3) == 0;
                 return;
+            case 5:
+                return editor.set_pixel_scale(pick(1, 3));
             default:
                 // Most folds of the storm fail: there is no axis, or nothing is selected.
                 static_cast<void>(editor.fold());

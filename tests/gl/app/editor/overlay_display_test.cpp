@@ -1,5 +1,7 @@
 // What lies over the surfaces in a frame: the grids and the points.
 
+#include <map>
+
 #include "gl/app/editor/editor_test.h"
 
 namespace {
@@ -117,6 +119,26 @@ TEST_F(Overlays, PointsOfBothKindsShowInAllViewsTheMarkedOnesLarger) {
     // Two points each behind the other from the side and from the top.
     EXPECT_EQ(lit_in(frame(), view_t::side), 9 + 25);
     EXPECT_EQ(lit_in(frame(), view_t::top), 9 + 25);
+}
+
+TEST_F(Overlays, OnAScreenOfFinePixelsPointsAndLinesKeepTheirSize) {
+    resize(400, 320);
+    std::map<view_t, int> coarse;
+    for (const view_t view : orthographic_views)
+        coarse[view] = lit_inside(frame(), view);
+    resize(800, 640);
+    editor.set_pixel_scale(2);
+    // Twice as long and twice as wide, but for their ends.
+    for (const view_t view : orthographic_views)
+        EXPECT_NEAR(lit_inside(frame(), view), 4 * coarse[view], 0.1 * coarse[view]) << name_of(view);
+    editor.set_grid(false);
+    open(points_alone());
+    mark(0, {0, 3});
+    const int count = static_cast<int>(scattered_points().size());
+    for (const view_t view : every_view)
+        EXPECT_EQ(lit_in(frame(), view), (count - 2) * 36 + 2 * 100) << name_of(view);
+    while (glGetError() != GL_NO_ERROR)
+        ADD_FAILURE() << "a line is too wide for the context";
 }
 
 TEST_F(Overlays, PointsGoFromThePerspectiveViewAlone) {

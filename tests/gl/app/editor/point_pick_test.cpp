@@ -47,6 +47,21 @@ TEST_P(PointPickInView, TheLeftButtonMarksThePointsOfThreeByThreePixels) {
     }
 }
 
+TEST_P(PointPickInView, BrushesGrowWithThePixelsOfTheScreen) {
+    open(scattered_block());
+    editor.set_pixel_scale(2);
+    const pos3 point = scattered_points()[4];
+    const seen_t at = seen(GetParam(), point);
+    const pixel_place_t middle = place_of(GetParam(), point);
+    for (int dx = -6; dx <= 6; ++dx) {
+        const double distance = std::fabs(std::round(at.x) + dx - at.x);
+        EXPECT_EQ(click(left_button, {middle.x + dx, middle.y}), distance <= 3) << dx;
+        mark_all(0);
+        EXPECT_EQ(click(right_button, {middle.x + dx, middle.y}), distance <= 5) << dx;
+        model(0).clearselection();
+    }
+}
+
 TEST_P(PointPickInView, TheRightButtonUnmarksThePointsOfFiveByFivePixels) {
     open(scattered_block());
     const pos3 point = scattered_points()[4];
