@@ -248,9 +248,11 @@ void fault_loop::fail_once(const fault_t& fault, std::uint64_t number, const run
 
 void fault_loop::run_out_of_memory_everywhere(const run_t& run) {
     EXPECT_GT(fail_everywhere({fallible_t::allocation}, run), 0U);
-    fail_everywhere({fallible_t::buffer_store}, run);
-    fail_everywhere({.operation = fallible_t::buffer_store, .is_lasting = true}, run);
-    fail_everywhere({fallible_t::buffer_mapping}, run);
+    for (const fallible_t operation : {fallible_t::buffer_store, fallible_t::buffer_mapping})
+        fail_everywhere({operation}, run);
+    for (const fallible_t operation :
+         {fallible_t::allocation, fallible_t::buffer_store, fallible_t::buffer_mapping})
+        fail_everywhere({.operation = operation, .is_lasting = true}, run);
 }
 
 }  // namespace ulk_test

@@ -63,6 +63,7 @@ class SceneLoadFaults : public LoadFaults {
 
 TEST_F(SceneLoadFaults, OfMemory) {
     fail_everywhere({fallible_t::allocation}, run);
+    fail_everywhere({.operation = fallible_t::allocation, .is_lasting = true}, run);
 }
 
 TEST_F(SceneLoadFaults, OfBufferStores) {
@@ -72,6 +73,7 @@ TEST_F(SceneLoadFaults, OfBufferStores) {
 
 TEST_F(SceneLoadFaults, OfBufferMappings) {
     fail_everywhere({fallible_t::buffer_mapping}, run);
+    fail_everywhere({.operation = fallible_t::buffer_mapping, .is_lasting = true}, run);
 }
 
 /// What can go wrong with the files of a load. A short read and an interruption are nothing to fail for.

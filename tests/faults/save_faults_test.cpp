@@ -102,6 +102,7 @@ class SaveFaults : public fault_loop {
 
 TEST_F(SaveFaults, OfMemory) {
     fail_everywhere({fallible_t::allocation});
+    fail_everywhere({.operation = fallible_t::allocation, .is_lasting = true});
     fail_everywhere({fallible_t::mapping, ENOMEM});
     fail_everywhere({fallible_t::buffer_mapping});
 }
