@@ -120,7 +120,7 @@ TEST_F(FormerFile, IsNoneForANewName) {
 
 TEST_F(FormerFile, GivesItsModeToTheNewOne) {
     folder.write("a.ulk", "former");
-    for (const mode_t mode : {0600, 0640, 0666, 0755}) {
+    for (const mode_t mode : {0600U, 0640U, 0666U, 0755U}) {
         ASSERT_EQ(chmod(path("a.ulk").c_str(), mode), 0);
         ASSERT_TRUE(save(path("a.ulk"), "new"));
         EXPECT_EQ(mode_of(path("a.ulk")), mode);
