@@ -2,7 +2,7 @@
 
 import time
 
-from harness import PROGRAM_NAME, Screen, UiTestCase, main, wait_for
+from harness import PROGRAM_NAME, Display, Screen, UiTestCase, main, wait_for
 from harness import commands as do
 
 BAR = "カットの進行状況"
@@ -121,10 +121,19 @@ class Cut(UiTestCase):
 
     def test_commands_that_would_disturb_a_cut_do_nothing(self):
         program = self.start()
+        display = Display()
+        self.addCleanup(display.close)
         self.start_long_cut(program)
+        # The file chooser rings it, too.
+        before = display.bells
         do.delete_current(program)
+        wait_for(lambda: display.bells == before + 1, "the command did not ring the bell")
+        program.keys("ctrl+z")
+        wait_for(lambda: display.bells == before + 2, "the key did not ring the bell")
         self.assertIsNone(program.window(DONE_TITLE), "the cut was too short for this test")
         self.assert_done(program)
+        # Its end has a bell of its own.
+        self.assertEqual(display.bells, before + 3)
         self.assertEqual(len(do.model_labels(program)), 2)
 
     def test_closing_the_window_ends_the_program_in_the_middle_of_a_cut(self):

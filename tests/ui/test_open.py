@@ -1,6 +1,9 @@
 """Opening scenes: titles, models, menus, what shows, and what is said about files that can not be read."""
 
-from harness import BACKGROUND, PROGRAM_NAME, UiTestCase, main, wait_for
+import os
+import threading
+
+from harness import BACKGROUND, PROGRAM_NAME, Display, UiTestCase, main, wait_for
 from harness import commands as do
 from harness.accessibility import SELECTED
 from harness.view import GRID
@@ -12,6 +15,33 @@ POLYGON_ITEMS = ["EnvironmentDialog", "VertexDialog", "ColorDialog", "TexCoordDi
 
 
 class Open(UiTestCase):
+    def test_the_pointer_is_busy_while_a_file_is_read(self):
+        program = self.start()
+        display = Display()
+        self.addCleanup(display.close)
+        # A comment of a gigabyte, which takes no place on the disk.
+        path = self.file(program, "long.ulk", b"#")
+        os.truncate(path, 1 << 30)
+        program.move_pointer(640, 512)
+        arrow = display.pointer
+        pointers = set()
+        told = threading.Event()
+
+        def look():
+            while not told.wait(0.02):
+                pointers.add(display.pointer)
+        looking = threading.Thread(target=look)
+        looking.start()
+        try:
+            do.give_open(program, path)
+            program.message(do.OPEN_ERROR_TITLE)
+        finally:
+            told.set()
+            looking.join()
+        wait_for(lambda: display.pointer == arrow, "the pointer has not become the usual one")
+        # One shape, or several where it is a picture that moves.
+        self.assertNotEqual(pointers - {arrow}, set())
+
     def test_opening_selecting_polygonizing_and_deleting(self):
         program = self.start()
         cube, torus = self.sample(program, "cube.ulk"), self.sample(program, "torus.ulk")

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <utility>
 
 namespace ulk3d {
@@ -12,14 +13,18 @@ namespace ulk3d {
 class scene_gate_t {
   public:
     bool is_open() const { return !busy; }
+    /// How many changes have found the gate closed.
+    std::uint64_t refusals() const { return refused; }
 
     /// Runs `change` with the gate closed behind it and returns its result. Where the gate is already closed
     /// nothing runs, and the result is an empty `Result`, such as false.
     template <class Change>
     auto pass(Change&& change) {
         using result_t = decltype(change());
-        if (busy)
+        if (busy) {
+            ++refused;
             return result_t();
+        }
         const closed_t closed(busy);
         return std::forward<Change>(change)();
     }
@@ -34,6 +39,7 @@ class scene_gate_t {
     };
 
     bool busy = false;
+    std::uint64_t refused = 0;
 };
 
 }  // namespace ulk3d

@@ -54,6 +54,8 @@ class ulkedit_t {
     [[nodiscard]] bool fold();
     void cut_current(const sigc::slot<void, double>& receiver);
     bool cut_is_running() const { return !edited.gate().is_open(); }
+    /// How many commands have done nothing so far because a cut was running.
+    std::uint64_t refusals() const { return edited.gate().refusals(); }
 
     // What dialogs show of the current model, and what their OK and Apply do to it. Each applies to a model
     // of one kind; when the current model is not of that kind, the result is empty and nothing changes.

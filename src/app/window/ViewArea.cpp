@@ -32,6 +32,12 @@ ViewArea::~ViewArea() {
         make_current();
 }
 
+void ViewArea::ring_for_refusals() {
+    if (told_refusals != ulkedit.refusals())
+        error_bell();
+    told_refusals = ulkedit.refusals();
+}
+
 void ViewArea::redraw() {
     // The whole widget, wherever it lies in its window: the area has no window of its own to draw into, and a
     // rectangle of the window that has would begin at the menu bar.
@@ -159,8 +165,11 @@ void ViewArea::set_mode(operation_mode_t mode) {
 }
 
 bool ViewArea::fold() {
-    // While a cut is running the button does nothing and shows no message either.
-    return with_gl([](ulkedit_t& editor) { return editor.cut_is_running() || editor.fold(); });
+    // While a cut is running the button shows no message.
+    return with_gl([](ulkedit_t& editor) {
+        const bool refused = editor.cut_is_running();
+        return editor.fold() || refused;
+    });
 }
 
 void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {

@@ -94,13 +94,23 @@ class ViewArea : public Gtk::GLArea {
         ViewArea& area;
     };
 
-    /// Runs work with the editor. The toolkit's callbacks never see an exception of the allocator: it ends
-    /// here.
+    struct bell_t {
+        explicit bell_t(ViewArea& view_area) : area(view_area) {}
+        ~bell_t() { area.ring_for_refusals(); }
+        bell_t(const bell_t&) = delete;
+        bell_t& operator=(const bell_t&) = delete;
+        ViewArea& area;
+    };
+
+    /// Runs work with the editor, and rings the bell for a command that does nothing because a cut is
+    /// running. The toolkit's callbacks never see an exception of the allocator: it ends here.
     template <class Work>
     auto carry_out(Work&& work) {
+        const bell_t after(*this);
         return try_command("ulkedit", [&] { return work(ulkedit); });
     }
 
+    void ring_for_refusals();
     void make_input_current();
     void set_mode(operation_mode_t mode);
     /// Runs the handling of an event, which may draw outside a frame, and redraws when the handling asks for
@@ -121,6 +131,7 @@ class ViewArea : public Gtk::GLArea {
     device_position_t device_position(double x, double y) const;
 
     ulkedit_t ulkedit;
+    std::uint64_t told_refusals = 0;  ///< those for which the bell has rung
 };
 
 }  // namespace ulk3d

@@ -63,6 +63,8 @@ void ViewMenuBar::fill(Gtk::Menu& menu, std::initializer_list<menu_row_t> rows) 
         item->signal_activate().connect([this, row] {
             if (row.works_during_cut || !window.area().scene().cut_is_running())
                 (window.*row.command)();
+            else
+                window.error_bell();
         });
         menu.append(*item);
     }
@@ -91,6 +93,8 @@ void ViewMenuBar::rebuild_model_menu(bool empty, model_kind_t kind, std::uint64_
         item.signal_activate().connect([this, index] {
             if (!window.area().scene().cut_is_running())
                 window.on_select_model(index);
+            else
+                window.error_bell();
         });
         model_menu.append(item);
         ++index;

@@ -12,6 +12,7 @@
 #include "app/window/ViewWindow.h"
 #include "dialogs/controls/system_text.h"
 #include "dialogs/texts/ErrorDialog.h"
+#include "utils/text/strings.h"
 
 namespace ulk3d {
 
@@ -25,8 +26,8 @@ class scene_file_chooser_t : public Gtk::FileChooserDialog {
         : Gtk::FileChooserDialog(title, action) {
         add_button(Gtk::Stock::OPEN, Gtk::RESPONSE_OK);
         add_button(Gtk::Stock::CANCEL, Gtk::RESPONSE_CANCEL);
-        add_pattern("ulkファイル", "*.ulk");
-        add_pattern("stlファイル", "*.stl");
+        add_kind("ulkファイル", ".ulk");
+        add_kind("stlファイル", ".stl");
     }
 
     /// Runs the dialog once; returns the bytes of the chosen path, or nothing when it was not accepted.
@@ -37,12 +38,41 @@ class scene_file_chooser_t : public Gtk::FileChooserDialog {
     }
 
   private:
-    void add_pattern(const char* name, const char* pattern) {
+    /// Files whose names end in `extension`, in upper or lower case. The bytes of the name decide: a pattern
+    /// of the toolkit would be compared with what it shows for a name that is no UTF-8.
+    void add_kind(const char* name, const char* extension) {
         const Glib::RefPtr<Gtk::FileFilter> filter = Gtk::FileFilter::create();
         filter->set_name(name);
-        filter->add_pattern(pattern);
+        // The wrapper of this function ends the program at a file of which not everything is known.
+        gtk_file_filter_add_custom(filter->gobj(), GTK_FILE_FILTER_FILENAME, has_extension,
+                                   const_cast<char*>(extension), nullptr);
         add_filter(filter);
     }
+
+    static gboolean has_extension(const GtkFileFilterInfo* file, gpointer extension) {
+        return file->filename != nullptr &&
+               libutils::has_extension(file->filename, static_cast<const char*>(extension)) == 0;
+    }
+};
+
+/// Shows over a window that the program is busy.
+class busy_pointer_t {
+  public:
+    explicit busy_pointer_t(Gtk::Window& shown_window) : window(shown_window.get_window()) {
+        if (!window)
+            return;
+        window->set_cursor(Gdk::Cursor::create(window->get_display(), Gdk::WATCH));
+        window->get_display()->flush();
+    }
+    ~busy_pointer_t() {
+        if (window)
+            window->set_cursor();
+    }
+    busy_pointer_t(const busy_pointer_t&) = delete;
+    busy_pointer_t& operator=(const busy_pointer_t&) = delete;
+
+  private:
+    Glib::RefPtr<Gdk::Window> window;
 };
 
 bool file_exists(const std::string& path) {
@@ -73,15 +103,20 @@ std::optional<std::string> choose_save_path(Gtk::Window& parent) {
 
 void ViewWindow::on_file_open() {
     std::optional<std::string> path;
+    std::ostringstream errors;
+    bool opened = false;
     {
+        // The chooser stays while the file is read: the toolkit changes the pointer of a window only when it
+        // knows that the pointer is there.
         scene_file_chooser_t chooser("開く", Gtk::FILE_CHOOSER_ACTION_OPEN);
         path = chooser.choose();
-    }
-    if (!path)
-        return;
+        if (!path)
+            return;
 
-    std::ostringstream errors;
-    if (viewarea.open_file(*path, errors)) {
+        const busy_pointer_t over_chooser(chooser), over_window(*this);
+        opened = viewarea.open_file(*path, errors);
+    }
+    if (opened) {
         copy_models_to_menu();
         set_file_title(*path);
         return;

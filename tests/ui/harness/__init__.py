@@ -3,10 +3,11 @@
 from .case import PROGRAM_NAME, SAMPLES, UiTestCase, main
 from .dialog import Dialog
 from .dialog_case import DialogTestCase
+from .display import Display
 from .program import Program
 from .screen import Screen
 from .view import BACKGROUND, View
 from .wait import wait_for
 
-__all__ = ["BACKGROUND", "PROGRAM_NAME", "SAMPLES", "Dialog", "DialogTestCase", "Program", "Screen", "UiTestCase", "View",
+__all__ = ["BACKGROUND", "PROGRAM_NAME", "SAMPLES", "Dialog", "DialogTestCase", "Display", "Program", "Screen", "UiTestCase", "View",
            "main", "wait_for"]
