@@ -81,9 +81,9 @@ std::unique_ptr<ArrayDialog::item_t> ArrayDialog::make_item(const number_row_t& 
     item->check.get_accessible()->set_name(name + " 選択");
     item->spins.reserve(kind.numbers);
     for (std::uint32_t i = 0; i < kind.numbers; ++i) {
-        Gtk::SpinButton& spin =
-            item->spins.emplace_back(make_adjustment(kind.range, numbers.numbers[i]), 0, kind.range.digits);
-        spin.get_accessible()->set_name(name + ' ' + kind.axes[i]);
+        const auto& spin =
+            item->spins.emplace_back(std::make_unique<number_spin_t>(kind.range, numbers.numbers[i]));
+        spin->get_accessible()->set_name(name + ' ' + kind.axes[i]);
     }
     return item;
 }
@@ -99,12 +99,12 @@ void ArrayDialog::attach(item_t& item, const net_layout_t& layout) {
     };
     put(item.check, layout.check(column, row));
     for (unsigned i = 0; i < item.spins.size(); ++i)
-        put(item.spins[i], layout.number(column, row, i));
+        put(*item.spins[i], layout.number(column, row, i));
     put(item.separator, layout.separator(column, row));
 
     std::vector<Gtk::Widget*> widgets{&item.check, &item.separator};
-    for (Gtk::SpinButton& spin : item.spins)
-        widgets.push_back(&spin);
+    for (const auto& spin : item.spins)
+        widgets.push_back(spin.get());
     cells_in_view.add(std::move(widgets));
 }
 
@@ -112,8 +112,8 @@ void ArrayDialog::set_tab_order() {
     std::vector<Gtk::Widget*> order;
     for (const auto& item : items) {
         order.push_back(&item->check);
-        for (Gtk::SpinButton& spin : item->spins)
-            order.push_back(&spin);
+        for (const auto& spin : item->spins)
+            order.push_back(spin.get());
     }
     table.set_focus_chain(order);
 }
@@ -125,7 +125,7 @@ std::vector<number_row_t> ArrayDialog::read_items() const {
         row.point = item->point;
         row.selected = item->check.get_active();
         for (std::size_t i = 0; i < item->spins.size(); ++i)
-            row.numbers[i] = item->spins[i].get_value();
+            row.numbers[i] = item->spins[i]->get_value();
     }
     return numbers;
 }

@@ -13,7 +13,7 @@
 #include <span>
 #include <vector>
 
-#include "dialogs/controls/spin_range.h"
+#include "dialogs/controls/number_spin.h"
 #include "dialogs/tables/cells_in_view.h"
 #include "model/nurbs/net_edit.h"
 
@@ -50,7 +50,7 @@ class ArrayDialog : public Gtk::Dialog {
     struct item_t {
         std::uint64_t point;
         Gtk::CheckButton check;
-        std::vector<Gtk::SpinButton> spins;
+        std::vector<std::unique_ptr<number_spin_t>> spins;
         Gtk::HSeparator separator;
     };
 

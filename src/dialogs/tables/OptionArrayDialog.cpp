@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "dialogs/controls/dialog_answers.h"
-#include "dialogs/controls/spin_range.h"
 #include "dialogs/tables/KnotViewerDialog.h"
 #include "utils/text/numbers.h"
 
@@ -33,14 +32,12 @@ std::string decimal(std::uint64_t number) {
 }  // namespace
 
 OptionArrayDialog::knot_t::knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name)
-    : place_in_table(place),
-      spin(make_adjustment(knot_range, value), 0, knot_range.digits),
-      first_value(static_cast<float>(spin.get_value())) {
+    : place_in_table(place), spin(knot_range, value), first_value(static_cast<float>(spin.get_value())) {
     spin.get_accessible()->set_name(accessible_name);
 }
 
 float OptionArrayDialog::knot_t::value() const {
-    return text.is_touched() ? static_cast<float>(spin.get_value()) : first_value;
+    return spin.is_touched() ? static_cast<float>(spin.get_value()) : first_value;
 }
 
 OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned number)

@@ -2,7 +2,6 @@
 
 #include <gtkmm/dialog.h>
 #include <gtkmm/scrolledwindow.h>
-#include <gtkmm/spinbutton.h>
 #include <gtkmm/table.h>
 
 #include <cstdint>
@@ -12,7 +11,7 @@
 #include <vector>
 
 #include "dialogs/controls/MyButton.h"
-#include "dialogs/controls/touched_text.h"
+#include "dialogs/controls/number_spin.h"
 #include "dialogs/tables/cells_in_view.h"
 #include "dialogs/tables/table_layout.h"
 #include "model/nurbs/net_edit.h"
@@ -65,9 +64,8 @@ class OptionArrayDialog : public Gtk::Dialog {
 
       private:
         std::uint64_t place_in_table;
-        Gtk::SpinButton spin;
+        number_spin_t spin;
         float first_value;
-        touched_text_t text{spin};
     };
 
     /// The button of a knot vector.
