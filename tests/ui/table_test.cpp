@@ -6,6 +6,7 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/main.h>
 
+#include <algorithm>
 #include <bit>
 #include <functional>
 #include <memory>
@@ -324,6 +325,50 @@ TEST_F(Tables, WhatIsBeingTypedStaysWhenItsCellLeavesTheView) {
     EXPECT_EQ(values.data.back(), option(200, 200).values.data.back());
 }
 
+TEST_F(Tables, ATextThatIsPutIntoACellWithoutTheKeyboardIsTakenOver) {
+    open_weights(option(200, 200));
+    control(knot_name("重み", 1, 0))->set_text("1/4");
+    scroll(1, 0);
+    ASSERT_EQ(control(knot_name("重み", 1, 0)), nullptr);
+    control(knot_name("重み", 198, 199))->set_text("0.5");
+    ok();
+    EXPECT_EQ(values.data[1], 0.25F);
+    EXPECT_EQ(values.data[199 * 200 + 198], 0.5F);
+}
+
+TEST_F(Tables, ACellIsNotSelectedBecauseAnotherWas) {
+    option_table_t table = option(200, 200);
+    std::ranges::fill(table.values.data, 1.0F);
+    open_weights(table);
+    number_spin_t* const spin = control(knot_name("重み", 1, 0));
+    spin->select_region(0, -1);
+    scroll(1, 0);
+    ASSERT_NE(name_of(*spin), knot_name("重み", 1, 0));
+    int begin = 0, end = 0;
+    EXPECT_FALSE(spin->get_selection_bounds(begin, end));
+}
+
+TEST_F(Tables, CellsNextToTheViewAreThere) {
+    open_weights(option(200, 200));
+    scroll(0.5, 0.5);
+    unsigned left = 200, right = 0, low = 200, high = 0;
+    for (number_spin_t* const spin : controls<number_spin_t>()) {
+        unsigned column = 0, row = 0;
+        ASSERT_EQ(std::sscanf(name_of(*spin).c_str(), "重み %u,%u", &column, &row), 2);
+        if (!is_in_view(spin))
+            continue;
+        left = std::min(left, column);
+        right = std::max(right, column);
+        low = std::min(low, row);
+        high = std::max(high, row);
+    }
+    // One that is partly seen may lie between.
+    EXPECT_NE(control(knot_name("重み", left - 2, low)), nullptr);
+    EXPECT_NE(control(knot_name("重み", right + 2, high)), nullptr);
+    EXPECT_NE(control(knot_name("重み", left, low - 2)), nullptr);
+    EXPECT_NE(control(knot_name("重み", right, high + 2)), nullptr);
+}
+
 TEST_F(Tables, TabVisitsThePointsInTheirOrderAndThenTheAnswers) {
     open_points(net(12, 8));
     std::vector<std::string> stops;
@@ -444,12 +489,15 @@ TEST_F(Tables, AViewThatGrowsIsFilledWithCells) {
     for (int i = 0; i < 1000 && dialog->get_width() < 1200; ++i)
         Gtk::Main::iteration();
     handle_events();
-    EXPECT_GT(controls<number_spin_t>().size(), before + 30);
+    const std::vector<number_spin_t*> all = controls<number_spin_t>();
+    EXPECT_GT(all.size(), before + 30);
     dialog->resize(640, 480);
     for (int i = 0; i < 1000 && dialog->get_width() > 640; ++i)
         Gtk::Main::iteration();
     handle_events();
     EXPECT_LE(controls<number_spin_t>().size(), before + 1);
+    EXPECT_EQ(std::ranges::count(all, nullptr, [](number_spin_t* spin) { return spin->get_parent(); }),
+              std::ssize(all) - std::ssize(controls<number_spin_t>()));
 }
 
 TEST_F(Tables, AnEmptyNetHasNoCells) {

@@ -41,6 +41,8 @@ void number_spin_t::show_number(double value) {
     showing = true;
     get_adjustment()->set_value(value);
     number_spin_t::on_output();
+    // What was selected was selected in the other number.
+    select_region(0, 0);
     showing = typed = touched = false;
 }
 
