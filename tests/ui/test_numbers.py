@@ -111,6 +111,13 @@ class Wheel(NetTestCase):
         self.assertEqual(node.text, "5")
         dialog.cancel()
 
+    def test_it_turns_the_numbers_of_the_toolbar(self):
+        program = self.start()
+        spin = program.control("spin button", GRID_STEP)
+        x, y, width, height = spin.rectangle
+        program.click(x + width // 4, y + height // 2, WHEEL_UP)
+        wait_for(lambda: spin.text == "0.15", "the number was not turned")
+
 
 class ViewArea(NetTestCase):
     def test_it_has_a_name(self):
