@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <chrono>
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <set>
@@ -121,6 +123,14 @@ class Tables : public testing::Test {
         const Gtk::Allocation at = place_of(*widget);
         return at.get_x() >= 0 && at.get_y() >= 0 && at.get_x() + at.get_width() <= scroller().get_width() &&
                at.get_y() + at.get_height() <= scroller().get_height();
+    }
+    void resize(int width, int height) {
+        dialog->resize(width, height);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (dialog->get_width() != width && std::chrono::steady_clock::now() < deadline)
+            Gtk::Main::iteration(false);
+        ASSERT_EQ(dialog->get_width(), width);
+        handle_events();
     }
     void press_tab(bool forward = true) {
         dialog->child_focus(forward ? Gtk::DIR_TAB_FORWARD : Gtk::DIR_TAB_BACKWARD);
@@ -472,11 +482,7 @@ TEST_F(Tables, ASmallTableFillsItsView) {
         EXPECT_GT(control(point_name(0, 0, part))->get_height(), 90);
     const Gtk::Allocation last = place_of(*control(point_name(1, 0, "z")));
     EXPECT_EQ(last.get_x() + last.get_width(), scroller().get_width());
-    dialog->resize(900, 700);
-    handle_events();
-    for (int i = 0; i < 100 && dialog->get_width() < 900; ++i)
-        Gtk::Main::iteration();
-    handle_events();
+    resize(900, 700);
     const Gtk::Allocation wider = place_of(*control(point_name(1, 0, "z")));
     EXPECT_EQ(wider.get_x() + wider.get_width(), scroller().get_width());
     EXPECT_GT(wider.get_width(), last.get_width() + 50);
@@ -485,16 +491,10 @@ TEST_F(Tables, ASmallTableFillsItsView) {
 TEST_F(Tables, AViewThatGrowsIsFilledWithCells) {
     open_weights(option(100, 100));
     const std::size_t before = controls<number_spin_t>().size();
-    dialog->resize(1200, 900);
-    for (int i = 0; i < 1000 && dialog->get_width() < 1200; ++i)
-        Gtk::Main::iteration();
-    handle_events();
+    resize(1200, 900);
     const std::vector<number_spin_t*> all = controls<number_spin_t>();
     EXPECT_GT(all.size(), before + 30);
-    dialog->resize(640, 480);
-    for (int i = 0; i < 1000 && dialog->get_width() > 640; ++i)
-        Gtk::Main::iteration();
-    handle_events();
+    resize(640, 480);
     EXPECT_LE(controls<number_spin_t>().size(), before + 1);
     EXPECT_EQ(std::ranges::count(all, nullptr, [](number_spin_t* spin) { return spin->get_parent(); }),
               std::ssize(all) - std::ssize(controls<number_spin_t>()));
