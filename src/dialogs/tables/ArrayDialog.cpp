@@ -43,8 +43,8 @@ class ArrayDialog::item_t : public table_cell_t {
     }
 
     void show(std::uint64_t cell) override {
-        const net_layout_t& layout = dialog.layout;
-        const unsigned column = layout.column_of(cell), row = layout.row_of(cell);
+        const net_layout_t& places = dialog.layout;
+        const unsigned column = places.column_of(cell), row = places.row_of(cell);
         point = row * dialog.columns + column;
         std::string name = "制御点 ";
         libutils::append_number(name, column);
@@ -52,13 +52,13 @@ class ArrayDialog::item_t : public table_cell_t {
         libutils::append_number(name, row);
         check.set_active(dialog.points[point].selected);
         name_part(check, name + " 選択");
-        parts.front().place = layout.check(column, row);
+        parts.front().place = places.check(column, row);
         for (unsigned i = 0; i < spins.size(); ++i) {
             spins[i]->show_number(dialog.points[point].numbers[i]);
             name_part(*spins[i], name + ' ' + dialog.kind.axes[i]);
-            parts[1 + i].place = layout.number(column, row, i);
+            parts[1 + i].place = places.number(column, row, i);
         }
-        parts.back().place = layout.separator(column, row);
+        parts.back().place = places.separator(column, row);
     }
 
     void finish_typing() override {
