@@ -343,15 +343,17 @@ class Sizes(Table):
         """Tab reaches the cells of a large net wherever they are, and what is written there is kept."""
         self.start_with(net(12, 10))
         dialog = self.open_points()
-        last = dialog.cells[name_of(11, 9, "z")]
         dialog.wait_focused(name_of(0, 0, "選択"))
         # To the end of the first row, which begins out of view, and on to the beginning of the second.
         self.program.keys(*["Tab"] * (4 * 12 + 1))
         dialog.wait_focused(name_of(0, 1, "x"))
+        dialog.look()
         self.assertTrue(dialog.cells[name_of(0, 1, "x")].has_state(SHOWING))
         # Back over all of that and over the three answers, behind which the last point comes.
         self.program.keys(*["shift+Tab"] * (4 * 12 + 1 + 3 + 1))
         dialog.wait_focused(name_of(11, 9, "z"))
+        dialog.look()
+        last = dialog.cells[name_of(11, 9, "z")]
         wait_for(lambda: last.has_state(SHOWING), "the last point does not show")
         self.program.keys("ctrl+a")
         self.program.type("9")
@@ -361,6 +363,28 @@ class Sizes(Table):
         dialog.wait_focused(name_of(9, 9, "y"))
         dialog.end("OK")
         self.assert_saved_with("position", {119: (2.75, 2, 9)})
+        self.end()
+
+    def test_a_large_net_has_widgets_for_what_is_in_view(self):
+        self.start_with(net(64, 12))
+        dialog = self.open_points()
+        dialog.wait_focused(name_of(0, 0, "選択"))
+        self.assertLess(len(dialog.spins()), 300)
+        self.assertEqual(dialog.value(name_of(1, 0, "x")), 0.25)
+        self.assertNotIn(name_of(63, 11, "x"), dialog.cells)
+        dialog.enter(name_of(0, 0, "x"), "-1")
+        # Over the three answers to the last point.
+        dialog.tab_to("Apply", "shift+Tab")
+        self.program.keys(*["shift+Tab"] * 3)
+        dialog.wait_focused(name_of(63, 11, "z"))
+        dialog.look()
+        self.assertLess(len(dialog.spins()), 300)
+        self.program.keys("ctrl+a")
+        self.program.type("2/4")
+        self.program.keys("Tab")
+        wait_for(lambda: dialog.value(name_of(63, 11, "z")) == 0.5, "the number was not taken over")
+        dialog.end("OK")
+        self.assert_saved_with("position", {0: (-1, -0.25, 0), 767: (15.75, 2.5, 0.5)})
         self.end()
 
 

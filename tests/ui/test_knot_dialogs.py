@@ -12,7 +12,8 @@ WEIGHT, ROW_KNOT, COLUMN_KNOT = "重み", "横ノット", "縦ノット"
 
 
 def name_of(kind, row, element):
-    return f"{kind} {row},{element}"
+    """A weight is named by column and row, as its control point; a knot by its vector and its place there."""
+    return f"{kind} {element},{row}" if kind == WEIGHT else f"{kind} {row},{element}"
 
 
 def view_of(row):
@@ -109,15 +110,26 @@ class Tables(Knots):
         dialog.press_key(name, "Down", -100)
         dialog.end("Cancel")
 
-    def test_tab_follows_the_table(self):
+    def test_tab_goes_along_each_knot_vector_and_then_to_the_next(self):
         self.start_with(net(2, 2))
-        dialog = self.open("h")
-        # The first row, at the bottom, has the keyboard at first.
-        dialog.wait_focused(name_of(ROW_KNOT, 0, 0))
-        dialog.tab_to(view_of(1), "shift+Tab")
-        expected = [view_of(1)] + [name_of(ROW_KNOT, 1, n) for n in range(4)]
-        expected += [view_of(0)] + [name_of(ROW_KNOT, 0, n) for n in range(4)]
-        for name in expected:
+        for letter, kind in (("h", ROW_KNOT), ("v", COLUMN_KNOT)):
+            dialog = self.open(letter)
+            # The first knot has the keyboard at first; the button of its vector comes before it.
+            dialog.wait_focused(name_of(kind, 0, 0))
+            self.program.keys("shift+Tab")
+            expected = [view_of(0)] + [name_of(kind, 0, n) for n in range(4)]
+            expected += [view_of(1)] + [name_of(kind, 1, n) for n in range(4)]
+            for name in expected + ["OK", "Cancel", "Apply"]:
+                dialog.wait_focused(name)
+                self.program.keys("Tab")
+            dialog.wait_focused(view_of(0))
+            dialog.end("Cancel")
+
+    def test_tab_goes_along_each_row_of_weights(self):
+        self.start_with(net(3, 2))
+        dialog = self.open("w")
+        expected = [name_of(WEIGHT, row, element) for row in range(2) for element in range(3)]
+        for name in expected + ["OK", "Cancel", "Apply", expected[0]]:
             dialog.wait_focused(name)
             self.program.keys("Tab")
         dialog.end("Cancel")
@@ -130,7 +142,7 @@ class Tables(Knots):
             wait_for(lambda: dialog.cells[name_of(kind, *low)].has_state(SHOWING), f"{kind}: the first row does not show")
             _, top, _, height = dialog.rectangle(name_of(kind, *low))
             self.assertLessEqual(top + height, dialog.node.find("push button", "OK").rectangle[1])
-            self.assertFalse(dialog.cells[name_of(kind, *high)].has_state(SHOWING))
+            self.assertNotIn(name_of(kind, *high), dialog.cells)
             dialog.end("Cancel")
 
     def test_rows_without_knots_have_their_view_buttons(self):

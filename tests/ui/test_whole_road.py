@@ -73,7 +73,9 @@ class WholeRoad(UiTestCase):
             for row in (0, 1):
                 for element, value in enumerate(row_values):
                     if value:
-                        table.enter(f"{kind} {row},{element}", str(value))
+                        # A weight is named by its column and row, a knot by its vector and its place there.
+                        name = f"{kind} {element},{row}" if kind == "重み" else f"{kind} {row},{element}"
+                        table.enter(name, str(value))
             table.end("OK")
 
     def assert_is_the_surface(self, stl):

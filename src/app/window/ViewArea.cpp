@@ -1,5 +1,6 @@
 #include "app/window/ViewArea.h"
 
+#include <atkmm/object.h>
 #include <gdk/gdkkeysyms.h>
 
 #include "gltextures/gr_check_error.h"
@@ -18,6 +19,7 @@ ViewArea::ViewArea(const char* argv0) : ulkedit(argv0) {
     set_hexpand(true);
     set_vexpand(true);
     set_auto_render(true);
+    get_accessible()->set_name("編集画面");
     add_events(Gdk::BUTTON1_MOTION_MASK | Gdk::BUTTON2_MOTION_MASK | Gdk::BUTTON3_MOTION_MASK |
                Gdk::BUTTON_PRESS_MASK | Gdk::BUTTON_RELEASE_MASK | Gdk::SCROLL_MASK);
     signal_grab_broken_event().connect([this](GdkEventGrabBroken*) {

@@ -5,14 +5,10 @@
 #include <algorithm>
 
 #include "app/window/ViewWindow.h"
-#include "dialogs/controls/spin_range.h"
 
 namespace ulk3d {
 
 ViewIconButtons::ViewIconButtons() : Gtk::HBox(false, 0) {
-    configure(grid_step_spin, {0.0, 10.0, 0.05, 1.0, 2}, 0.1);
-    configure(fold_angle_spin, {-180.0, 180.0, 1.0, 15.0, 0}, 0.0);
-
     // Names for screen readers, for controls that show no text of their own.
     grid_step_spin.get_accessible()->set_name("方眼間隔");
     fold_angle_spin.get_accessible()->set_name("折曲角度");

@@ -5,8 +5,9 @@
 #include <gtkmm/label.h>
 #include <gtkmm/progressbar.h>
 #include <gtkmm/radiobutton.h>
-#include <gtkmm/spinbutton.h>
 #include <gtkmm/togglebutton.h>
+
+#include "dialogs/controls/number_spin.h"
 
 namespace ulk3d {
 
@@ -32,13 +33,13 @@ class ViewIconButtons : public Gtk::HBox {
 
     Gtk::ToggleButton control_points_button{"制御点表示", false};
     Gtk::ToggleButton grid_button{"方眼表示", false};
-    Gtk::SpinButton grid_step_spin{0.0, 0};
+    number_spin_t grid_step_spin{{0.0, 10.0, 0.05, 1.0, 2}, 0.1};
     Gtk::RadioButton selection_radio{"制御点選択", false};
     Gtk::RadioButton punish_radio{"ぷにぷに", false};
     Gtk::RadioButton clipping_radio{"折曲ポリゴン選択", false};
     Gtk::RadioButton folding_radio{"折目頂点選択1,0", false};
     Gtk::Label fold_angle_label{"折曲角度：", false};
-    Gtk::SpinButton fold_angle_spin{0.0, 0};
+    number_spin_t fold_angle_spin{{-180.0, 180.0, 1.0, 15.0, 0}, 0.0};
     Gtk::Button fold_button{"折曲実行", false};
     Gtk::ProgressBar progress;
 };

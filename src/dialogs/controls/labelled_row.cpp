@@ -28,14 +28,12 @@ std::string name_entry_t::name() const {
     return text.raw() == widget_text(first_name).raw() ? first_name : system_bytes(text);
 }
 
-count_spin_t::count_spin_t(double highest, std::uint64_t value) : first_value(value) {
-    ulk3d::configure(*this, {0, highest, 1, 10, 0}, static_cast<double>(value));
-    text.emplace(*this);
-}
+count_spin_t::count_spin_t(double highest, std::uint64_t value)
+    : number_spin_t({0, highest, 1, 10, 0}, static_cast<double>(value)), first_value(value) {}
 
 std::uint32_t count_spin_t::count() const {
-    return text->is_touched() ? static_cast<std::uint32_t>(get_value_as_int())
-                              : static_cast<std::uint32_t>(first_value);
+    return is_touched() ? static_cast<std::uint32_t>(get_value_as_int())
+                        : static_cast<std::uint32_t>(first_value);
 }
 
 }  // namespace ulk3d

@@ -3,14 +3,11 @@
 #include <gtkmm/box.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/label.h>
-#include <gtkmm/spinbutton.h>
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
-#include "dialogs/controls/spin_range.h"
-#include "dialogs/controls/touched_text.h"
+#include "dialogs/controls/number_spin.h"
 
 namespace ulk3d {
 
@@ -37,7 +34,7 @@ class name_entry_t : public Gtk::Entry {
 
 /// A whole number from 0 up to a limit, in steps of 1 and 10. A number beyond the limit, which a file may
 /// contain, is shown as the limit and preserved as long as the user does not edit it.
-class count_spin_t : public Gtk::SpinButton {
+class count_spin_t : public number_spin_t {
   public:
     count_spin_t(double highest, std::uint64_t value);
 
@@ -45,7 +42,6 @@ class count_spin_t : public Gtk::SpinButton {
 
   private:
     std::uint64_t first_value;
-    std::optional<touched_text_t> text;  ///< from when the first value shows
 };
 
 }  // namespace ulk3d

@@ -15,11 +15,12 @@ constexpr spin_range_t refraction_index{0.0, 100.0, 0.125, 1.0, 5};
 
 EnvDialog::EnvDialog(const environment_settings_t& shown, apply_t apply_settings, const Glib::ustring& title,
                      Gtk::Window& window)
-    : Gtk::Dialog(title, window, true), apply(std::move(apply_settings)), cubetex(shown.cubetex) {
-    configure(reflectalpha, strength, shown.reflectalpha);
-    configure(refractalpha, strength, shown.refractalpha);
-    configure(refractfactor, refraction_index, shown.refractfactor);
-
+    : Gtk::Dialog(title, window, true),
+      apply(std::move(apply_settings)),
+      cubetex(shown.cubetex),
+      reflectalpha(strength, shown.reflectalpha),
+      refractalpha(strength, shown.refractalpha),
+      refractfactor(refraction_index, shown.refractfactor) {
     add_labelled(name_row, "キューブマップテクスチャファイル名", cubetex, Gtk::PACK_EXPAND_WIDGET);
     add_labelled(reflect_row, "反射強度", reflectalpha);
     add_labelled(refract_row, "屈折強度", refractalpha);

@@ -27,7 +27,7 @@ class EnvDialog : public Gtk::Dialog {
     apply_t apply;
     Gtk::HBox name_row, reflect_row, refract_row, factor_row;
     name_entry_t cubetex;
-    Gtk::SpinButton reflectalpha, refractalpha, refractfactor;
+    number_spin_t reflectalpha, refractalpha, refractfactor;
 };
 
 }  // namespace ulk3d

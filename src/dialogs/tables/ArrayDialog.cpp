@@ -1,12 +1,12 @@
 #include "dialogs/tables/ArrayDialog.h"
 
-#include <atkmm/object.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/separator.h>
 
 #include <string>
 #include <utility>
 
 #include "dialogs/controls/dialog_answers.h"
-#include "dialogs/tables/table_layout.h"
 #include "utils/text/numbers.h"
 
 namespace ulk3d {
@@ -26,116 +26,108 @@ ArrayDialogColor::ArrayDialogColor(const net_table_t& shown, apply_t apply_table
                                    Gtk::Window& window)
     : ArrayDialog(color_kind, shown, std::move(apply_table), title, window) {}
 
+/// The cell of one point: a check button on the left, and right of it its numbers one above the other.
+class ArrayDialog::item_t : public table_cell_t {
+  public:
+    explicit item_t(ArrayDialog& shown_dialog) : dialog(shown_dialog) {
+        add_part(check);
+        check.signal_toggled().connect([this] { dialog.points[point].selected = check.get_active(); });
+        for (std::uint32_t i = 0; i < dialog.kind.numbers; ++i) {
+            spins.push_back(std::make_unique<number_spin_t>(dialog.kind.range, 0));
+            spins.back()->number_given.connect(
+                [this, i](double number) { dialog.points[point].numbers[i] = number; });
+            add_part(*spins.back());
+        }
+        stops = parts.size();
+        add_part(separator);
+    }
+
+    void show(std::uint64_t cell) override {
+        const net_layout_t& places = dialog.layout;
+        const unsigned column = places.column_of(cell), row = places.row_of(cell);
+        point = row * dialog.columns + column;
+        std::string name = "制御点 ";
+        libutils::append_number(name, column);
+        name += ',';
+        libutils::append_number(name, row);
+        check.set_active(dialog.points[point].selected);
+        name_part(check, name + " 選択");
+        parts.front().place = places.check(column, row);
+        for (unsigned i = 0; i < spins.size(); ++i) {
+            spins[i]->show_number(dialog.points[point].numbers[i]);
+            name_part(*spins[i], name + ' ' + dialog.kind.axes[i]);
+            parts[1 + i].place = places.number(column, row, i);
+        }
+        parts.back().place = places.separator(column, row);
+    }
+
+    void finish_typing() override {
+        for (const auto& spin : spins)
+            spin->update();
+    }
+
+  private:
+    void add_part(Gtk::Widget& widget) {
+        widget.show();
+        parts.push_back({&widget, {}});
+    }
+
+    ArrayDialog& dialog;
+    std::uint64_t point = 0;
+    Gtk::CheckButton check;
+    std::vector<std::unique_ptr<number_spin_t>> spins;
+    Gtk::HSeparator separator;
+};
+
 ArrayDialog::ArrayDialog(const array_dialog_kind_t& edited_kind, const net_table_t& shown,
                          apply_t apply_table, const Glib::ustring& title, Gtk::Window& window)
     : Gtk::Dialog(title, window, true),
       kind(edited_kind),
       columns(shown.columns),
-      rows(shown.rows),
+      points(shown.points),
+      layout(columns, columns == 0 ? 0 : points.size() / columns, kind.numbers),
+      table(*this, layout.column_lines(), layout.row_lines()),
       apply(std::move(apply_table)) {
-    build_table(shown);
+    for (number_row_t& point : points)
+        for (std::uint32_t i = 0; i < kind.numbers; ++i)
+            point.numbers[i] = kind.range.clamped(point.numbers[i]);
+    if (columns != 0 || shown.rows != 0) {
+        scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
+        table.scroll_in(scroller);
+        get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
+    }
     set_size_request(640, 480);
     add_answer_buttons(*this);
     show_all_children(true);
 }
 
 ArrayDialog::~ArrayDialog() {
-    // The toolkit looks up each widget that is destroyed in lists of all of them. Outside the window there
-    // are fewer such lists, and in those that remain the newest widget comes first. The window would keep a
-    // pointer to the focused one.
+    // The window would keep a pointer to the focused widget.
     unset_focus();
-    scroller.remove();
-    table.unset_focus_chain();
-    while (!items.empty())
-        items.pop_back();
 }
 
-void ArrayDialog::build_table(const net_table_t& shown) {
-    if (columns == 0 && rows == 0)
-        return;
-    const net_layout_t layout(columns, rows, kind.numbers);
-    table.set_row_spacings(0);
-    if (layout.table_rows() > 0 && layout.table_columns() > 0)
-        table.resize(layout.table_rows(), layout.table_columns());
-    for (const number_row_t& numbers : shown.points) {
-        if (numbers.point % columns >= layout.net_columns || numbers.point / columns >= layout.net_rows)
-            continue;
-        items.push_back(make_item(numbers));
-        attach(*items.back(), layout);
-    }
-    set_tab_order();
-    scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
-    scroller.add(table);
-    get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
-    cells_in_view.watch();
+std::uint64_t ArrayDialog::cells() const {
+    return layout.cells();
 }
 
-std::unique_ptr<ArrayDialog::item_t> ArrayDialog::make_item(const number_row_t& numbers) const {
-    auto item = std::make_unique<item_t>();
-    item->point = numbers.point;
-    std::string name = "制御点 ";
-    libutils::append_number(name, numbers.point % columns);
-    name += ',';
-    libutils::append_number(name, numbers.point / columns);
-    item->check.set_active(numbers.selected);
-    item->check.get_accessible()->set_name(name + " 選択");
-    item->spins.reserve(kind.numbers);
-    for (std::uint32_t i = 0; i < kind.numbers; ++i) {
-        Gtk::SpinButton& spin =
-            item->spins.emplace_back(make_adjustment(kind.range, numbers.numbers[i]), 0, kind.range.digits);
-        spin.get_accessible()->set_name(name + ' ' + kind.axes[i]);
-    }
-    return item;
+std::uint64_t ArrayDialog::cell_at(unsigned left, unsigned top) const {
+    return layout.cell_at(left, top);
 }
 
-void ArrayDialog::attach(item_t& item, const net_layout_t& layout) {
-    const auto column = static_cast<unsigned>(item.point % columns);
-    const auto row = static_cast<unsigned>(item.point / columns);
-    const auto put = [this](Gtk::Widget& widget, const table_place_t& place) {
-        // Shown at once: the style of a widget depends on the nearest shown one beside it.
-        widget.show();
-        table.attach(widget, place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
-                     Gtk::EXPAND | Gtk::FILL, 0, 0);
-    };
-    put(item.check, layout.check(column, row));
-    for (unsigned i = 0; i < item.spins.size(); ++i)
-        put(item.spins[i], layout.number(column, row, i));
-    put(item.separator, layout.separator(column, row));
-
-    std::vector<Gtk::Widget*> widgets{&item.check, &item.separator};
-    for (Gtk::SpinButton& spin : item.spins)
-        widgets.push_back(&spin);
-    cells_in_view.add(std::move(widgets));
+int ArrayDialog::kind_of(std::uint64_t) const {
+    return 0;
 }
 
-void ArrayDialog::set_tab_order() {
-    std::vector<Gtk::Widget*> order;
-    for (const auto& item : items) {
-        order.push_back(&item->check);
-        for (Gtk::SpinButton& spin : item->spins)
-            order.push_back(&spin);
-    }
-    table.set_focus_chain(order);
-}
-
-std::vector<number_row_t> ArrayDialog::read_items() const {
-    std::vector<number_row_t> numbers;
-    for (const auto& item : items) {
-        number_row_t& row = numbers.emplace_back();
-        row.point = item->point;
-        row.selected = item->check.get_active();
-        for (std::size_t i = 0; i < item->spins.size(); ++i)
-            row.numbers[i] = item->spins[i].get_value();
-    }
-    return numbers;
+std::unique_ptr<table_cell_t> ArrayDialog::make_cell(int) {
+    return std::make_unique<item_t>(*this);
 }
 
 void ArrayDialog::on_response(int id) {
     Gtk::Dialog::on_response(id);
     if (!writes_back(id))
         return;
-    finish_typing(*this);
-    apply(read_items());
+    table.finish_typing();
+    apply(points);
 }
 
 }  // namespace ulk3d

@@ -1,11 +1,7 @@
 #pragma once
 
-#include <gtkmm/checkbutton.h>
 #include <gtkmm/dialog.h>
 #include <gtkmm/scrolledwindow.h>
-#include <gtkmm/separator.h>
-#include <gtkmm/spinbutton.h>
-#include <gtkmm/table.h>
 
 #include <cstdint>
 #include <functional>
@@ -13,13 +9,11 @@
 #include <span>
 #include <vector>
 
-#include "dialogs/controls/spin_range.h"
-#include "dialogs/tables/cells_in_view.h"
+#include "dialogs/controls/number_spin.h"
+#include "dialogs/tables/cell_table.h"
 #include "model/nurbs/net_edit.h"
 
 namespace ulk3d {
-
-struct net_layout_t;
 
 /// What a table of control points shows: how many numbers there are for each point, and their spin buttons.
 struct array_dialog_kind_t {
@@ -33,7 +27,7 @@ struct array_dialog_kind_t {
 /// dialog open. ArrayDialogPoint and ArrayDialogColor are its two kinds.
 ///
 /// Modal; the caller runs it.
-class ArrayDialog : public Gtk::Dialog {
+class ArrayDialog : public Gtk::Dialog, private table_source_t {
   public:
     using apply_t = std::function<void(std::span<const number_row_t> points)>;
 
@@ -46,27 +40,19 @@ class ArrayDialog : public Gtk::Dialog {
     void on_response(int id) override;
 
   private:
-    /// The cell of one point.
-    struct item_t {
-        std::uint64_t point;
-        Gtk::CheckButton check;
-        std::vector<Gtk::SpinButton> spins;
-        Gtk::HSeparator separator;
-    };
+    class item_t;
 
-    void build_table(const net_table_t& shown);
-    std::unique_ptr<item_t> make_item(const number_row_t& numbers) const;
-    void attach(item_t& item, const net_layout_t& layout);
-    void set_tab_order();
-    std::vector<number_row_t> read_items() const;
+    std::uint64_t cells() const override;
+    std::uint64_t cell_at(unsigned left, unsigned top) const override;
+    int kind_of(std::uint64_t cell) const override;
+    std::unique_ptr<table_cell_t> make_cell(int kind) override;
 
     const array_dialog_kind_t& kind;
-    std::uint64_t columns;                       ///< control points across the net
-    std::uint64_t rows;                          ///< control points down the net
-    std::vector<std::unique_ptr<item_t>> items;  ///< one for each point, in the points' order
-    Gtk::Table table{1, 1, false};
+    std::uint64_t columns;             ///< control points across the net
+    std::vector<number_row_t> points;  ///< as they are in the dialog, in the points' order
+    net_layout_t layout;
     Gtk::ScrolledWindow scroller;
-    cells_in_view_t cells_in_view{table, scroller};
+    cell_table_t table;
     apply_t apply;
 };
 

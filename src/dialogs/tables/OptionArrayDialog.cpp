@@ -1,13 +1,11 @@
 #include "dialogs/tables/OptionArrayDialog.h"
 
-#include <atkmm/object.h>
-
-#include <algorithm>
 #include <string>
 #include <utility>
 
+#include "dialogs/controls/MyButton.h"
 #include "dialogs/controls/dialog_answers.h"
-#include "dialogs/controls/spin_range.h"
+#include "dialogs/controls/number_spin.h"
 #include "dialogs/tables/KnotViewerDialog.h"
 #include "utils/text/numbers.h"
 
@@ -16,12 +14,23 @@ namespace ulk3d {
 namespace {
 
 constexpr spin_range_t knot_range{-100.0, 100.0, 0.025, 0.1, 7};
-constexpr guint row_spacing = 2;
+
+enum : int { knot_kind, view_kind };
+
+enum : std::uint32_t { row_knots = 0, column_knots = 1, weights = 2 };
 
 /// Names of the numbers of an option table, for screen readers.
 const char* name_of_table(std::uint32_t index) {
-    constexpr const char* names[] = {"横ノット", "縦ノット", "重み"};
-    return index < std::size(names) ? names[index] : "";
+    switch (index) {
+        case row_knots:
+            return "横ノット";
+        case column_knots:
+            return "縦ノット";
+        case weights:
+            return "重み";
+        default:
+            return "";
+    }
 }
 
 std::string decimal(std::uint64_t number) {
@@ -32,22 +41,66 @@ std::string decimal(std::uint64_t number) {
 
 }  // namespace
 
-OptionArrayDialog::knot_t::knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name)
-    : place_in_table(place),
-      spin(make_adjustment(knot_range, value), 0, knot_range.digits),
-      first_value(static_cast<float>(spin.get_value())) {
-    spin.get_accessible()->set_name(accessible_name);
-}
+class OptionArrayDialog::item_t : public table_cell_t {
+  public:
+    virtual Gtk::Widget& widget() = 0;
 
-float OptionArrayDialog::knot_t::value() const {
-    return text.is_touched() ? static_cast<float>(spin.get_value()) : first_value;
-}
+  protected:
+    explicit item_t(OptionArrayDialog& shown_dialog) : dialog(shown_dialog) {}
 
-OptionArrayDialog::viewbtn_t::viewbtn_t(OptionArrayDialog& dialog, unsigned number)
-    : button(decimal(number)) {
-    button.get_accessible()->set_name("ノット列 " + decimal(number) + " の基底関数");
-    button.pressed_signal.connect(sigc::bind(sigc::mem_fun(dialog, &OptionArrayDialog::on_view), number));
-}
+    void fill_part() {
+        widget().show();
+        parts.push_back({&widget(), {}});
+    }
+
+    OptionArrayDialog& dialog;
+};
+
+class OptionArrayDialog::knot_t : public item_t {
+  public:
+    explicit knot_t(OptionArrayDialog& shown_dialog) : item_t(shown_dialog) {
+        fill_part();
+        spin.number_given.connect(
+            [this](double number) { dialog.option.values.data[place] = static_cast<float>(number); });
+    }
+
+    Gtk::Widget& widget() override { return spin; }
+
+    void show(std::uint64_t cell) override {
+        const unsigned row = dialog.layout.row_of(cell), element = dialog.layout.element_of(cell);
+        place = row * dialog.option.values.columns + element;
+        spin.show_number(dialog.option.values.data[place]);
+        name_part(spin, dialog.name_of(row, element));
+        parts.front().place = dialog.layout.value(row, element);
+    }
+
+    void finish_typing() override { spin.update(); }
+
+  private:
+    std::uint64_t place = 0;  ///< in the option table, counted row by row
+    number_spin_t spin{knot_range, 0};
+};
+
+class OptionArrayDialog::viewbtn_t : public item_t {
+  public:
+    explicit viewbtn_t(OptionArrayDialog& shown_dialog) : item_t(shown_dialog) {
+        fill_part();
+        button.pressed_signal.connect([this] { dialog.on_view(row); });
+    }
+
+    Gtk::Widget& widget() override { return button; }
+
+    void show(std::uint64_t cell) override {
+        row = dialog.layout.row_of(cell);
+        button.set_label(decimal(row));
+        name_part(button, "ノット列 " + decimal(row) + " の基底関数");
+        parts.front().place = dialog.layout.view(row);
+    }
+
+  private:
+    unsigned row = 0;
+    MyButton button;
+};
 
 OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, const form_t& form, option_table_t shown,
                                      apply_t apply_table, const Glib::ustring& title, std::string folder)
@@ -56,75 +109,52 @@ OptionArrayDialog::OptionArrayDialog(Gtk::Window& parent, const form_t& form, op
       option(std::move(shown)),
       apply(std::move(apply_table)),
       shader_folder(std::move(folder)),
-      layout(option.values.rows, option.values.columns, form.hasviews, form.columns) {
-    build_table();
+      layout(option.values.rows, option.values.columns, form.hasviews, form.columns),
+      table(*this, layout.column_lines(), layout.row_lines()) {
+    for (float& value : option.values.data)
+        value = static_cast<float>(knot_range.clamped(value));
+    scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
+    table.scroll_in(scroller);
+    get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
     set_size_request(640, 480);
     add_answer_buttons(*this);
     show_all_children(true);
 }
 
 OptionArrayDialog::~OptionArrayDialog() {
-    // As in ArrayDialog, cells are destroyed fast outside the window and newest first. The window would keep
-    // a pointer to the focused one.
+    // The window would keep a pointer to the focused widget.
     unset_focus();
-    scroller.remove();
-    while (!items.empty())
-        items.pop_back();
 }
 
-void OptionArrayDialog::build_table() {
-    table.set_row_spacings(row_spacing);
-    if (layout.table_rows() > 0 && layout.table_columns() > 0) {
-        table.resize(layout.table_rows(), layout.table_columns());
-        for (unsigned row = 0; row < layout.rows; ++row)
-            add_row(row);
-    }
-    scroller.set_policy(Gtk::POLICY_AUTOMATIC, Gtk::POLICY_AUTOMATIC);
-    scroller.add(table);
-    get_content_area()->pack_start(scroller, Gtk::PACK_EXPAND_WIDGET);
-    watch_cells();
+std::uint64_t OptionArrayDialog::cells() const {
+    return layout.cells();
 }
 
-void OptionArrayDialog::add_row(unsigned row) {
-    if (layout.has_views)
-        put(std::make_unique<viewbtn_t>(*this, row), layout.view(row));
-    for (unsigned element = 0; element < layout.columns; ++element) {
-        const std::uint64_t place = row * option.values.columns + element;
-        auto knot = std::make_unique<knot_t>(place, option.values.data[place], name_of(row, element));
-        knots.push_back(knot.get());
-        put(std::move(knot), layout.value(row, element));
-    }
+std::uint64_t OptionArrayDialog::cell_at(unsigned left, unsigned top) const {
+    return layout.cell_at(left, top);
 }
 
-void OptionArrayDialog::put(std::unique_ptr<item_t> item, const table_place_t& place) {
-    // Shown at once: the style of a widget depends on the nearest shown one beside it.
-    item->widget().show();
-    table.attach(item->widget(), place.left, place.right, place.top, place.bottom, Gtk::EXPAND | Gtk::FILL,
-                 Gtk::EXPAND | Gtk::FILL, 0, 0);
-    items.push_back({std::move(item), place});
+int OptionArrayDialog::kind_of(std::uint64_t cell) const {
+    return layout.is_view(cell) ? view_kind : knot_kind;
 }
 
-void OptionArrayDialog::watch_cells() {
-    // Tab visits the table line by line.
-    std::vector<const placed_item_t*> order;
-    for (const placed_item_t& item : items)
-        order.push_back(&item);
-    std::ranges::sort(order, {},
-                      [](const placed_item_t* item) { return std::pair(item->place.top, item->place.left); });
-    for (const placed_item_t* const item : order)
-        cells_in_view.add({&item->item->widget()});
-    cells_in_view.watch();
+std::unique_ptr<table_cell_t> OptionArrayDialog::make_cell(int kind) {
+    if (kind == view_kind)
+        return std::make_unique<viewbtn_t>(*this);
+    return std::make_unique<knot_t>(*this);
 }
 
 Glib::ustring OptionArrayDialog::name_of(unsigned row, unsigned element) const {
-    return std::string(name_of_table(index)) + ' ' + decimal(row) + ',' + decimal(element);
+    // A weight is named like its control point, by column and row; a knot by its vector and its place there.
+    const unsigned first = index == weights ? element : row, second = index == weights ? row : element;
+    return std::string(name_of_table(index)) + ' ' + decimal(first) + ',' + decimal(second);
 }
 
 void OptionArrayDialog::on_map() {
     Gtk::Dialog::on_map();
     // The toolkit has given the focus to the top of the table and scrolled there.
-    if (!knots.empty())
-        knots.front()->widget().grab_focus();
+    if (layout.cells() > 0 && layout.columns > 0)
+        table.focus_cell(layout.has_views ? 1 : 0);
 }
 
 void OptionArrayDialog::on_realize() {
@@ -138,21 +168,14 @@ void OptionArrayDialog::on_response(int id) {
     Gtk::Dialog::on_response(id);
     if (!writes_back(id))
         return;
-    finish_typing(*this);
-    apply(values());
-}
-
-matrix_t<float> OptionArrayDialog::values() const {
-    matrix_t<float> values = option.values;
-    for (const knot_t* const knot : knots)
-        values.data[knot->place()] = knot->value();
-    return values;
+    table.finish_typing();
+    apply(option.values);
 }
 
 void OptionArrayDialog::on_view(unsigned row) {
-    finish_typing(*this);
-    const matrix_t<float> shown = values();
-    KnotViewerDialog viewer(*this, option.order, option.count, row, shown, decimal(row), shader_folder);
+    table.finish_typing();
+    KnotViewerDialog viewer(*this, option.order, option.count, row, option.values, decimal(row),
+                            shader_folder);
     viewer.run();
 }
 

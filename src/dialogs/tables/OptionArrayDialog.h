@@ -2,19 +2,13 @@
 
 #include <gtkmm/dialog.h>
 #include <gtkmm/scrolledwindow.h>
-#include <gtkmm/spinbutton.h>
-#include <gtkmm/table.h>
 
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
-#include "dialogs/controls/MyButton.h"
-#include "dialogs/controls/touched_text.h"
-#include "dialogs/tables/cells_in_view.h"
-#include "dialogs/tables/table_layout.h"
+#include "dialogs/tables/cell_table.h"
 #include "model/nurbs/net_edit.h"
 
 namespace ulk3d {
@@ -24,7 +18,7 @@ namespace ulk3d {
 /// in the dialog, applied or not. OK and Apply hand the table over.
 ///
 /// Modal; the caller runs it.
-class OptionArrayDialog : public Gtk::Dialog {
+class OptionArrayDialog : public Gtk::Dialog, private table_source_t {
   public:
     /// What is shown and how: `index` is that of the option table, `hasviews` gives each row its view button,
     /// `columns` turns the rows upright, for the knot vectors along the columns of the net.
@@ -45,65 +39,25 @@ class OptionArrayDialog : public Gtk::Dialog {
     void on_response(int id) override;
 
   private:
-    /// A cell of the table.
-    class item_t {
-      public:
-        virtual Gtk::Widget& widget() = 0;
-        virtual ~item_t() = default;
-    };
+    class item_t;     ///< a cell of the table
+    class knot_t;     ///< one with a number of the option table
+    class viewbtn_t;  ///< one with the button of a knot vector
 
-    /// A number of the option table.
-    class knot_t : public item_t {
-      public:
-        /// `place` is the index of the number in the option table, counted row by row.
-        knot_t(std::uint64_t place, float value, const Glib::ustring& accessible_name);
-        Gtk::Widget& widget() override { return spin; }
-        /// A number that nobody has touched is the one that it was, whatever it shows: the toolkit rounds to
-        /// the digits that show when the keyboard leaves a button.
-        float value() const;
-        std::uint64_t place() const { return place_in_table; }
+    std::uint64_t cells() const override;
+    std::uint64_t cell_at(unsigned left, unsigned top) const override;
+    int kind_of(std::uint64_t cell) const override;
+    std::unique_ptr<table_cell_t> make_cell(int kind) override;
 
-      private:
-        std::uint64_t place_in_table;
-        Gtk::SpinButton spin;
-        float first_value;
-        touched_text_t text{spin};
-    };
-
-    /// The button of a knot vector.
-    class viewbtn_t : public item_t {
-      public:
-        viewbtn_t(OptionArrayDialog& dialog, unsigned number);
-        Gtk::Widget& widget() override { return button; }
-
-      private:
-        MyButton button;
-    };
-
-    struct placed_item_t {
-        std::unique_ptr<item_t> item;
-        table_place_t place;
-    };
-
-    void build_table();
-    void watch_cells();
-    void add_row(unsigned row);
-    void put(std::unique_ptr<item_t> item, const table_place_t& place);
     Glib::ustring name_of(unsigned row, unsigned element) const;
-    /// The table as it is now, including the numbers that have no cell in the dialog.
-    matrix_t<float> values() const;
     void on_view(unsigned row);
 
-    std::vector<knot_t*> knots;        ///< in the order of the option table
-    std::vector<placed_item_t> items;  ///< these and the view buttons
-    Gtk::Table table{1, 1, false};
-    Gtk::ScrolledWindow scroller;
-    cells_in_view_t cells_in_view{table, scroller};
     std::uint32_t index;
-    option_table_t option;  ///< as it was when the dialog was opened
+    option_table_t option;  ///< as it is in the dialog
     apply_t apply;
     std::string shader_folder;
     option_layout_t layout;
+    Gtk::ScrolledWindow scroller;
+    cell_table_t table;
 };
 
 }  // namespace ulk3d

@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cstdint>
 
-/// Where the cells of the table dialogs are in their Gtk::Table. Tables of nets are laid out as the net
-/// appears in the front view: rows from the bottom up, columns from the left.
+#include "dialogs/tables/table_lines.h"
+
+/// Where the cells of the table dialogs are in their tables, in rows and columns. Tables of nets are laid out
+/// as the net appears in the front view: rows from the bottom up, columns from the left. Cells are numbered
+/// in the order in which Tab visits them.
 namespace ulk3d {
 
-/// The most rows and the most columns of a Gtk::Table; further cells of larger tables have no place.
-inline constexpr std::uint64_t most_table_lines = 65535;
+/// The most rows and the most columns of a table, so that their pixels fit into 31 bits; further cells of
+/// larger tables have no place.
+inline constexpr std::uint64_t most_table_lines = 4'000'000;
 
 /// A block of table cells; right and bottom are exclusive.
 struct table_place_t {
@@ -26,6 +30,16 @@ struct net_layout_t {
 
     unsigned table_columns() const { return net_columns * 2; }
     unsigned table_rows() const { return net_rows * block_height(); }
+    table_lines_t column_lines() const { return {table_columns(), 0, 2}; }
+    table_lines_t row_lines() const { return {table_rows(), 0, block_height()}; }
+
+    std::uint64_t cells() const { return std::uint64_t{net_columns} * net_rows; }
+    /// The cell that covers a place of the table.
+    std::uint64_t cell_at(unsigned left, unsigned top_line) const {
+        return std::uint64_t{net_rows - 1 - top_line / block_height()} * net_columns + left / 2;
+    }
+    unsigned column_of(std::uint64_t cell) const { return static_cast<unsigned>(cell % net_columns); }
+    unsigned row_of(std::uint64_t cell) const { return static_cast<unsigned>(cell / net_columns); }
 
     table_place_t check(unsigned column, unsigned row) const {
         return {2 * column, 2 * column + 1, top(row), top(row) + numbers_of_point};
@@ -56,6 +70,21 @@ struct option_layout_t {
 
     unsigned table_columns() const { return upright ? rows : length(); }
     unsigned table_rows() const { return upright ? length() : rows; }
+    table_lines_t column_lines() const { return {table_columns(), upright ? 0 : views(), 1}; }
+    table_lines_t row_lines() const { return {table_rows(), upright ? views() : 0, 1, row_spacing}; }
+
+    /// Each row's view button is the cell before its values.
+    std::uint64_t cells() const { return std::uint64_t{rows} * length(); }
+    /// The cell that covers a place of the table.
+    std::uint64_t cell_at(unsigned left, unsigned top) const {
+        if (!upright)
+            return std::uint64_t{rows - 1 - top} * length() + left;
+        return std::uint64_t{left} * length() + (top < views() ? 0 : length() - 1 - top + views());
+    }
+    unsigned row_of(std::uint64_t cell) const { return static_cast<unsigned>(cell / length()); }
+    bool is_view(std::uint64_t cell) const { return cell % length() < views(); }
+    /// Which element of its row a cell is that is no view button.
+    unsigned element_of(std::uint64_t cell) const { return static_cast<unsigned>(cell % length()) - views(); }
 
     /// The place of element `element` of the model's row `row`.
     table_place_t value(unsigned row, unsigned element) const {
@@ -68,7 +97,10 @@ struct option_layout_t {
     unsigned rows, columns;  ///< of the model's table, as far as it fits
 
   private:
-    unsigned length() const { return columns + (has_views ? 1 : 0); }
+    static constexpr int row_spacing = 2;
+
+    unsigned views() const { return has_views ? 1 : 0; }
+    unsigned length() const { return columns + views(); }
     static table_place_t at(unsigned left, unsigned top) { return {left, left + 1, top, top + 1}; }
 };
 

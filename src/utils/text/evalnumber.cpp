@@ -15,18 +15,26 @@ namespace {
 
 using kind_t = token_t::kind_t;
 
-void report(std::string_view message) {
-    std::cerr << std::string(message).append("\n");
-}
+/// Prints the faults of a text, and remembers whether there were any.
+class faults_t {
+  public:
+    void report(std::string_view message) {
+        found = true;
+        std::cerr << std::string(message).append("\n");
+    }
+    void report_bad_character(char c) {
+        std::string message;
+        append_number(message, static_cast<int>(static_cast<signed char>(c)));
+        message += " \n";
+        message += c;
+        message += ": warning: invalid char detect.";
+        report(message);
+    }
+    bool any() const { return found; }
 
-void report_bad_character(char c) {
-    std::string message;
-    append_number(message, static_cast<int>(static_cast<signed char>(c)));
-    message += " \n";
-    message += c;
-    message += ": warning: invalid char detect.";
-    report(message);
-}
+  private:
+    bool found = false;
+};
 
 bool is_blank(char c) {
     return c == ' ' || c == '\t';
@@ -77,7 +85,7 @@ kind_t operator_kind(char c) {
 using token_list = std::pmr::vector<token_t>;
 
 /// Appends the tokens of the field and returns where it ends.
-const char* tokenise(const char* p, token_list& tokens) {
+const char* tokenise(const char* p, token_list& tokens, faults_t& faults) {
     for (; !ends_field(*p);) {
         if (is_digit(*p)) {
             const float value = parse_value(p, &p);
@@ -88,18 +96,41 @@ const char* tokenise(const char* p, token_list& tokens) {
         } else if (is_blank(*p)) {
             ++p;
         } else {
-            report_bad_character(*p);
+            faults.report_bad_character(*p);
             return p;
         }
     }
     return p;
 }
 
+float sum_of(std::span<const token_t> terms, faults_t& faults) {
+    float sum = 0;
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+        const kind_t kind = terms[i].kind;
+        if (kind == kind_t::value) {
+            sum += terms[i].value;
+        } else if (kind == kind_t::plus || kind == kind_t::minus) {
+            if (++i == terms.size()) {
+                faults.report(kind == kind_t::plus ? "last '+' detect." : "last '-' detect.");
+                return sum;
+            }
+            sum = kind == kind_t::plus ? sum + terms[i].value : sum - terms[i].value;
+        } else {
+            std::string message;
+            append_number(message, static_cast<std::int32_t>(kind));
+            faults.report(message + ": op detect.");
+            return sum;
+        }
+    }
+    return sum;
+}
+
 /// Walks the tokens once, with a stack of its own in place of calls: a line may hold megabytes of
 /// parentheses.
 class group_walk {
   public:
-    group_walk(const token_t* first, const token_t* end_of_tokens) : cursor(first), sentinel(end_of_tokens) {}
+    group_walk(const token_t* first, const token_t* end_of_tokens, faults_t& found_faults)
+        : cursor(first), sentinel(end_of_tokens), faults(found_faults) {}
 
     float run() {
         open_group(use_t::result);
@@ -107,7 +138,7 @@ class group_walk {
             if (handle_token())
                 continue;
             const group_t group = groups.back();
-            const float sum = evalsum(std::span(terms).subspan(group.first_term));
+            const float sum = sum_of(std::span(terms).subspan(group.first_term), faults);
             groups.pop_back();
             terms.resize(group.first_term);
             if (groups.empty())
@@ -163,12 +194,12 @@ class group_walk {
     bool handle_factor() {
         const bool times = cursor->kind == kind_t::times;
         if (terms.size() == groups.back().first_term) {
-            report(times ? "beginning '*' detect." : "beginning '/' detect.");
+            faults.report(times ? "beginning '*' detect." : "beginning '/' detect.");
             return false;
         }
         step();
         if (cursor == sentinel) {
-            report(times ? "last '*' detect." : "last '/' detect.");
+            faults.report(times ? "last '*' detect." : "last '/' detect.");
             return false;
         }
         switch (cursor->kind) {
@@ -184,7 +215,7 @@ class group_walk {
                 open_group(times ? use_t::multiply : use_t::divide);
                 return true;
             default:
-                report("*: right operand is not a value.");
+                faults.report("*: right operand is not a value.");
                 return false;
         }
     }
@@ -192,7 +223,7 @@ class group_walk {
     bool handle_negated_factor(use_t negated) {
         step();
         if (cursor == sentinel) {
-            report("last '-' detect.");
+            faults.report("last '-' detect.");
             return false;
         }
         if (cursor->kind == kind_t::value) {
@@ -200,7 +231,7 @@ class group_walk {
         } else if (cursor->kind == kind_t::open) {
             open_group(negated);
         } else {
-            report("-: right operand is not a value.");
+            faults.report("-: right operand is not a value.");
             return false;
         }
         step();
@@ -231,6 +262,7 @@ class group_walk {
 
     const token_t* cursor;
     const token_t* sentinel;
+    faults_t& faults;
     /// The terms of all open groups, one group behind the other.
     std::vector<token_t> terms;
     std::vector<group_t> groups;
@@ -239,46 +271,47 @@ class group_walk {
 }  // namespace
 
 float evalsum(std::span<const token_t> terms) {
-    float sum = 0;
-    for (std::size_t i = 0; i < terms.size(); ++i) {
-        const kind_t kind = terms[i].kind;
-        if (kind == kind_t::value) {
-            sum += terms[i].value;
-        } else if (kind == kind_t::plus || kind == kind_t::minus) {
-            if (++i == terms.size()) {
-                report(kind == kind_t::plus ? "last '+' detect." : "last '-' detect.");
-                return sum;
-            }
-            sum = kind == kind_t::plus ? sum + terms[i].value : sum - terms[i].value;
-        } else {
-            std::string message;
-            append_number(message, static_cast<std::int32_t>(kind));
-            report(message + ": op detect.");
-            return sum;
-        }
-    }
-    return sum;
+    faults_t faults;
+    return sum_of(terms, faults);
 }
 
 float evalgroup(const token_t*& cursor, const token_t* sentinel) {
-    group_walk walk(cursor, sentinel);
+    faults_t faults;
+    group_walk walk(cursor, sentinel, faults);
     const float value = walk.run();
     cursor = walk.position();
     return value;
 }
 
-float evalnumber(const char* text, const char** end) {
+namespace {
+
+float evaluate(const char* text, const char** end, faults_t& faults) {
     float value = 0;
     if (eval_single(text, end, value))
         return value;
     std::array<std::byte, 1024> buffer;
     std::pmr::monotonic_buffer_resource memory(buffer.data(), buffer.size());
     token_list tokens(&memory);
-    const char* const stop = tokenise(text, tokens);
+    const char* const stop = tokenise(text, tokens, faults);
     if (end != nullptr)
         *end = stop;
-    const token_t* cursor = tokens.data();
-    return evalgroup(cursor, tokens.data() + tokens.size());
+    return group_walk(tokens.data(), tokens.data() + tokens.size(), faults).run();
+}
+
+}  // namespace
+
+float evalnumber(const char* text, const char** end) {
+    faults_t faults;
+    return evaluate(text, end, faults);
+}
+
+std::optional<float> evalwhole(const char* text) {
+    faults_t faults;
+    const char* end = nullptr;
+    const float value = evaluate(text, &end, faults);
+    if (faults.any() || *end != '\0')
+        return std::nullopt;
+    return value;
 }
 
 }  // namespace libutils

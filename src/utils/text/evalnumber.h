@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 /// Small sums in text: "2*(1+3)" wherever a user may write a number.
@@ -32,6 +33,10 @@ struct token_t {
 ///   "last '+' detect.", "last '-' detect.", "*: right operand is not a value." (for "/" too),
 ///   "-: right operand is not a value.".
 float evalnumber(const char* text, const char** end);
+
+/// The value of a text that is one field from its beginning to its end and has no fault; empty for any other.
+/// Faults are printed as above.
+std::optional<float> evalwhole(const char* text);
 
 /// The value of the group that begins at `cursor`: up to its closing parenthesis, where `cursor` stays, or up
 /// to `sentinel`, the end of the tokens. Groups may be nested to any depth.

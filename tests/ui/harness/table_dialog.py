@@ -11,6 +11,10 @@ class TableDialog(Dialog):
     def __init__(self, program, letter, title):
         program.choose("Dialog", "d", letter)
         super().__init__(program, title)
+        self.look()
+
+    def look(self):
+        """Finds the cells anew. A table has those in and next to the view; the others come when it is scrolled."""
         self.cells = {node.name: node for node, role in self.node.walk() if role in ("spin button", "check box")}
 
     def spins(self):

@@ -75,12 +75,27 @@ TEST(NetLayout, TheBlocksOfANetCoverItsTableOnce) {
 }
 
 TEST(NetLayout, PointsBeyondTheLinesOfATableHaveNoPlace) {
-    const net_layout_t wide(1'000'000, 1, 3);
-    EXPECT_EQ(wide.net_columns, 32767U);
-    EXPECT_EQ(wide.table_columns(), 65534U);
+    const net_layout_t wide(1'000'000'000, 1, 3);
+    EXPECT_EQ(wide.net_columns, 2'000'000U);
+    EXPECT_EQ(wide.table_columns(), 4'000'000U);
     const net_layout_t high(1, std::uint64_t{1} << 40, 4);
-    EXPECT_EQ(high.net_rows, 13107U);
-    EXPECT_EQ(high.table_rows(), 65535U);
+    EXPECT_EQ(high.net_rows, 800'000U);
+    EXPECT_EQ(high.table_rows(), 4'000'000U);
+}
+
+TEST(NetLayout, CellsAreThePointsInTheirOrder) {
+    const net_layout_t layout(3, 2, 3);
+    EXPECT_EQ(layout.cells(), 6U);
+    for (unsigned row = 0; row < 2; ++row) {
+        for (unsigned column = 0; column < 3; ++column) {
+            const std::uint64_t cell = row * 3 + column;
+            EXPECT_EQ(layout.column_of(cell), column);
+            EXPECT_EQ(layout.row_of(cell), row);
+            for (const table_place_t& place :
+                 {layout.check(column, row), layout.number(column, row, 2), layout.separator(column, row)})
+                EXPECT_EQ(layout.cell_at(place.left, place.top), cell);
+        }
+    }
 }
 
 TEST(OptionLayout, RowsStandFromTheBottomUp) {
@@ -128,10 +143,59 @@ TEST(OptionLayout, TheCellsCoverTheTableOnce) {
 }
 
 TEST(OptionLayout, ElementsBeyondTheLinesOfATableHaveNoPlace) {
-    const option_layout_t layout(70'000, 70'000, true, true);
-    EXPECT_EQ(layout.table_columns(), 65535U);
-    EXPECT_EQ(layout.table_rows(), 65535U);
-    EXPECT_EQ(layout.columns, 65534U);
+    const option_layout_t layout(5'000'000, 5'000'000, true, true);
+    EXPECT_EQ(layout.table_columns(), 4'000'000U);
+    EXPECT_EQ(layout.table_rows(), 4'000'000U);
+    EXPECT_EQ(layout.columns, 3'999'999U);
+}
+
+TEST(OptionLayout, CellsAreTheRowsFromTheFirstEachBehindItsViewButton) {
+    for (const bool has_views : {false, true}) {
+        for (const bool upright : {false, true}) {
+            const option_layout_t layout(4, 7, has_views, upright);
+            std::uint64_t cell = 0;
+            for (unsigned row = 0; row < 4; ++row) {
+                if (has_views) {
+                    EXPECT_TRUE(layout.is_view(cell));
+                    EXPECT_EQ(layout.row_of(cell), row);
+                    EXPECT_EQ(layout.cell_at(layout.view(row).left, layout.view(row).top), cell++);
+                }
+                for (unsigned element = 0; element < 7; ++element) {
+                    EXPECT_FALSE(layout.is_view(cell));
+                    EXPECT_EQ(layout.row_of(cell), row);
+                    EXPECT_EQ(layout.element_of(cell), element);
+                    const table_place_t place = layout.value(row, element);
+                    EXPECT_EQ(layout.cell_at(place.left, place.top), cell++);
+                }
+            }
+            EXPECT_EQ(layout.cells(), cell);
+        }
+    }
+}
+
+void expect_lines(const table_lines_t& lines, unsigned count, unsigned blocks) {
+    EXPECT_EQ(lines.lines(), count);
+    EXPECT_EQ(lines.blocks(), blocks);
+}
+
+TEST(TableLayout, LinesComeInTheBlocksOfTheCells) {
+    expect_lines(net_layout_t(3, 2, 3).column_lines(), 6, 3);
+    expect_lines(net_layout_t(3, 2, 3).row_lines(), 8, 2);
+    expect_lines(option_layout_t(2, 5, true, false).column_lines(), 6, 6);
+    expect_lines(option_layout_t(2, 5, true, true).row_lines(), 6, 6);
+
+    // The line of view buttons has a size of its own.
+    table_lines_t columns = option_layout_t(2, 5, true, false).column_lines();
+    columns.fit(0, 100);
+    columns.fit(1, 10);
+    EXPECT_EQ(columns.least(), 150);
+    table_lines_t rows = option_layout_t(2, 5, true, true).row_lines();
+    rows.fit(0, 100);
+    rows.fit(1, 10);
+    EXPECT_EQ(rows.least(), 150 + 5 * 2);
+    table_lines_t all_alike = option_layout_t(2, 5, true, true).column_lines();
+    all_alike.fit(0, 10);
+    EXPECT_EQ(all_alike.least(), 20);
 }
 
 }  // namespace
