@@ -12,8 +12,8 @@ WEIGHT, ROW_KNOT, COLUMN_KNOT = "重み", "横ノット", "縦ノット"
 
 
 def name_of(kind, row, element):
-    """A weight is named by column and row, as its control point; a knot by its vector and its place there."""
-    return f"{kind} {element},{row}" if kind == WEIGHT else f"{kind} {row},{element}"
+    """By its column and row in the table, in which the vectors of columns stand upright."""
+    return f"{kind} {row},{element}" if kind == COLUMN_KNOT else f"{kind} {element},{row}"
 
 
 def view_of(row):

@@ -94,7 +94,7 @@ class Viewer(NetTestCase):
         self.start_with(net(4, 3, 3, 2))
         knots = [0, 0, 0, 0.5, 1, 1, 1]
         dialog = self.open(ROW_KNOTS)
-        dialog.enter("横ノット 1,3", "0.25")
+        dialog.enter("横ノット 3,1", "0.25")
         _, plot = self.open_view(dialog, 1)
         self.assert_plots(plot, 4, 3, knots[:3] + [0.25] + knots[4:])
         self.close_view(1)
@@ -106,7 +106,7 @@ class Viewer(NetTestCase):
         dialog.end("Cancel")
         self.assertEqual(self.saved(), self.untouched)
         dialog = self.open(ROW_KNOTS)
-        self.assertEqual(dialog.value("横ノット 1,3"), 0.5)
+        self.assertEqual(dialog.value("横ノット 3,1"), 0.5)
         dialog.end("Cancel")
 
     def test_it_follows_its_size(self):
@@ -153,7 +153,7 @@ class Viewer(NetTestCase):
         for _ in range(3):
             self.open_view(dialog, 0)
             self.close_view(0)
-        dialog.enter("横ノット 0,2", "0.5")
+        dialog.enter("横ノット 2,0", "0.5")
         dialog.end("OK")
         self.rest_pointer(self.program)
         self.program.press_control("toggle button", "方眼表示")

@@ -73,8 +73,8 @@ class WholeRoad(UiTestCase):
             for row in (0, 1):
                 for element, value in enumerate(row_values):
                     if value:
-                        # A weight is named by its column and row, a knot by its vector and its place there.
-                        name = f"{kind} {element},{row}" if kind == "重み" else f"{kind} {row},{element}"
+                        # By its column and row in the table, in which the vectors of columns stand upright.
+                        name = f"{kind} {row},{element}" if kind == "縦ノット" else f"{kind} {element},{row}"
                         table.enter(name, str(value))
             table.end("OK")
 

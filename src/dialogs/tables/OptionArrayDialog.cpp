@@ -145,9 +145,9 @@ std::unique_ptr<table_cell_t> OptionArrayDialog::make_cell(int kind) {
 }
 
 Glib::ustring OptionArrayDialog::name_of(unsigned row, unsigned element) const {
-    // A weight is named like its control point, by column and row; a knot by its vector and its place there.
-    const unsigned first = index == weights ? element : row, second = index == weights ? row : element;
-    return std::string(name_of_table(index)) + ' ' + decimal(first) + ',' + decimal(second);
+    // Like control points, by the column and the row in which it lies in the table.
+    const unsigned column = layout.upright ? row : element, line = layout.upright ? element : row;
+    return std::string(name_of_table(index)) + ' ' + decimal(column) + ',' + decimal(line);
 }
 
 void OptionArrayDialog::on_map() {
