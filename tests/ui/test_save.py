@@ -105,8 +105,10 @@ class Save(UiTestCase):
         program = self.start_with("cube.ulk")
         former = b"former" * 1000
         path = self.file(program, "kept.ulk", former)
-        resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (2000, resource.RLIM_INFINITY))
         do.give_save_as(program, path)
+        # Only now: the toolkit keeps memory of its windows in files.
+        program.wait_window(do.OVERWRITE_TITLE)
+        resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (2000, resource.RLIM_INFINITY))
         self.answer_overwrite(program, path, "Return")
         self.assert_told(program, f"{path} の保存に失敗しました")
         resource.prlimit(program.process.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))

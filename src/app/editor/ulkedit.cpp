@@ -6,7 +6,7 @@
 #include "app/editor/program_path.h"
 #include "formats/scene_files.h"
 #include "gltextures/gr_check_error.h"
-#include "model/polygon/ungiven_frames.h"
+#include "model/polygon/unset_frames.h"
 #include "model/try_allocate.h"
 #include "model/whole_change.h"
 
@@ -52,20 +52,40 @@ model_entry_t* ulkedit_t::current_of_kind(model_kind_t kind) {
 
 namespace {
 
+bool has_unset_frames(const polygon_t& polygon) {
+    return std::ranges::find(polygon.unset_frames, true) != polygon.unset_frames.end();
+}
+
 /// Has `apply` change the shape of a mesh, and makes anew the frames that nobody has given it: whoever writes
 /// a mesh as text need not work out its normals. False, with nothing changed, when one of both fails.
 template <class Apply>
 bool change_shape(model_entry_t& entry, Apply&& apply) {
-    if (entry.polygon.vertex_count() == 0 || entry.polygon.element_count() == 0)
+    if (!has_unset_frames(entry.polygon))
         return apply(entry.polygon);
     whole_change_t whole;
     model_entry_t* const changed = whole.copy_of(entry);
-    if (changed == nullptr)
-        return false;
-    const std::vector<bool> ungiven = ungiven_frames(changed->polygon);
-    if (!apply(changed->polygon) || !make_frames(changed->polygon, ungiven))
+    if (changed == nullptr || !apply(changed->polygon) || !make_unset_frames(changed->polygon))
         return false;
     whole.commit();
+    return true;
+}
+
+/// Has `apply` change the frames of a mesh. Those that differ then are given.
+template <class Apply>
+bool change_frames(polygon_t& polygon, Apply&& apply) {
+    if (!has_unset_frames(polygon))
+        return apply(polygon);
+    const auto read = [&polygon] {
+        const array_span<const frame_t> frames(polygon.normals);
+        return std::vector(frames.begin(), frames.end());
+    };
+    const std::vector<frame_t> before = read();
+    if (!apply(polygon))
+        return false;
+    const std::vector<frame_t> after = read();
+    for (std::size_t i = 0; i < std::min({before.size(), after.size(), polygon.unset_frames.size()}); ++i)
+        if (after[i] != before[i])
+            polygon.unset_frames[i] = false;
     return true;
 }
 
@@ -166,6 +186,8 @@ void ulkedit_t::set_vertex_text(attribute_t attribute, std::string text) {
         };
         if (entry == nullptr)
             return true;
+        if (place.array != place_of(attribute_t::position).array)
+            return change_frames(entry->polygon, store);
         return attribute == attribute_t::position ? change_shape(*entry, store) : store(entry->polygon);
     });
 }

@@ -132,6 +132,7 @@ void polygon_t::clear() {
     cleanelems.release();
     draws_cleanelems = false;
     examined = {};
+    unset_frames.clear();
     modeling_t::clear();
 }
 

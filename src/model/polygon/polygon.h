@@ -108,6 +108,9 @@ class polygon_t : public modeling_t {
     feedback_buffer_t normalfeedback;           ///< target of the frame pass, 9 floats per vertex
     std::vector<polygon_place_t> polyidvector;  ///< by polygon id
     element_array_t selectelems;  ///< three indices per polygon id, restart marks where not selected
+    /// Which vertices were made in a dialog and have a frame that nobody has given them; those beyond the end
+    /// have been given theirs. Whatever else allocates or extends the mesh gives all vertices their frames.
+    std::vector<bool> unset_frames;
 
   private:
     void make_vertex_arrays();

@@ -164,6 +164,7 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
     const auto vertex_total = static_cast<std::int64_t>(vertex_count);
     const auto element_total = static_cast<std::int64_t>(element_count);
 
+    unset_frames.clear();
     grCheckError("polygon_t::allocate(0)");
     if (!vertices.allocate(vertex_total, vertex_elements()))
         return fail(allocate_messages.vertices);
@@ -218,6 +219,7 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     const std::int64_t old_vertices = vertices.element_count();
     const std::int64_t old_normals = normals.element_count();
     const std::int64_t old_elements = elements.element_count();
+    unset_frames.clear();
     grCheckError("polygon_t::extend(start)");
     if (!set_count(vertices, vertex_count))
         return fail(extend_messages.vertices);
@@ -264,6 +266,7 @@ bool polygon_t::copy(const polygon_t& other) {
     selectelems = other.selectelems;
     selected_ids = other.selected_ids;
     polyidvector = other.polyidvector;
+    unset_frames = other.unset_frames;
     const bool is_copied =
         copy_points(other) && vertices.unshare() && normals.unshare() && wknmls.unshare() &&
         elements.unshare() && selectelems.unshare() &&
@@ -293,6 +296,7 @@ void polygon_t::swap(polygon_t& other) noexcept {
     selected_ids.swap(other.selected_ids);
     std::swap(cleanelems, other.cleanelems);
     std::swap(draws_cleanelems, other.draws_cleanelems);
+    unset_frames.swap(other.unset_frames);
     std::swap(examined, other.examined);
 }
 

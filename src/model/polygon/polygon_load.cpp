@@ -7,7 +7,7 @@
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
 #include "model/polygon/strip_walk.h"
-#include "model/polygon/ungiven_frames.h"
+#include "model/polygon/unset_frames.h"
 #include "render/gl/mapped_span.h"
 
 /// Numbering and selection of polygons, and default frames.

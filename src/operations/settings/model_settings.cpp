@@ -83,8 +83,12 @@ bool set_polygon_settings(model_entry_t& entry, const polygon_settings_t& settin
     polygon_t& polygon = changed->polygon;
     take_names(polygon, changed->texture, settings.names);
     const std::size_t first_new = is_empty ? 0 : polygon.vertex_count();
+    std::vector<bool> unset_frames = polygon.unset_frames;
     if (!size_arrays(polygon, settings, is_empty) || !show_new_vertices(polygon, first_new))
         return false;
+    unset_frames.resize(std::min<std::size_t>(first_new, polygon.vertex_count()), false);
+    unset_frames.resize(polygon.vertex_count(), true);
+    polygon.unset_frames = std::move(unset_frames);
     changed->texture.open(polygon.name.c_str());
     if (!polygon.afterload(nullptr))
         return false;

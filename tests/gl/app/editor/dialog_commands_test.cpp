@@ -80,6 +80,12 @@ TEST_F(DialogCommands, MakeTheNormalsOfAMeshThatIsWrittenAsText) {
     EXPECT_EQ(editor.vertex_text(attribute_t::normal), "0,1,0\n0,-0,1\n0,-0,1\n");
 }
 
+TEST_F(DialogCommands, LeaveTheNormalsThatCameWithAFile) {
+    editor.set_vertex_text(attribute_t::position, "0,0,0\n1,0,0\n0,0,1\n");
+    editor.set_element_text("1\n0\n2\n");
+    EXPECT_EQ(editor.vertex_text(attribute_t::normal), "0,0,1\n0,0,1\n0,0,1\n");
+}
+
 TEST_F(DialogCommands, SetANetAndItsSurface) {
     editor.select_model(net);
     net_table_t table = editor.net_table(attribute_t::position);

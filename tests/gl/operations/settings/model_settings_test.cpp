@@ -86,6 +86,9 @@ TEST_F(PolygonSettings, GrowAndKeepWhatIsThere) {
     EXPECT_TRUE(std::equal(before.begin(), before.end(), after.begin()));
     EXPECT_EQ(after[5], (vertex_t{{}, default_color, {}}));
     EXPECT_EQ(frames_of(entry.polygon)[5], new_vertex_frame);
+    EXPECT_EQ(entry.polygon.unset_frames, (std::vector<bool>{false, false, false, false, true, true}));
+    set_polygon_settings(entry, {new_names, 5, 5});
+    EXPECT_EQ(entry.polygon.unset_frames, (std::vector<bool>{false, false, false, false, true}));
     EXPECT_TRUE(std::equal(frames.begin(), frames.end(), frames_of(entry.polygon).begin()));
     EXPECT_EQ(elements_of(entry.polygon), (std::vector<std::uint32_t>{0, 1, 2, 3, mark}));
 }
