@@ -70,6 +70,24 @@ bool change_shape(model_entry_t& entry, Apply&& apply) {
     return true;
 }
 
+enum class net_change_t { none, made, failed };
+
+/// Has `apply(entry, nurbs)` change a copy of the net of an entry, and puts it in place when that was made.
+/// False, with nothing changed, when it failed; null has no net to change.
+template <class Apply>
+bool change_net(model_entry_t* entry, Apply&& apply) {
+    if (entry == nullptr)
+        return true;
+    whole_change_t whole;
+    model_entry_t* const changed = whole.copy_of(*entry);
+    if (changed == nullptr)
+        return false;
+    const net_change_t change = apply(*entry, changed->nurbs);
+    if (change == net_change_t::made)
+        whole.commit();
+    return change != net_change_t::failed;
+}
+
 /// Has `apply` change the frames of a mesh. Those that differ then are given.
 template <class Apply>
 bool change_frames(polygon_t& polygon, Apply&& apply) {
@@ -130,21 +148,15 @@ net_table_t ulkedit_t::net_table(attribute_t attribute) const {
 
 void ulkedit_t::set_net_table(attribute_t attribute, std::span<const number_row_t> points) {
     change("ulkedit_t::set_net_table()", [&] {
-        model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
-        if (entry == nullptr)
-            return true;
-        whole_change_t whole;
-        model_entry_t* const changed = whole.copy_of(*entry);
-        if (changed == nullptr)
-            return false;
-        table_change_t written = write_rows(changed->nurbs, attribute, form_of(attribute), points);
-        if (!written)
-            return !written.failed;
-        if (written.has_values() && !changed->nurbs.bring_up_to_date(seen.glpolygon))
-            return false;
-        edited.steps.push(*entry, std::move(written.edit));
-        whole.commit();
-        return true;
+        return change_net(current_of_kind(model_kind_t::nurbs), [&](model_entry_t& entry, nurbs_t& nurbs) {
+            table_change_t written = write_rows(nurbs, attribute, form_of(attribute), points);
+            if (!written)
+                return written.failed ? net_change_t::failed : net_change_t::none;
+            if (written.has_values() && !nurbs.bring_up_to_date(seen.glpolygon))
+                return net_change_t::failed;
+            edited.steps.push(entry, std::move(written.edit));
+            return net_change_t::made;
+        });
     });
 }
 
@@ -155,19 +167,11 @@ option_table_t ulkedit_t::option_table(std::uint32_t index) const {
 
 void ulkedit_t::set_option_table(std::uint32_t index, const matrix_t<float>& values) {
     change("ulkedit_t::set_option_table()", [&] {
-        model_entry_t* const entry = current_of_kind(model_kind_t::nurbs);
-        if (entry == nullptr)
-            return true;
-        whole_change_t whole;
-        model_entry_t* const changed = whole.copy_of(*entry);
-        if (changed == nullptr)
-            return false;
-        if (!write_option(changed->nurbs, index, values))
-            return true;
-        if (!changed->nurbs.bring_up_to_date(seen.glpolygon))
-            return false;
-        whole.commit();
-        return true;
+        return change_net(current_of_kind(model_kind_t::nurbs), [&](model_entry_t&, nurbs_t& nurbs) {
+            if (!write_option(nurbs, index, values))
+                return net_change_t::none;
+            return nurbs.bring_up_to_date(seen.glpolygon) ? net_change_t::made : net_change_t::failed;
+        });
     });
 }
 
