@@ -2,10 +2,12 @@
 
 import os
 import threading
+import time
 
 from harness import BACKGROUND, PROGRAM_NAME, Display, UiTestCase, main, wait_for
 from harness import commands as do
 from harness.accessibility import SELECTED
+from harness.models import quad
 from harness.view import GRID
 
 NURBS_ITEMS = ["EnvironmentDialog", "PointDialog", "ColorDialog", "WeightDialog", "Horizontal KnotDialog",
@@ -15,6 +17,20 @@ POLYGON_ITEMS = ["EnvironmentDialog", "VertexDialog", "ColorDialog", "TexCoordDi
 
 
 class Open(UiTestCase):
+    def test_the_theme_of_the_desktop_does_not_shine_through(self):
+        """A surface, half opaque, and points without any opacity look the same on a light and on a dark desktop."""
+        pictures = []
+        for theme in ("Adwaita", "Adwaita:dark"):
+            program = self.start(environment={"GTK_THEME": theme})
+            self.open_model(program, quad(-0.4).replace("color 255,0,0,255", "color 255,0,0,0", 1))
+            self.rest_pointer(program)
+            wait_for(lambda: self.view.coloured("perspective") > 1000, "the surface does not show")
+            time.sleep(1)
+            pictures.append(self.view.picture("perspective"))
+            do.leave(program)
+            self.assert_ends_clean(program)
+        self.assertEqual(*pictures)
+
     def test_the_pointer_is_busy_while_a_file_is_read(self):
         program = self.start()
         display = Display()
