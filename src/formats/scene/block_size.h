@@ -19,7 +19,7 @@ struct block_size_t {
 [[nodiscard]] inline bool is_within_reach(const block_size_t& size, std::uint64_t rest_of_file) {
     constexpr std::uint64_t granted = std::uint64_t{1} << 20;
     // A last line may lack its line feed.
-    return size.arrays <= granted || size.lines <= libutils::saturating_sum(rest_of_file, 1);
+    return size.arrays <= granted || size.lines <= libutils::size_sum(rest_of_file, 1);
 }
 
 }  // namespace ulk3d

@@ -15,8 +15,8 @@
 
 namespace ulk3d {
 
-using libutils::saturating_product;
-using libutils::saturating_sum;
+using libutils::size_product;
+using libutils::size_sum;
 
 namespace {
 
@@ -36,13 +36,12 @@ block_size_t size_of(const opening_t& opening) {
 
     const auto [count1, order1, count2, order2] = opening;
     const std::uint64_t points = count1 * count2;
-    const std::uint64_t knots = saturating_sum(saturating_product(count1 + order1, count2),
-                                               saturating_product(count2 + order2, count1));
+    const std::uint64_t knots =
+        size_sum(size_product(count1 + order1, count2), size_product(count2 + order2, count1));
     // A net without points still has rows or columns to walk.
     const std::uint64_t walks = points == 0 ? count1 + count2 : 0;
     const auto sum_of = [&](std::uint64_t per_knot, std::uint64_t per_point) {
-        return saturating_sum(walks, saturating_sum(saturating_product(knots, per_knot),
-                                                    saturating_product(points, per_point)));
+        return size_sum(walks, size_sum(size_product(knots, per_knot), size_product(points, per_point)));
     };
     return {.arrays = sum_of(sizeof(float), point_bytes),
             .lines = sum_of(knot_line, weight_line + point_line)};

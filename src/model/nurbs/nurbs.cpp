@@ -14,8 +14,8 @@
 namespace ulk3d {
 
 using libgr::grCheckError;
-using libutils::saturating_product;
-using libutils::saturating_sum;
+using libutils::size_product;
+using libutils::size_sum;
 
 namespace {
 
@@ -30,7 +30,7 @@ constexpr std::uint64_t uploaded_bytes =
 /// Size of one table in bytes; the largest value when it does not fit in 64 bits.
 template <typename T>
 std::uint64_t byte_count(const matrix_t<T>& /*table*/, std::uint64_t rows, std::uint64_t columns) {
-    return saturating_product(saturating_product(rows, columns), sizeof(T));
+    return size_product(size_product(rows, columns), sizeof(T));
 }
 
 option_view_t view_of(matrix_t<float>& table) {
@@ -52,19 +52,18 @@ nurbs_t::nurbs_t(texture_t* target_texture, polygon_t* target_polygon)
 bool nurbs_t::allocate(std::uint64_t new_count1, std::uint64_t new_order1, std::uint64_t new_count2,
                        std::uint64_t new_order2) {
     release_tables();
-    const std::uint64_t row_knots = saturating_sum(new_count1, new_order1);
-    const std::uint64_t column_knots = saturating_sum(new_count2, new_order2);
+    const std::uint64_t row_knots = size_sum(new_count1, new_order1);
+    const std::uint64_t column_knots = size_sum(new_count2, new_order2);
     const std::uint64_t knot_bytes =
-        saturating_sum(byte_count(knot1, new_count2, row_knots), byte_count(knot2, new_count1, column_knots));
-    const std::uint64_t point_bytes = saturating_sum(byte_count(weight, new_count2, new_count1),
-                                                     byte_count(points, new_count2, new_count1));
-    const std::uint64_t bytes = saturating_sum(knot_bytes, point_bytes);
+        size_sum(byte_count(knot1, new_count2, row_knots), byte_count(knot2, new_count1, column_knots));
+    const std::uint64_t point_bytes =
+        size_sum(byte_count(weight, new_count2, new_count1), byte_count(points, new_count2, new_count1));
+    const std::uint64_t bytes = size_sum(knot_bytes, point_bytes);
     if (bytes > static_cast<std::uint64_t>(std::numeric_limits<std::ptrdiff_t>::max()))
         throw std::bad_array_new_length();
     // The tables are kept a second time, as what the mesh was made from.
-    const std::uint64_t uploads =
-        saturating_product(saturating_product(new_count2, new_count1), uploaded_bytes);
-    if (!libutils::claim_memory(saturating_sum(saturating_product(bytes, 2), uploads)))
+    const std::uint64_t uploads = size_product(size_product(new_count2, new_count1), uploaded_bytes);
+    if (!libutils::claim_memory(size_sum(size_product(bytes, 2), uploads)))
         return false;
 
     knot1.resize(new_count2, row_knots);

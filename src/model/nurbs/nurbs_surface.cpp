@@ -16,7 +16,7 @@
 namespace ulk3d {
 
 using libgr::grCheckError;
-using libutils::saturating_product;
+using libutils::size_product;
 
 namespace {
 
@@ -25,7 +25,7 @@ namespace {
 std::uint64_t strip_elements(std::uint32_t columns, std::uint32_t rows) {
     if (rows == 0)
         return std::numeric_limits<std::uint64_t>::max();
-    return saturating_product(rows - 1, std::uint64_t{columns} * 2 + 1);
+    return size_product(rows - 1, std::uint64_t{columns} * 2 + 1);
 }
 
 /// Zigzags between each row and the one before it.

@@ -13,8 +13,8 @@
 namespace ulk3d {
 
 using libgr::grCheckError;
-using libutils::saturating_product;
-using libutils::saturating_sum;
+using libutils::size_product;
+using libutils::size_sum;
 
 namespace {
 
@@ -43,7 +43,7 @@ using claims_t = std::array<claim_t, 5>;
 std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
     if (claim.count <= claim.held_records)
         return 0;
-    return saturating_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
+    return size_product(claim.count, claim.record_bytes * growth + claim.companion_bytes);
 }
 
 /// Claims the memory of all arrays, and `besides` for what comes with them. The message of the first array
@@ -51,7 +51,7 @@ std::uint64_t bytes_needed(const claim_t& claim, std::uint64_t growth) {
 const char* first_refusal(const claims_t& claims, std::uint64_t growth, std::uint64_t besides) {
     std::uint64_t all = besides;
     for (const claim_t& claim : claims)
-        all = saturating_sum(all, bytes_needed(claim, growth));
+        all = size_sum(all, bytes_needed(claim, growth));
     const bool all_drawn =
         std::ranges::all_of(claims, [](const claim_t& claim) { return claim.count <= most_drawn; });
     if (all_drawn && libutils::claim_memory(all))
@@ -59,7 +59,7 @@ const char* first_refusal(const claims_t& claims, std::uint64_t growth, std::uin
     const std::uint64_t budget = libutils::memory_budget();
     std::uint64_t sum = besides;
     for (const claim_t& claim : claims) {
-        sum = saturating_sum(sum, bytes_needed(claim, growth));
+        sum = size_sum(sum, bytes_needed(claim, growth));
         if (claim.count > most_drawn || sum > budget)
             return claim.message;
     }

@@ -15,8 +15,8 @@ namespace {
 bool claim_texture(const libutils::image2d& image) {
     constexpr std::uint64_t least_texel_bytes = 4, with_mipmaps_and_copy = 2;
     const std::uint64_t texel_bytes = std::max<std::uint64_t>(image.bitsperpixel() / 8, least_texel_bytes);
-    const std::uint64_t pixels = libutils::saturating_product(image.width, image.height);
-    return libutils::claim_memory(libutils::saturating_product(pixels, texel_bytes * with_mipmaps_and_copy));
+    const std::uint64_t pixels = libutils::size_product(image.width, image.height);
+    return libutils::claim_memory(libutils::size_product(pixels, texel_bytes * with_mipmaps_and_copy));
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ namespace ulk3d {
 
 using libgr::grCheckError;
 using libutils::fits_into_memory;
-using libutils::saturating_product;
-using libutils::saturating_sum;
+using libutils::size_product;
+using libutils::size_sum;
 
 namespace {
 
@@ -77,9 +77,8 @@ void knot_plot_t::reshape(int width, int height, std::uint64_t count, std::uint6
                           std::span<const float> knots) {
     glViewport(0, 0, width, height);
     const auto columns = static_cast<std::uint64_t>(std::max(width, 0));
-    const bool is_whole = knots.size() >= saturating_sum(count, order);
-    const std::uint64_t bytes =
-        saturating_product(saturating_product(columns + 1, count), sizeof(control_point_t));
+    const bool is_whole = knots.size() >= size_sum(count, order);
+    const std::uint64_t bytes = size_product(size_product(columns + 1, count), sizeof(control_point_t));
     const std::uint64_t functions = is_whole && fits_into_memory(bytes) ? count : 0;
     const std::vector<control_point_t> samples = knot_plot_samples(columns, functions, order, knots);
     const auto index_count = static_cast<std::int64_t>(functions == 0 ? 0 : (columns + 1) * functions);

@@ -46,7 +46,7 @@ std::optional<std::uint64_t> number_of_file(const std::string& path) {
 /// The kernel's own estimate: free memory and what it can reclaim from its caches.
 std::optional<std::uint64_t> available_by_kernel() {
     const auto kibibytes = number_of_key("/proc/meminfo", "MemAvailable:");
-    return kibibytes ? std::optional(saturating_product(*kibibytes, 1024)) : std::nullopt;
+    return kibibytes ? std::optional(size_product(*kibibytes, 1024)) : std::nullopt;
 }
 
 /// For systems without that estimate: only what is free right now.
@@ -54,7 +54,7 @@ std::optional<std::uint64_t> unused_memory() {
     struct sysinfo info {};
     if (sysinfo(&info) != 0)
         return std::nullopt;
-    return saturating_product(saturating_sum(info.freeram, info.bufferram), info.mem_unit);
+    return size_product(size_sum(info.freeram, info.bufferram), info.mem_unit);
 }
 
 std::uint64_t address_space_left() {
@@ -63,7 +63,7 @@ std::uint64_t address_space_left() {
         return most;
     const std::uint64_t mapped_pages = number_of_file("/proc/self/statm").value_or(0);
     const std::uint64_t mapped =
-        saturating_product(mapped_pages, static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
+        size_product(mapped_pages, static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)));
     return limit.rlim_cur - std::min<std::uint64_t>(mapped, limit.rlim_cur);
 }
 

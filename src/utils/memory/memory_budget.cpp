@@ -30,7 +30,7 @@ std::uint64_t half_of_free_memory() {
 bool is_granted_unseen(std::uint64_t bytes) {
     if (!running_load)
         return bytes <= small_claim;
-    return bytes <= running_load->left && saturating_sum(running_load->unseen, bytes) <= small_claims;
+    return bytes <= running_load->left && size_sum(running_load->unseen, bytes) <= small_claims;
 }
 
 bool open_load(std::uint64_t bytes) {
@@ -41,16 +41,6 @@ bool open_load(std::uint64_t bytes) {
 }
 
 }  // namespace
-
-std::uint64_t saturating_product(std::uint64_t a, std::uint64_t b) {
-    std::uint64_t product = 0;
-    return __builtin_mul_overflow(a, b, &product) ? most : product;
-}
-
-std::uint64_t saturating_sum(std::uint64_t a, std::uint64_t b) {
-    std::uint64_t sum = 0;
-    return __builtin_add_overflow(a, b, &sum) ? most : sum;
-}
 
 std::uint64_t memory_budget() {
     return std::min(half_of_free_memory(), running_load ? running_load->left : most);

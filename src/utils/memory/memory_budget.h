@@ -2,12 +2,9 @@
 
 #include <cstdint>
 
-namespace libutils {
+#include "utils/memory/sizes.h"
 
-/// a times b, and a plus b; the largest value where the result does not fit in 64 bits. For sizes computed
-/// from counts that come from a file or a dialog.
-std::uint64_t saturating_product(std::uint64_t a, std::uint64_t b);
-std::uint64_t saturating_sum(std::uint64_t a, std::uint64_t b);
+namespace libutils {
 
 /// The number of bytes that may be taken up now: half of what the system can give
 /// (utils/memory/free_memory.h), and during a load no more than is left of its budget. The other half is for

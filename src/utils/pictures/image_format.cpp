@@ -1,12 +1,9 @@
 #include "utils/pictures/image_format.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace libutils {
 namespace {
-
-constexpr std::uint64_t no_size = std::numeric_limits<std::uint64_t>::max();
 
 /// By format code.
 constexpr std::array<std::uint8_t, 18> channel_counts{1, 2, 1, 1, 1, 1, 1, 2, 3, 4, 3, 4, 1, 2, 3, 4, 2, 1};
@@ -90,16 +87,6 @@ std::uint64_t row_size(std::uint64_t pixels, std::uint32_t pixel_bits, const pac
     if (past == 0)
         return bytes;
     return size_sum(bytes, alignment - past);
-}
-
-std::uint64_t size_product(std::uint64_t a, std::uint64_t b) {
-    std::uint64_t product = 0;
-    return __builtin_mul_overflow(a, b, &product) ? no_size : product;
-}
-
-std::uint64_t size_sum(std::uint64_t a, std::uint64_t b) {
-    std::uint64_t sum = 0;
-    return __builtin_add_overflow(a, b, &sum) ? no_size : sum;
 }
 
 }  // namespace libutils

@@ -5,6 +5,7 @@
 
 #include "utils/memory/alloc_new.h"
 #include "utils/memory/refvector.h"
+#include "utils/memory/sizes.h"
 
 /// What the image records of one, two and three dimensions have in common: their codes, the palette and the
 /// arithmetic of rows.
@@ -92,9 +93,5 @@ std::uint32_t bits_per_pixel(std::uint32_t format, std::uint32_t bits);
 /// Bytes of a row of `pixels` pixels: whole bytes, then whole alignments of `pack`, which may be null. All
 /// ones when the number does not fit.
 std::uint64_t row_size(std::uint64_t pixels, std::uint32_t pixel_bits, const pack_t* pack);
-
-/// The product and the sum of two sizes; all ones, a size that no memory has, when it does not fit.
-std::uint64_t size_product(std::uint64_t a, std::uint64_t b);
-std::uint64_t size_sum(std::uint64_t a, std::uint64_t b);
 
 }  // namespace libutils

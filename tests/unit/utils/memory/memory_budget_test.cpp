@@ -15,16 +15,16 @@ using namespace libutils;
 constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
 
 TEST(MemoryBudget, ProductsStopAtTheLargestValue) {
-    EXPECT_EQ(saturating_product(6, 7), 42U);
-    EXPECT_EQ(saturating_product(0, most), 0U);
-    EXPECT_EQ(saturating_product(most / 36 + 1, 36), most);
-    EXPECT_EQ(saturating_product(most, most), most);
+    EXPECT_EQ(size_product(6, 7), 42U);
+    EXPECT_EQ(size_product(0, most), 0U);
+    EXPECT_EQ(size_product(most / 36 + 1, 36), most);
+    EXPECT_EQ(size_product(most, most), most);
 }
 
 TEST(MemoryBudget, SumsStopAtTheLargestValue) {
-    EXPECT_EQ(saturating_sum(40, 2), 42U);
-    EXPECT_EQ(saturating_sum(most, 0), most);
-    EXPECT_EQ(saturating_sum(most, 1), most);
+    EXPECT_EQ(size_sum(40, 2), 42U);
+    EXPECT_EQ(size_sum(most, 0), most);
+    EXPECT_EQ(size_sum(most, 1), most);
 }
 
 TEST(MemoryBudget, IsAboveNothingAndAtMostHalfOfTheMachine) {

@@ -15,7 +15,6 @@ using namespace libutils;
 
 namespace {
 
-constexpr std::uint64_t no_size = std::numeric_limits<std::uint64_t>::max();
 constexpr std::uint32_t most = std::numeric_limits<std::uint32_t>::max();
 
 image2d image_of(std::uint32_t format, std::uint32_t bits, std::uint32_t width, std::uint32_t height) {
