@@ -23,9 +23,8 @@ constexpr std::array<command_t, 4> commands{{
      "    The size is 1024x768 unless told otherwise. --transparent leaves the ground out.\n"},
     {"check", ulktool::check,
      "ulktool check FILE...\n"
-     "    Reports what the reader says of each file, the signs that it was cut off (lines count from 1), and "
-     "which\n"
-     "    of its pictures are not shown or look wrong.\n"
+     "    Reports what the reader says of each file, the signs that it was cut off (lines count\n"
+     "    from 1), and which of its pictures are not shown or look wrong.\n"
      "    Exit status 1 if one does not load, or not with all its pictures.\n"},
     {"info", ulktool::info,
      "ulktool info FILE\n"

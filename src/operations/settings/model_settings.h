@@ -29,9 +29,9 @@ polygon_settings_t polygon_settings(const model_entry_t& entry);
 
 /// Applies new settings to a polygon model. A mesh without vertices or without elements is made again,
 /// even when nothing differs; any other grows or shrinks when something differs. New vertices are grey and
-/// lie at the origin with `new_vertex_frame`; new elements are restart marks. Then its maps are
-/// opened by their names in the directory of the model's own name, loading those that are not loaded yet; a
-/// map that can not be loaded is reported and left out.
+/// lie at the origin with `new_vertex_frame`; new elements are restart marks. Then its maps are opened by
+/// their names in the directory of the model's own name, loading those that are not loaded yet; a map that
+/// can not be loaded is reported and left out.
 ///
 /// False, after a line on the standard error stream, when there is no memory: the model then stays as it was.
 /// No caller needs to look at that.
