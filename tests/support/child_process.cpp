@@ -1,6 +1,5 @@
 #include "support/child_process.h"
 
-#include <grp.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/wait.h>
@@ -45,15 +44,6 @@ child_result_t result_of_child(const std::function<child_result_t()>& work) {
 
 child_result_t in_child(const std::function<bool()>& work) {
     return result_of_child([&] { return work() ? child_result_t::yes : child_result_t::no; });
-}
-
-child_result_t in_child_as_ordinary_user(const std::function<bool()>& work) {
-    return result_of_child([&] {
-        if (geteuid() == 0 &&
-            (setgroups(0, nullptr) != 0 || setgid(ordinary_user) != 0 || setuid(ordinary_user) != 0))
-            return child_result_t::not_possible;
-        return work() ? child_result_t::yes : child_result_t::no;
-    });
 }
 
 bool mount_small_disk(const std::string& folder) {

@@ -14,12 +14,6 @@ child_result_t result_of_child(const std::function<child_result_t()>& work);
 /// The same for work that is done or not.
 child_result_t in_child(const std::function<bool()>& work);
 
-/// The user as whom work is done that the superuser is always allowed to do.
-inline constexpr unsigned int ordinary_user = 65534;
-
-/// As `in_child`, but never as the superuser.
-child_result_t in_child_as_ordinary_user(const std::function<bool()>& work);
-
 /// Mounts an empty disk of 64 KiB at a folder; only the calling process and its children see it. False when
 /// the user may not.
 bool mount_small_disk(const std::string& folder);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "support/ordinary_user.h"
 #include "support/scene_text.h"
 #include "utils/memory/memory_budget.h"
 
@@ -203,28 +204,6 @@ TEST(TextLines, APathThatIsNoPlainFileIsNotOpened) {
         EXPECT_FALSE(text_lines::open(path.c_str()).is_open()) << path;
 }
 
-/// Gives up the superuser's rights, before which no file is unreadable, for as long as it lives.
-class ordinary_user_t {
-  public:
-    ordinary_user_t() : user(geteuid()) {
-        constexpr uid_t nobody = 65534;
-        if (user == 0)
-            dropped = seteuid(nobody) == 0;
-    }
-    ~ordinary_user_t() {
-        if (dropped && seteuid(user) != 0)
-            std::abort();
-    }
-    ordinary_user_t(const ordinary_user_t&) = delete;
-    ordinary_user_t& operator=(const ordinary_user_t&) = delete;
-
-    bool is_ordinary() const { return geteuid() != 0; }
-
-  private:
-    uid_t user;
-    bool dropped = false;
-};
-
 TEST(TextLines, AFileWithoutReadingRightsIsNotOpened) {
     const ulk_test::temporary_folder_t folder;
     ASSERT_EQ(chmod(folder.path("").c_str(), 0755), 0);
@@ -232,7 +211,7 @@ TEST(TextLines, AFileWithoutReadingRightsIsNotOpened) {
     const std::string secret = folder.write("secret", "text");
     ASSERT_EQ(chmod(open_to_all.c_str(), 0644), 0);
     ASSERT_EQ(chmod(secret.c_str(), 0), 0);
-    const ordinary_user_t user;
+    const ulk_test::ordinary_user_t user;
     ASSERT_TRUE(user.is_ordinary());
     EXPECT_TRUE(text_lines::open(open_to_all.c_str()).is_open());
     EXPECT_FALSE(text_lines::open(secret.c_str()).is_open());

@@ -40,7 +40,7 @@ TEST_F(BmpLoad, FileThatMayNotBeReadIsToldWithItsPath) {
     const std::string path = folder.write("a.bmp", bmp_bytes_t().bytes());
     std::filesystem::permissions(path, std::filesystem::perms::none);
     std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
-    const ordinary_user_t user;
+    const ulk_test::ordinary_user_t user;
     if (!user.is_ordinary())
         GTEST_SKIP() << "the superuser reads every file";
     const captured_stream errors(std::cerr);

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "support/captured_stream.h"
+#include "support/ordinary_user.h"
 #include "support/scene_text.h"
 #include "utils/pictures/image2d.h"
 
@@ -99,26 +100,6 @@ class captured_descriptor_t {
   private:
     std::FILE* taken;
     int original;
-};
-
-/// Gives up the superuser's rights, before which no file is unreadable, for as long as it lives.
-class ordinary_user_t {
-  public:
-    ordinary_user_t() : user(geteuid()) {
-        if (user == 0 && seteuid(65534) != 0)
-            std::cerr << "still the superuser\n";
-    }
-    ~ordinary_user_t() {
-        if (seteuid(user) != 0)
-            std::cerr << "no way back to the user\n";
-    }
-    ordinary_user_t(const ordinary_user_t&) = delete;
-    ordinary_user_t& operator=(const ordinary_user_t&) = delete;
-
-    bool is_ordinary() const { return geteuid() != 0; }
-
-  private:
-    uid_t user;
 };
 
 }  // namespace libutils

@@ -211,7 +211,7 @@ TEST_F(PngLoad, FileThatMayNotBeReadIsToldWithTheReason) {
     const std::string path = folder.write("a.png", png_bytes_t().bytes());
     std::filesystem::permissions(path, std::filesystem::perms::none);
     std::filesystem::permissions(folder.path(""), std::filesystem::perms::all);
-    const ordinary_user_t user;
+    const ulk_test::ordinary_user_t user;
     if (!user.is_ordinary())
         GTEST_SKIP() << "the superuser reads every file";
     const captured_stream errors(std::cerr);

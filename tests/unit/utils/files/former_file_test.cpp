@@ -17,6 +17,7 @@
 
 #include "support/captured_stream.h"
 #include "support/child_process.h"
+#include "support/ordinary_user.h"
 #include "support/scene_text.h"
 #include "utils/files/output_file.h"
 
@@ -49,6 +50,11 @@ bool save(const std::string& path, const std::string& bytes) {
     output_file output(path.c_str(), fifo_t::refuse);
     output.write(bytes.data(), bytes.size());
     return output.complete();
+}
+
+bool save_as_ordinary_user(const std::string& path, const std::string& bytes) {
+    const ulk_test::ordinary_user_t user;
+    return save(path, bytes);
 }
 
 /// Writes a few bytes and fails then.
@@ -146,13 +152,11 @@ TEST_F(FormerFile, OfAnotherGroupOpensTheNewOneToNobodyElse) {
     ASSERT_EQ(chmod(path("").c_str(), 0777), 0);
     ASSERT_EQ(chown(path("a.ulk").c_str(), 1234, 2345), 0);
     ASSERT_EQ(chmod(path("a.ulk").c_str(), 0666), 0);
-    EXPECT_EQ(ulk_test::in_child_as_ordinary_user([&] { return save(path("a.ulk"), "new"); }),
-              child_result_t::yes);
+    EXPECT_TRUE(save_as_ordinary_user(path("a.ulk"), "new"));
     EXPECT_EQ(mode_of(path("a.ulk")), 0666U);
     ASSERT_EQ(chown(path("a.ulk").c_str(), ulk_test::ordinary_user, 2345), 0);
     ASSERT_EQ(chmod(path("a.ulk").c_str(), 0660), 0);
-    EXPECT_EQ(ulk_test::in_child_as_ordinary_user([&] { return save(path("a.ulk"), "newer"); }),
-              child_result_t::yes);
+    EXPECT_TRUE(save_as_ordinary_user(path("a.ulk"), "newer"));
     EXPECT_EQ(mode_of(path("a.ulk")), 0600U);
     EXPECT_EQ(read_file(path("a.ulk")), "newer");
 }
@@ -210,10 +214,9 @@ TEST_F(FormerFile, IsWrittenOverInAFolderThatTakesNoNewFiles) {
     folder.write("a.ulk", "former");
     ASSERT_EQ(chmod(path("a.ulk").c_str(), 0666), 0);
     ASSERT_EQ(chmod(path("").c_str(), 0555), 0);
-    const child_result_t saved =
-        ulk_test::in_child_as_ordinary_user([&] { return save(path("a.ulk"), "new"); });
+    const bool saved = save_as_ordinary_user(path("a.ulk"), "new");
     ASSERT_EQ(chmod(path("").c_str(), 0755), 0);
-    EXPECT_EQ(saved, child_result_t::yes);
+    EXPECT_TRUE(saved);
     EXPECT_EQ(read_file(path("a.ulk")), "new");
     EXPECT_EQ(names(), names_t{"a.ulk"});
 }
@@ -224,8 +227,7 @@ TEST_F(FormerFile, IsWrittenOverWhenOnlyItsOwnerMayRenameIt) {
     folder.write("a.ulk", "former");
     ASSERT_EQ(chmod(path("a.ulk").c_str(), 0666), 0);
     ASSERT_EQ(chmod(path("").c_str(), 01777), 0);
-    EXPECT_EQ(ulk_test::in_child_as_ordinary_user([&] { return save(path("a.ulk"), "new"); }),
-              child_result_t::yes);
+    EXPECT_TRUE(save_as_ordinary_user(path("a.ulk"), "new"));
     EXPECT_EQ(read_file(path("a.ulk")), "new");
     EXPECT_EQ(names(), names_t{"a.ulk"});
 }
@@ -234,8 +236,7 @@ TEST_F(FormerFile, IsLeftAloneWhenItMayNotBeWritten) {
     folder.write("a.ulk", "former");
     ASSERT_EQ(chmod(path("a.ulk").c_str(), 0444), 0);
     ASSERT_EQ(chmod(path("").c_str(), 0777), 0);
-    EXPECT_EQ(ulk_test::in_child_as_ordinary_user([&] { return save(path("a.ulk"), "new"); }),
-              child_result_t::no);
+    EXPECT_FALSE(save_as_ordinary_user(path("a.ulk"), "new"));
     EXPECT_EQ(read_file(path("a.ulk")), "former");
     EXPECT_EQ(names(), names_t{"a.ulk"});
 }
