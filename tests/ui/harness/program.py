@@ -197,12 +197,16 @@ class Program:
         self.accept_chooser(title)
 
     def accept_chooser(self, title):
-        """Presses Return in a chooser. While it reads a folder its button is insensitive and Return does nothing."""
+        """Presses Return in a chooser. While it reads a folder its button is insensitive and Return does nothing.
+        A chooser that is still there after Return may be taken away by a program that was busy till then."""
+        chooser = self.wait_window(title)
         button = self.dialog(title).find("push button", "Open")
 
         def press():
-            wait_for(lambda: button.is_sensitive, f"the button of the chooser {title!r} stays insensitive")
-            self.keys("Return")
+            wait_for(lambda: button.is_sensitive or not chooser.is_active,
+                     f"the button of the chooser {title!r} stays insensitive")
+            if chooser.is_active:
+                self.keys("Return")
 
         self._leave_chooser(title, press)
 
