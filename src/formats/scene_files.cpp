@@ -1,6 +1,7 @@
 #include "formats/scene_files.h"
 
 #include <cstring>
+#include <utility>
 
 #include "formats/scene/line_log.h"
 #include "formats/scene/scene_text.h"
@@ -88,6 +89,15 @@ class top_level_reader {
     std::uint64_t line_counter = 0;
 };
 
+bool read_scene(scene_t& scene, const char* path, text_lines&& input, glpolygon_t& glpolygon,
+                std::ostream& log) {
+    if (!input.is_open()) {
+        put_line(log, path, ": file open error.");
+        return false;
+    }
+    return top_level_reader(path, input, &scene.environment, scene.models, glpolygon, log).read() != 0;
+}
+
 /// Gives a model the path as its name and writes its block.
 void write_model(model_entry_t& entry, const char* path, text_output& output) {
     entry.polygon.name = path;
@@ -111,8 +121,7 @@ bool write_models(model_list_t& models, const char* path) {
     return output.complete();
 }
 
-bool write_scene(scene_t& scene, const char* path) {
-    text_output output(path);
+bool write_scene(scene_t& scene, const char* path, text_output& output) {
     if (write_environment(scene.environment, output))
         output.line();
     for (const auto& entry : scene.models) {
@@ -133,12 +142,13 @@ bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::o
     const libutils::load_budget_t budget;
     if (is_stl_path(path))
         return load_stl(path, scene);
-    text_lines input = text_lines::open(path);
-    if (!input.is_open()) {
-        put_line(log, path, ": file open error.");
-        return false;
-    }
-    return top_level_reader(path, input, &scene.environment, scene.models, glpolygon, log).read() != 0;
+    return read_scene(scene, path, text_lines::open(path), glpolygon, log);
+}
+
+bool load_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file, std::uint64_t size,
+                     glpolygon_t& glpolygon, std::ostream& log) {
+    const libutils::load_budget_t budget;
+    return read_scene(scene, name, text_lines::of(std::move(file), size), glpolygon, log);
 }
 
 std::size_t load_models(model_list_t& models, const char* path, glpolygon_t& glpolygon, std::ostream& log) {
@@ -167,7 +177,17 @@ bool save_models(model_list_t& models, const char* path) {
 
 bool save_scene(scene_t& scene, const char* path) {
     return try_command(path, [&] {
-        return is_stl_path(path) ? save_stl_models(path, scene.models) : write_scene(scene, path);
+        if (is_stl_path(path))
+            return save_stl_models(path, scene.models);
+        text_output output(path);
+        return write_scene(scene, path, output);
+    });
+}
+
+bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file) {
+    return try_command(name, [&] {
+        text_output output(std::move(file));
+        return write_scene(scene, name, output);
     });
 }
 

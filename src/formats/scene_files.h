@@ -3,6 +3,7 @@
 #include <iosfwd>
 
 #include "model/scene.h"
+#include "utils/files/file_descriptor.h"
 
 namespace ulk3d {
 
@@ -22,6 +23,11 @@ class glpolygon_t;
 /// half-built one, are left in `scene` for the caller to drop.
 [[nodiscard]] bool load_scene(scene_t& scene, const char* path, glpolygon_t& glpolygon, std::ostream& log);
 
+/// The same for the text of a scene in a plain file of `size` bytes that is open already. `name` takes the
+/// place of its path in messages, and of the folder in which pictures are looked for.
+[[nodiscard]] bool load_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file,
+                                   std::uint64_t size, glpolygon_t& glpolygon, std::ostream& log);
+
 /// The same for surfaces only: the lines of an environment block are reported as unknown, and every path is
 /// read as a scene text file. Returns the number of surfaces read, 0 after a failure. No command reaches
 /// this: commands load whole scenes.
@@ -37,5 +43,8 @@ class glpolygon_t;
 /// No command of the window reaches this, so files saved there contain no environment; `ulktool convert` uses
 /// it.
 [[nodiscard]] bool save_scene(scene_t& scene, const char* path);
+/// Writes a scene as text into what is open already, such as the standard output stream; the models take
+/// `name` as their file name.
+[[nodiscard]] bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file);
 
 }  // namespace ulk3d

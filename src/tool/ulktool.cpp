@@ -1,87 +1,91 @@
-// The modeller's command-line companion: draws, checks, describes and converts scene files without a display.
+// The modeller's command-line companion: works on scene files from scripts, without a display.
 
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <new>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "tool/commands.h"
+#include "tool/command_line/command_line.h"
+#include "tool/command_line/help.h"
+#include "tool/commands/commands.h"
+#include "tool/scenes/standard_streams.h"
+
+namespace ulktool {
 
 namespace {
 
-struct command_t {
-    const char* name;
-    int (*run)(ulktool::arguments_t);
-    const char* usage;
-};
-
-constexpr std::array<command_t, 4> commands{{
-    {"render", ulktool::render,
-     "ulktool render SCENE PICTURE.png [--size WxH] [--view perspective|front|side|top] [--transparent]\n"
-     "    Draws the frame of the view area as it is after opening SCENE, or one of its views.\n"
-     "    The size is 1024x768 unless told otherwise. --transparent leaves the ground out.\n"},
-    {"check", ulktool::check,
-     "ulktool check FILE...\n"
-     "    Reports what the reader says of each file, the signs that it was cut off (lines count\n"
-     "    from 1), and which of its pictures are not shown or look wrong.\n"
-     "    Exit status 1 if one does not load, or not with all its pictures.\n"},
-    {"info", ulktool::info,
-     "ulktool info FILE\n"
-     "    Prints the models of a file with their counts, boxes and pictures.\n"},
-    {"convert", ulktool::convert,
-     "ulktool convert IN OUT\n"
-     "    Loads IN and saves it as OUT, each in the format of its extension.\n"},
-}};
+/// In the order of the help.
+constexpr std::array commands{&render_command, &check_command, &info_command, &convert_command};
 
 void print_usage(std::ostream& out) {
-    for (const command_t& command : commands)
-        out << command.usage;
+    for (const command_t* const command : commands)
+        print_summary(out, *command);
     out << "ulktool --help | --version\n"
-           "    Every command knows these too.\n"
-           "Exit status: 0 done, 1 failed, 2 wrong usage.\n";
+           "    Every command knows these too; ulktool COMMAND --help explains its options.\n"
+           "A file called - is the standard input or output stream, as scene text. Behind -- every word is "
+           "a\n"
+           "file. Exit status: 0 done, 1 failed, 2 wrong usage.\n";
 }
 
 void print_version() {
-    std::cout << "ulktool " ULK_VERSION << std::endl;
+    std::cout << "ulktool " ULK_VERSION << '\n';
 }
 
-bool has_word(const std::vector<std::string>& words, const char* word) {
-    return std::find(words.begin(), words.end(), word) != words.end();
+int run_command(const command_t& command, std::span<const std::string> words) {
+    try {
+        const command_line_t line(command, words);
+        if (line.wants_version())
+            print_version();
+        else if (line.wants_help())
+            print_help(std::cout, command);
+        else
+            return command.run(line);
+        return exit_done;
+    } catch (const usage_error_t& error) {
+        std::cerr << "ulktool " << command.name << ": " << error.what() << "; see ulktool " << command.name
+                  << " --help" << std::endl;
+        return exit_usage;
+    } catch (const std::bad_alloc&) {
+        std::cerr << "ulktool " << command.name << ": out of memory" << std::endl;
+        return exit_failed;
+    }
+}
+
+int run(std::span<const std::string> words) {
+    if (words.empty()) {
+        print_usage(std::cerr);
+        return exit_usage;
+    }
+    const std::string& name = words.front();
+    const auto command =
+        std::ranges::find_if(commands, [&name](const command_t* row) { return name == row->name; });
+    if (command != commands.end())
+        return run_command(**command, words.subspan(1));
+    if (name == "--help" || name == "-h") {
+        print_usage(std::cout);
+        return exit_done;
+    }
+    if (name == "--version") {
+        print_version();
+        return exit_done;
+    }
+    std::cerr << "ulktool: " << name << ": there is no such command; see ulktool --help" << std::endl;
+    return exit_usage;
 }
 
 }  // namespace
 
+}  // namespace ulktool
+
 int main(int argc, char** argv) {
-    std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
-    if (words.empty()) {
-        print_usage(std::cerr);
-        return ulktool::exit_usage;
-    }
-    const std::string name = words.front();
-    words.erase(words.begin());
-    for (const command_t& command : commands) {
-        if (name != command.name)
-            continue;
-        if (has_word(words, "--help")) {
-            std::cout << command.usage;
-            return ulktool::exit_done;
-        }
-        if (has_word(words, "--version")) {
-            print_version();
-            return ulktool::exit_done;
-        }
-        return command.run(words);
-    }
-    if (name == "--help") {
-        print_usage(std::cout);
-        return ulktool::exit_done;
-    }
-    if (name == "--version") {
-        print_version();
-        return ulktool::exit_done;
-    }
-    std::cerr << "ulktool: unknown command: " << name << '\n';
-    print_usage(std::cerr);
-    return ulktool::exit_usage;
+    ulktool::prepare_standard_streams();
+    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    const int status = ulktool::run(words);
+    if (!ulktool::finish_standard_output())
+        return ulktool::exit_failed;
+    return status;
 }

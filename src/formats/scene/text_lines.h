@@ -79,6 +79,11 @@ class text_lines {
     /// a plain file. A file that shrinks or fails while it is read ends there.
     [[nodiscard]] static text_lines open(const char* path);
 
+    /// The lines of a plain file of `size` bytes that is open already, from where it stands.
+    [[nodiscard]] static text_lines of(libutils::file_descriptor&& file, std::uint64_t size) {
+        return text_lines(std::move(file), size);
+    }
+
     bool is_open() const { return opened; }
 
     text_line_t next();

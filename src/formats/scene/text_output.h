@@ -3,6 +3,7 @@
 #include <concepts>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "utils/files/output_file.h"
 #include "utils/text/numbers.h"
@@ -17,6 +18,9 @@ class text_output {
   public:
     /// Opens the path as output_file does; a FIFO needs a reader. `failed` reports a failure to open.
     explicit text_output(const char* path) : file(path, libutils::fifo_t::needs_reader) {}
+
+    /// Writes into what is open already.
+    explicit text_output(libutils::file_descriptor&& open_file) : file(std::move(open_file)) {}
 
     /// Writes one line made of texts, characters and numbers.
     template <typename... Pieces>

@@ -82,6 +82,9 @@ output_file::output_file(const char* path, fifo_t fifo) : target(behind_links(pa
         former.give_rights_to(file.get());
 }
 
+output_file::output_file(file_descriptor&& open_file)
+    : file(std::move(open_file)), opened(file.is_open()), broken(!opened) {}
+
 output_file::~output_file() {
     if (lent != nullptr)
         std::fclose(lent);
@@ -123,9 +126,10 @@ bool output_file::close() {
 }
 
 bool output_file::complete() {
-    const bool plain = is_open() && is_plain(lent != nullptr ? fileno(lent) : file.get());
+    const bool has_path =
+        is_open() && !target.empty() && is_plain(lent != nullptr ? fileno(lent) : file.get());
     // The path may lead nowhere any more: the folder can be renamed or removed while the file is written.
-    broken = !close() || (plain && (!flush_folder_of(target) || !exists(target)));
+    broken = !close() || (has_path && (!flush_folder_of(target) || !exists(target)));
     if (!broken)
         former.remove();
     return !broken;

@@ -33,6 +33,8 @@ class output_file {
     /// written in place. When the path can not be opened, `failed` is true from the start and all is as it
     /// was.
     output_file(const char* path, fifo_t fifo);
+    /// Goes on writing what is open already, such as the standard output stream; there is no path to look at.
+    explicit output_file(file_descriptor&& open_file);
     /// Closes a file that was not completed, and ignores errors.
     ~output_file();
     output_file(const output_file&) = delete;

@@ -3,10 +3,11 @@
 #include "formats/scene/scene_completeness.h"
 #include "formats/scene_files.h"
 #include "formats/stl/stl_check.h"
-#include "tool/commands.h"
-#include "tool/prefixed_lines.h"
-#include "tool/scene_pictures.h"
-#include "tool/scene_session.h"
+#include "tool/command_line/command_line.h"
+#include "tool/commands/commands.h"
+#include "tool/scenes/prefixed_lines.h"
+#include "tool/scenes/scene_pictures.h"
+#include "tool/scenes/scene_session.h"
 
 namespace ulktool {
 
@@ -75,18 +76,26 @@ bool check_file(scene_session_t& session, const std::string& path) {
     return loaded && pictures_well;
 }
 
-}  // namespace
-
-int check(arguments_t arguments) {
-    if (arguments.empty()) {
-        std::cerr << "ulktool check: no file named\n";
-        return exit_usage;
-    }
+int check(const command_line_t& line) {
     scene_session_t session;
     bool all_well = true;
-    for (const std::string& path : arguments)
+    for (const std::string& path : line.files())
         all_well = check_file(session, path) && all_well;
     return all_well ? exit_done : exit_failed;
 }
+
+}  // namespace
+
+const command_t check_command{
+    .name = "check",
+    .files = "FILE...",
+    .help =
+        "Reports what the reader says of each file, the signs that it was cut off (lines count\n"
+        "from 1), and which of its pictures are not shown or look wrong.\n"
+        "Exit status 1 if one does not load, or not with all its pictures.",
+    .options = {},
+    .example = "ulktool check scenes/*.ulk",
+    .run = check,
+};
 
 }  // namespace ulktool

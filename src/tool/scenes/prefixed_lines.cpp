@@ -1,4 +1,4 @@
-#include "tool/prefixed_lines.h"
+#include "tool/scenes/prefixed_lines.h"
 
 #include <cstring>
 #include <utility>

@@ -2,9 +2,10 @@
 
 #include "model/polygon/strip_walk.h"
 #include "render/gl/mapped_span.h"
-#include "tool/commands.h"
-#include "tool/scene_pictures.h"
-#include "tool/scene_session.h"
+#include "tool/command_line/command_line.h"
+#include "tool/commands/commands.h"
+#include "tool/scenes/scene_pictures.h"
+#include "tool/scenes/scene_session.h"
 #include "utils/text/numbers.h"
 
 namespace ulktool {
@@ -60,27 +61,30 @@ void print_model(std::uint64_t index, const ulk3d::model_entry_t& entry, const s
     print_pictures(model_pictures(entry.texture, path));
 }
 
-}  // namespace
-
-int info(arguments_t arguments) {
-    if (arguments.size() != 1) {
-        std::cerr << "ulktool info: one file is needed\n";
-        return exit_usage;
-    }
+int info(const command_line_t& line) {
+    const std::string& path = line.files().front();
     scene_session_t session;
     ulk3d::scene_t scene;
-    if (!session.load(scene, arguments[0], std::cerr)) {
-        std::cerr << arguments[0] << ": does not load" << std::endl;
+    if (!session.load_or_tell(scene, path))
         return exit_failed;
-    }
     if (!scene.environment.cubetex.empty())
         std::cout << "environment: " << scene.environment.cubetex << '\n';
     std::cout << "models: " << scene.models.size() << '\n';
     std::uint64_t index = 0;
     for (const auto& entry : scene.models)
-        print_model(index++, *entry, arguments[0]);
-    std::cout.flush();
-    return std::cout.good() ? exit_done : exit_failed;
+        print_model(index++, *entry, path);
+    return exit_done;
 }
+
+}  // namespace
+
+const command_t info_command{
+    .name = "info",
+    .files = "FILE",
+    .help = "Prints the models of a file with their counts, boxes and pictures.",
+    .options = {},
+    .example = "ulktool info scene.ulk",
+    .run = info,
+};
 
 }  // namespace ulktool

@@ -1,0 +1,60 @@
+#include "tool/scenes/scene_session.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <utility>
+
+#include "formats/scene_files.h"
+#include "gltextures/textures/texture_stores.h"
+#include "tool/command_line/command.h"
+#include "tool/scenes/scene_formats.h"
+#include "tool/scenes/standard_streams.h"
+
+namespace ulktool {
+
+void create_or_exit(ulk3d::offscreen_context_t& context) {
+    if (context.create())
+        return;
+    std::cerr << "ulktool: " << context.error() << std::endl;
+    std::exit(exit_failed);
+}
+
+scene_session_t::context_t::context_t() {
+    create_or_exit(offscreen);
+}
+
+scene_session_t::scene_session_t() {
+    target.bind();
+    if (!glpolygon.init(nullptr))
+        std::exit(exit_failed);
+}
+
+bool scene_session_t::load(ulk3d::scene_t& scene, const std::string& path, std::ostream& log) {
+    // A name that has failed is not tried again: without this the verdict on a file would depend on those
+    // before it.
+    libgr::clear_texture_stores();
+    return load_scene_file(scene, path, glpolygon, log);
+}
+
+bool scene_session_t::load_or_tell(ulk3d::scene_t& scene, const std::string& path) {
+    if (load(scene, path, std::cerr))
+        return true;
+    std::cerr << path << ": does not load" << std::endl;
+    return false;
+}
+
+bool load_scene_file(ulk3d::scene_t& scene, const std::string& path, ulk3d::glpolygon_t& glpolygon,
+                     std::ostream& log) {
+    if (path == standard_stream_name) {
+        std::uint64_t size = 0;
+        libutils::file_descriptor input = read_standard_input(size);
+        return ulk3d::load_scene_text(scene, standard_stream_name, std::move(input), size, glpolygon, log);
+    }
+    if (format_of(path) == scene_format_t::unknown) {
+        log << unknown_ending_message(path) << '\n';
+        return false;
+    }
+    return ulk3d::load_scene(scene, path.c_str(), glpolygon, log);
+}
+
+}  // namespace ulktool
