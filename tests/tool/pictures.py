@@ -4,18 +4,50 @@ import struct
 import zlib
 
 
+class Picture:
+    """The pixels of an RGBA picture of 8 bits: `rows[y][x]`, top row first."""
+
+    def __init__(self, path):
+        data = path.read_bytes()
+        assert data[:8] == b"\x89PNG\r\n\x1a\n"
+        self.width, self.height, depth, colour_type = struct.unpack(">IIBB", data[16:26])
+        assert (depth, colour_type) == (8, 6)
+        packed, place = b"", 8
+        while place < len(data):
+            size, kind = struct.unpack(">I4s", data[place:place + 8])
+            if kind == b"IDAT":
+                packed += data[place + 8:place + 8 + size]
+            place += size + 12
+        lines = zlib.decompress(packed)
+        stride = self.width * 4
+        above, self.rows = bytes(stride), []
+        for y in range(self.height):
+            start = y * (stride + 1)
+            above = _unfiltered(lines[start], lines[start + 1:start + 1 + stride], above)
+            self.rows.append([tuple(above[x:x + 4]) for x in range(0, stride, 4)])
+
+    def box_of(self, is_in):
+        """The columns and rows of the first and the last pixel of which `is_in` is true: left, top, right, bottom."""
+        places = [(x, y) for y, row in enumerate(self.rows) for x, pixel in enumerate(row) if is_in(pixel)]
+        columns, lines = [x for x, _ in places], [y for _, y in places]
+        return min(columns), min(lines), max(columns), max(lines)
+
+
+def _unfiltered(kind, line, above):
+    """A row of pixels of four bytes; `kind` is one of the five filters of the format."""
+    row = bytearray(line)
+    for i, value in enumerate(line):
+        left, up, corner = (row[i - 4] if i >= 4 else 0), above[i], (above[i - 4] if i >= 4 else 0)
+        nearest = min((abs(up - corner), 0, left), (abs(left - corner), 1, up),
+                      (abs(left + up - 2 * corner), 2, corner))[2]
+        row[i] = (value + (0, left, up, (left + up) // 2, nearest)[kind]) & 255
+    return row
+
+
 def png_size(path):
     data = path.read_bytes()
     assert data[:8] == b"\x89PNG\r\n\x1a\n"
     return struct.unpack(">II", data[16:24])
-
-
-def first_pixel(path):
-    """Of an RGBA picture. There is nothing before it that a filter of its row could have taken off."""
-    data = path.read_bytes()
-    start = data.index(b"IDAT")
-    size = struct.unpack(">I", data[start - 4:start])[0]
-    return tuple(zlib.decompressobj().decompress(data[start + 4:start + 4 + size], 5)[1:])
 
 
 def png_chunk(kind, data):

@@ -86,7 +86,8 @@ class StandardStreams(ToolTestCase):
     def test_a_dash_reads_the_standard_input(self):
         scene = SQUARE.format(maps="texture none.png\n")
         done = run("check", "-", input=scene)
-        self.assertEqual((done.returncode, done.stdout.splitlines()[-1]), (1, "-: loads, but not with all its pictures"))
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(done.stdout.splitlines()[-1], "-: loads, but not with all its pictures")
         told = run("info", self.file("square.ulk", scene)).stdout
         self.assertEqual(run("info", "-", input=scene).stdout, told)
         with open(self.folder / "square.ulk", encoding="utf-8") as file:

@@ -6,7 +6,7 @@
 #include "tool/command_line/command_line.h"
 #include "tool/commands/commands.h"
 #include "tool/scenes/prefixed_lines.h"
-#include "tool/scenes/scene_pictures.h"
+#include "tool/pictures/scene_pictures.h"
 #include "tool/scenes/scene_session.h"
 
 namespace ulktool {

@@ -4,7 +4,7 @@
 #include "render/gl/mapped_span.h"
 #include "tool/command_line/command_line.h"
 #include "tool/commands/commands.h"
-#include "tool/scenes/scene_pictures.h"
+#include "tool/pictures/scene_pictures.h"
 #include "tool/scenes/scene_session.h"
 #include "utils/text/numbers.h"
 

@@ -1,11 +1,11 @@
-#include "tool/scenes/scene_pictures.h"
+#include "tool/pictures/scene_pictures.h"
 
 #include <filesystem>
 #include <fstream>
 
 #include "gltextures/textures/texture_stores.h"
 #include "render/maps/load_picture.h"
-#include "tool/scenes/picture_warnings.h"
+#include "tool/pictures/picture_warnings.h"
 #include "utils/codecs/file_forms.h"
 #include "utils/text/paths.h"
 

@@ -13,7 +13,8 @@ struct scene_picture_t {
     std::string name;     ///< as the scene names it; for the environment the path of a face
     std::string size;     ///< "512 x 256"; empty when it can not be read
     std::string problem;  ///< why it is not shown; empty when it is
-    std::string warning;  ///< why it may look wrong (tool/scenes/picture_warnings.h); empty when all is well
+    std::string
+        warning;  ///< why it may look wrong (tool/pictures/picture_warnings.h); empty when all is well
 };
 
 /// The maps of a model in a scene that was loaded from `scene_path`. A map that loading did not reach,

@@ -1,4 +1,4 @@
-#include "tool/scenes/picture_warnings.h"
+#include "tool/pictures/picture_warnings.h"
 
 #include <array>
 #include <cstdint>
