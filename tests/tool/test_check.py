@@ -1,5 +1,8 @@
 """ulktool check."""
 
+import json
+import os
+import pathlib
 import shutil
 import struct
 import subprocess
@@ -199,7 +202,8 @@ class Check(ToolTestCase):
         told = "the last line has no line feed; the file may be cut off"
         self.assertEqual(self.lines_of("square.ulk", square[:-1]), ([told, "loads"], 0))
         self.assertEqual(self.lines_of("square.ulk", square[:-6]), ([
-            "the block that begins in line 1 has no end", told, "does not load"], 1))
+            "the block that begins in line 1 has no end", told, "line 21: normal: an empty value is read as 0",
+            "does not load"], 1))
 
     def test_an_stl_file_whose_length_does_not_fit_its_count_is_told(self):
         def stl(count, size):
@@ -228,6 +232,44 @@ class Check(ToolTestCase):
         self.assertEqual(done.returncode, 1)
         self.assertEqual(done.stdout, b"".join(name + b": " + text + b"\n" for text in (
             b"unknown line: nonsense", b"unknown line: " + line, b"unknown line: more", b"does not load")))
+
+    def test_values_that_are_read_otherwise_than_written_are_told(self):
+        scene = SQUARE.format(maps="").encode().replace(b"position 1,1,", b"position 1,1+-2,").replace(b"t 3", b"t 3.5")
+        self.assertEqual(self.lines_of("a.ulk", scene), ([
+            "line 5: position: 1+-2 is read as 3, not as -1", "line 9: element: 3.5 is read as 3", "loads"], 0))
+
+    def test_an_stl_file_without_triangles_is_told(self):
+        self.assertEqual(self.lines_of("a.stl", b""), (["the file is empty", "loads"], 0))
+        self.assertEqual(self.lines_of("a.stl", bytes(84)), (["the file has no triangles", "loads"], 0))
+
+    def test_an_ending_that_no_format_has_is_refused(self):
+        told, status = self.lines_of("a.xyzw", SQUARE.format(maps="").encode())
+        self.assertEqual(status, 1)
+        self.assertRegex(told[0], r"^no format has the ending \.xyzw; known are \.ulk")
+        self.assertEqual(told[1:], ["does not load"])
+        for name in ("a.ulk~", "a.ULK", "a", ".a", "b.c/a"):
+            (self.folder / "b.c").mkdir(exist_ok=True)
+            self.assertEqual(self.lines_of(name, SQUARE.format(maps="").encode()), (["loads"], 0))
+
+    def test_a_report_in_json_says_the_same(self):
+        good = self.file("good.ulk", SQUARE.format(maps=""))
+        lost = self.file("lost.ulk", SQUARE.format(maps="texture none.png\n"))
+        bad = self.file('b "\\\x01\u00e9.ulk', "nonsense \u3042\n")
+        done = run("check", "--json", good, lost, bad)
+        self.assertEqual(done.returncode, 1)
+        self.assertEqual(json.loads(done.stdout), {"files": [
+            {"name": str(good), "loads": True, "shows_all_pictures": True, "messages": []},
+            {"name": str(lost), "loads": True, "shows_all_pictures": False,
+             "messages": ["model 0: texture none.png: no such file"]},
+            {"name": str(bad), "loads": False, "shows_all_pictures": True, "messages": [
+                "unknown line: nonsense \u3042"]}]})
+        self.assertEqual(run("check", "--json", good).returncode, 0)
+
+    def test_json_keeps_bytes_that_are_no_characters(self):
+        path = os.fsencode(self.folder / "a") + b"\xff\xc3\xed\xa0\x80.ulk"
+        pathlib.Path(os.fsdecode(path)).write_text(SQUARE.format(maps=""))
+        done = subprocess.run([PROGRAM, "check", "--json", path], capture_output=True, timeout=60)
+        self.assertEqual(os.fsencode(json.loads(done.stdout.decode())["files"][0]["name"]), path)
 
     def test_no_file_is_wrong_usage(self):
         self.assertEqual(run("check").returncode, 2)

@@ -1,9 +1,11 @@
 """ulktool convert."""
 
+import json
 import struct
 import unittest
 
-from tool_test_case import SAMPLES, ToolTestCase, run
+from pictures import png_of_one_pixel
+from tool_test_case import SAMPLES, SQUARE, ToolTestCase, run
 
 
 class Convert(ToolTestCase):
@@ -49,7 +51,7 @@ class Convert(ToolTestCase):
         stl = self.folder / "mixed.stl"
         self.assertEqual(run("convert", SAMPLES / "mixed.ulk", stl).returncode, 0)
         counts = [int(line.split()[-2]) for line in run("info", SAMPLES / "mixed.ulk").stdout.splitlines()
-                  if line.endswith(" triangles")]
+                  if line.startswith("  mesh: ")]
         self.assertGreater(len(counts), 1)
         self.assertEqual(stl.stat().st_size, 84 + 50 * sum(counts))
         self.assertIn(f" {sum(counts)} triangles", run("info", stl).stdout)
@@ -57,7 +59,6 @@ class Convert(ToolTestCase):
     def test_an_empty_stl_file_is_an_empty_model(self):
         stl, scene, picture = self.folder / "empty.stl", self.folder / "empty.ulk", self.folder / "empty.png"
         stl.write_bytes(b"")
-        self.assertEqual(run("check", stl).stdout, f"{stl}: loads\n")
         self.assertEqual(run("convert", stl, scene).returncode, 0)
         self.assertEqual(scene.read_bytes(), b"")
         self.assertEqual(run("render", stl, picture).returncode, 0)
@@ -77,6 +78,53 @@ class Convert(ToolTestCase):
         done = run("convert", SAMPLES / "cube.ulk", "/dev/full")
         self.assertEqual(done.returncode, 1)
         self.assertIn("/dev/full: could not be written", done.stderr)
+
+    def test_pictures_that_will_not_be_found_are_told(self):
+        square = self.file("square.ulk", SQUARE.format(maps="texture a.png\nbumpmap b/c.png\n"))
+        (self.folder / "a.png").write_bytes(png_of_one_pixel(0))
+        (self.folder / "b").mkdir()
+        (self.folder / "b" / "c.png").write_bytes(png_of_one_pixel(0))
+        beside, below = self.folder / "out.ulk", self.folder / "b" / "out.ulk"
+        done = run("convert", square, beside)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        done = run("convert", square, below)
+        self.assertEqual((done.returncode, done.stderr), (
+            0, f"{below}: model 0: texture a.png will not be found there\n"
+            f"{below}: model 0: bumpmap b/c.png will not be found there\n"))
+        # Neither does an STL file have pictures.
+        self.assertEqual(run("convert", square, self.folder / "b" / "out.stl").stderr, "")
+
+    def test_rebase_gives_pictures_the_names_that_lead_to_them(self):
+        square = self.file("square.ulk", SQUARE.format(maps="texture a.png\nbumpmap b/c.png\nspecular ./b/../a.png\n"))
+        (self.folder / "a.png").write_bytes(png_of_one_pixel(1, 2, 3))
+        (self.folder / "b").mkdir()
+        (self.folder / "b" / "c.png").write_bytes(png_of_one_pixel(0))
+        (self.folder / "link").symlink_to("b")
+        for name, names in (("out.ulk", ["a.png", "b/c.png", "a.png"]),
+                            ("b/out.ulk", ["../a.png", "c.png", "../a.png"]),
+                            ("link/other.ulk", ["../a.png", "c.png", "../a.png"])):
+            out = self.folder / name
+            done = run("convert", "--rebase", square, out)
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            told = json.loads(run("info", "--json", out).stdout)["files"][0]["models"][0]["pictures"]
+            self.assertEqual([picture["name"] for picture in told], names)
+            self.assertEqual(run("check", out).returncode, 0)
+        # A relative name of the scene, of the output, and the standard streams.
+        done = run("convert", "--rebase", "square.ulk", "b/out.ulk", cwd=self.folder)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        done = run("convert", "--rebase", "-", "-", cwd=self.folder / "b", input=out.read_text())
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertIn("texture ../a.png\n", done.stdout)
+
+    def test_rebase_moves_the_environment(self):
+        sky, out = self.sky(), self.folder / "b" / "out.ulk"
+        out.parent.mkdir()
+        done = run("convert", sky, out)
+        self.assertEqual((done.returncode, done.stderr), (
+            0, f"{out}: environment: cubetex sky.png will not be found there\n"))
+        done = run("convert", "--rebase", sky, out)
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual(run("check", out).returncode, 0)
 
     def test_two_files_are_needed(self):
         self.assertEqual(run("convert", "a.ulk").returncode, 2)

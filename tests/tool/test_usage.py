@@ -1,8 +1,10 @@
 """The command line of ulktool: help, version, wrong words and the standard streams."""
 
 import os
+import pty
 import re
 import subprocess
+import time
 import unittest
 
 from tool_test_case import PROGRAM, SAMPLES, SQUARE, ToolTestCase, run
@@ -145,6 +147,31 @@ class StandardStreams(ToolTestCase):
         with open("/dev/full", "wb") as full:
             done = run("convert", scene, "-", stdout=full, stderr=subprocess.PIPE, capture_output=False)
         self.assertEqual((done.returncode, done.stderr), (1, "-: could not be written\n"))
+
+    def test_a_long_work_shows_a_line_on_a_terminal_and_nowhere_else(self):
+        for terminal in (True, False):
+            master, slave = pty.openpty()
+            end, start = os.pipe()
+            # Standard input that does not end keeps the program reading.
+            program = subprocess.Popen([PROGRAM, "info", "-"], stdin=end, stdout=subprocess.DEVNULL,
+                                       stderr=slave if terminal else subprocess.PIPE)
+            os.close(slave)
+            os.close(end)
+            time.sleep(1.7)
+            os.close(start)
+            told = b"" if terminal else program.stderr.read()
+            program.wait(timeout=60)
+            while terminal:
+                try:
+                    told += os.read(master, 1000)
+                except OSError:
+                    break
+            os.close(master)
+            if terminal:
+                self.assertRegex(told, rb"^(\rreading -: \d+ s\x1b\[K)+\r\x1b\[K-: does not load\r\n$")
+            else:
+                self.assertEqual(told, b"")
+                program.stderr.close()
 
     def test_a_reader_that_goes_away_ends_the_program_quietly(self):
         self.file("many.ulk", "nonsense\n" * 50000)

@@ -1,88 +1,80 @@
 #include <iostream>
+#include <sstream>
+#include <string_view>
 
-#include "formats/scene/scene_completeness.h"
-#include "formats/scene_files.h"
-#include "formats/stl/stl_check.h"
 #include "tool/command_line/command_line.h"
 #include "tool/commands/commands.h"
+#include "tool/scenes/file_check.h"
+#include "tool/scenes/json_writer.h"
 #include "tool/scenes/prefixed_lines.h"
-#include "tool/pictures/scene_pictures.h"
-#include "tool/scenes/scene_session.h"
 
 namespace ulktool {
 
 namespace {
 
-/// Prints what is wrong with pictures. True when all are shown.
-bool check_pictures(const std::vector<scene_picture_t>& pictures, const std::string& owner) {
-    bool all_shown = true;
-    for (const scene_picture_t& picture : pictures) {
-        for (const std::string& fault : {picture.problem, picture.warning})
-            if (!fault.empty())
-                std::cout << owner << ": " << picture.key << ' ' << picture.name << ": " << fault << '\n';
-        all_shown = all_shown && picture.problem.empty();
-    }
-    return all_shown;
-}
-
-/// Prints a line if an STL file is a text, and else if its length does not fit its count.
-void report_stl_length(const std::string& path, std::ostream& log) {
-    const auto check = ulk3d::check_stl(path.c_str());
-    if (!check || check->fits())
-        return;
-    if (check->is_text) {
-        log << "this looks like a text STL file; only binary ones are read\n";
-        return;
-    }
-    const auto number = [](std::uint64_t value) { return std::to_string(value); };
-    const bool is_longer = check->file_size > check->expected_size;
-    log << "a count of " << number(check->announced) << " triangles makes " << number(check->expected_size)
-        << " bytes, but the file has " << number(check->file_size)
-        << (is_longer ? "; the rest is not read\n" : "; it ends too early\n");
-}
-
-/// Prints a line for each sign that a scene file was cut off.
-void report_completeness(const std::string& path, std::ostream& log) {
-    const ulk3d::scene_completeness_t found = ulk3d::scene_completeness(path.c_str());
-    if (found.open_block)
-        log << "the block that begins in line " << std::to_string(*found.open_block) << " has no end\n";
-    if (found.lacks_last_feed)
-        log << "the last line has no line feed; the file may be cut off\n";
-}
-
-/// Prints what is wrong with a file. True when it loads with all its pictures.
-bool check_file(scene_session_t& session, const std::string& path) {
-    ulk3d::scene_t scene;
+/// Prints the lines of a check, each behind the file's name.
+verdict_t print_check(scene_session_t& session, const std::string& path) {
     prefixed_lines_t lines(*std::cout.rdbuf(), path + ": ");
     std::ostream log(&lines);
-    const bool loaded = session.load(scene, path, log);
-    if (ulk3d::is_stl_path(path.c_str()))
-        report_stl_length(path, log);
-    else
-        report_completeness(path, log);
+    const verdict_t verdict = check_file(session, path, log);
+    log << (!verdict.loads               ? "does not load"
+            : verdict.shows_all_pictures ? "loads"
+                                         : "loads, but not with all its pictures")
+        << std::endl;
+    return verdict;
+}
 
-    bool pictures_well =
-        check_pictures(environment_pictures(scene.environment, path), path + ": environment");
-    std::size_t index = 0;
-    for (const auto& entry : scene.models) {
-        const std::string owner = path + ": model " + std::to_string(index++);
-        pictures_well = check_pictures(model_pictures(entry->texture, path), owner) && pictures_well;
+verdict_t write_check(scene_session_t& session, const std::string& path, json_writer_t& json) {
+    std::ostringstream log;
+    const verdict_t verdict = check_file(session, path, log);
+    json.begin_object();
+    json.member("name", path);
+    json.member("loads", verdict.loads);
+    json.member("shows_all_pictures", verdict.shows_all_pictures);
+    json.key("messages");
+    json.begin_array();
+    for (std::string_view rest = log.view(); !rest.empty();) {
+        const std::size_t length = std::min(rest.find('\n'), rest.size());
+        json.value(rest.substr(0, length));
+        rest.remove_prefix(std::min(length + 1, rest.size()));
     }
-    std::cout << path
-              << (!loaded         ? ": does not load"
-                  : pictures_well ? ": loads"
-                                  : ": loads, but not with all its pictures")
-              << std::endl;
-    return loaded && pictures_well;
+    json.end_array();
+    json.end_object();
+    return verdict;
+}
+
+bool print_checks(scene_session_t& session, const std::vector<std::string>& paths) {
+    bool all_well = true;
+    for (const std::string& path : paths)
+        all_well = print_check(session, path).is_well() && all_well;
+    return all_well;
+}
+
+bool write_checks(scene_session_t& session, const std::vector<std::string>& paths) {
+    json_writer_t json(std::cout);
+    bool all_well = true;
+    json.begin_object();
+    json.key("files");
+    json.begin_array();
+    for (const std::string& path : paths)
+        all_well = write_check(session, path, json).is_well() && all_well;
+    json.end_array();
+    json.end_object();
+    return all_well;
 }
 
 int check(const command_line_t& line) {
     scene_session_t session;
-    bool all_well = true;
-    for (const std::string& path : line.files())
-        all_well = check_file(session, path) && all_well;
+    const bool all_well =
+        line.has("--json") ? write_checks(session, line.files()) : print_checks(session, line.files());
     return all_well ? exit_done : exit_failed;
 }
+
+constexpr std::array<option_t, 1> options{{
+    {.name = "--json",
+     .help = "Prints one JSON object: its \"files\" have \"name\", \"loads\", \"shows_all_pictures\" and\n"
+             "\"messages\"."},
+}};
 
 }  // namespace
 
@@ -90,10 +82,10 @@ const command_t check_command{
     .name = "check",
     .files = "FILE...",
     .help =
-        "Reports what the reader says of each file, the signs that it was cut off (lines count\n"
-        "from 1), and which of its pictures are not shown or look wrong.\n"
-        "Exit status 1 if one does not load, or not with all its pictures.",
-    .options = {},
+        "Reports what the reader says of each file, the signs that it was cut off, numbers and sums\n"
+        "that are read otherwise than written, and pictures that are not shown or look wrong.\n"
+        "Lines count from 1. Exit status 1 if a file does not load, or not with all its pictures.",
+    .options = options,
     .example = "ulktool check scenes/*.ulk",
     .run = check,
 };

@@ -1,5 +1,9 @@
+#include <array>
+#include <iostream>
+
 #include "tool/command_line/command_line.h"
 #include "tool/commands/commands.h"
+#include "tool/pictures/picture_places.h"
 #include "tool/scenes/save_scene.h"
 #include "tool/scenes/scene_formats.h"
 #include "tool/scenes/scene_session.h"
@@ -14,17 +18,32 @@ int convert(const command_line_t& line) {
     require_known_ending(to);
     scene_session_t session;
     ulk3d::scene_t scene;
-    const bool done = session.load_or_tell(scene, from) && save_scene_or_tell(scene, to);
-    return done ? exit_done : exit_failed;
+    if (!session.load_or_tell(scene, from))
+        return exit_failed;
+    if (line.has("--rebase"))
+        rebase_pictures(scene, from, to);
+    if (!save_scene_or_tell(scene, to))
+        return exit_failed;
+    if (format_of(to) == scene_format_t::scene_text)
+        report_lost_pictures(scene, to, std::cerr);
+    return exit_done;
 }
+
+constexpr std::array<option_t, 1> options{{
+    {.name = "--rebase",
+     .help = "Rewrites the names of pictures, which are relative to the folder of their scene file, so\n"
+             "that OUT finds them where they are."},
+}};
 
 }  // namespace
 
 const command_t convert_command{
     .name = "convert",
     .files = "IN OUT",
-    .help = "Loads IN and saves it as OUT, each in the format of its ending.",
-    .options = {},
+    .help =
+        "Loads IN and saves it as OUT, each in the format of its ending. Tells which pictures OUT will\n"
+        "not find.",
+    .options = options,
     .example = "ulktool convert part.stl part.ulk",
     .run = convert,
 };

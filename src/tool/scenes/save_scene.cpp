@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "formats/scene_files.h"
+#include "tool/scenes/progress_line.h"
 #include "tool/scenes/standard_streams.h"
 
 namespace ulktool {
@@ -18,19 +19,20 @@ bool has_reader() {
     return ::fstat(STDOUT_FILENO, &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
 }
 
+bool save(ulk3d::scene_t& scene, const std::string& path) {
+    const progress_line_t progress("writing " + path);
+    return path == standard_stream_name
+               ? ulk3d::save_scene_text(scene, standard_stream_name, standard_output())
+               : ulk3d::save_scene(scene, path.c_str());
+}
+
 }  // namespace
 
 bool save_scene_or_tell(ulk3d::scene_t& scene, const std::string& path) {
-    if (path == standard_stream_name) {
-        if (ulk3d::save_scene_text(scene, standard_stream_name, standard_output()))
-            return true;
-        if (has_reader())
-            return false;
-    } else if (ulk3d::save_scene(scene, path.c_str())) {
-        return true;
-    }
-    std::cerr << path << ": could not be written" << std::endl;
-    return false;
+    const bool saved = save(scene, path);
+    if (!saved && !(path == standard_stream_name && has_reader()))
+        std::cerr << path << ": could not be written" << std::endl;
+    return saved;
 }
 
 }  // namespace ulktool

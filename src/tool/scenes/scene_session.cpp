@@ -7,6 +7,7 @@
 #include "formats/scene_files.h"
 #include "gltextures/textures/texture_stores.h"
 #include "tool/command_line/command.h"
+#include "tool/scenes/progress_line.h"
 #include "tool/scenes/scene_formats.h"
 #include "tool/scenes/standard_streams.h"
 
@@ -37,17 +38,21 @@ bool scene_session_t::load(ulk3d::scene_t& scene, const std::string& path, std::
 }
 
 bool scene_session_t::load_or_tell(ulk3d::scene_t& scene, const std::string& path) {
-    if (load(scene, path, std::cerr))
-        return true;
-    std::cerr << path << ": does not load" << std::endl;
-    return false;
+    const auto load_with_progress = [&] {
+        const progress_line_t progress("reading " + path);
+        return load(scene, path, std::cerr);
+    };
+    const bool loaded = load_with_progress();
+    if (!loaded)
+        std::cerr << path << ": does not load" << std::endl;
+    return loaded;
 }
 
 bool load_scene_file(ulk3d::scene_t& scene, const std::string& path, ulk3d::glpolygon_t& glpolygon,
                      std::ostream& log) {
     if (path == standard_stream_name) {
         std::uint64_t size = 0;
-        libutils::file_descriptor input = read_standard_input(size);
+        libutils::file_descriptor input = libutils::open_plain_file(standard_input_path().c_str(), size);
         return ulk3d::load_scene_text(scene, standard_stream_name, std::move(input), size, glpolygon, log);
     }
     if (format_of(path) == scene_format_t::unknown) {

@@ -3,12 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <vector>
 
 #include "tool/command_line/command.h"
 
@@ -22,27 +22,32 @@ struct close_stream_t {
     void operator()(std::FILE* stream) const { std::fclose(stream); }
 };
 
+using stream_pointer_t = std::unique_ptr<std::FILE, close_stream_t>;
+
+/// A file without a name with all that the standard input stream has; null when that can not be made.
+stream_pointer_t keep_standard_input() {
+    stream_pointer_t kept(std::tmpfile());
+    file_descriptor input(::dup(STDIN_FILENO));
+    if (kept == nullptr || !input.is_open())
+        return nullptr;
+    std::vector<char> bytes(std::size_t{64} * 1024);
+    while (const std::size_t count = read_some(input, bytes.data(), bytes.size()))
+        if (std::fwrite(bytes.data(), 1, count, kept.get()) != count)
+            return nullptr;
+    if (input.has_read_error() || std::fflush(kept.get()) != 0)
+        return nullptr;
+    return kept;
+}
+
 void end_quietly(int) {
     ::_exit(exit_failed);
 }
 
 }  // namespace
 
-file_descriptor read_standard_input(std::uint64_t& size) {
-    const std::unique_ptr<std::FILE, close_stream_t> kept(std::tmpfile());
-    file_descriptor input(::dup(STDIN_FILENO));
-    if (kept == nullptr || !input.is_open())
-        return {};
-    std::array<char, std::size_t{64} * 1024> bytes;
-    size = 0;
-    while (const std::size_t count = read_some(input, bytes.data(), bytes.size())) {
-        if (std::fwrite(bytes.data(), 1, count, kept.get()) != count)
-            return {};
-        size += count;
-    }
-    if (input.has_read_error() || std::fflush(kept.get()) != 0 || std::fseek(kept.get(), 0, SEEK_SET) != 0)
-        return {};
-    return file_descriptor(::dup(fileno(kept.get())));
+std::string standard_input_path() {
+    static const stream_pointer_t kept = keep_standard_input();
+    return kept != nullptr ? "/proc/self/fd/" + std::to_string(fileno(kept.get())) : std::string();
 }
 
 file_descriptor standard_output() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <string>
 
 #include "utils/files/file_descriptor.h"
 
@@ -9,9 +9,9 @@ namespace ulktool {
 /// What stands for a standard stream where a file is named.
 inline constexpr const char* standard_stream_name = "-";
 
-/// All that the standard input stream has, in a plain file without a name. Not open when that could not be
-/// read or kept.
-[[nodiscard]] libutils::file_descriptor read_standard_input(std::uint64_t& size);
+/// A path at which all that the standard input stream had can be read, as often as needed, until the program
+/// ends. Empty when that could not be read or kept.
+[[nodiscard]] std::string standard_input_path();
 
 /// The standard output stream, to be written to its end and closed.
 [[nodiscard]] libutils::file_descriptor standard_output();

@@ -15,12 +15,15 @@ namespace {
 
 using kind_t = token_t::kind_t;
 
-/// Prints the faults of a text, and remembers whether there were any.
+/// Prints the faults of a text unless it is quiet, and remembers whether there were any.
 class faults_t {
   public:
+    explicit faults_t(bool is_quiet = false) : quiet(is_quiet) {}
+
     void report(std::string_view message) {
         found = true;
-        std::cerr << std::string(message).append("\n");
+        if (!quiet)
+            std::cerr << std::string(message).append("\n");
     }
     void report_bad_character(char c) {
         std::string message;
@@ -33,6 +36,7 @@ class faults_t {
     bool any() const { return found; }
 
   private:
+    bool quiet;
     bool found = false;
 };
 
@@ -303,6 +307,11 @@ float evaluate(const char* text, const char** end, faults_t& faults) {
 float evalnumber(const char* text, const char** end) {
     faults_t faults;
     return evaluate(text, end, faults);
+}
+
+float evalquietly(const char* text) {
+    faults_t faults(true);
+    return evaluate(text, nullptr, faults);
 }
 
 std::optional<float> evalwhole(const char* text) {

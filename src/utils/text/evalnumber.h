@@ -34,6 +34,9 @@ struct token_t {
 ///   "-: right operand is not a value.".
 float evalnumber(const char* text, const char** end);
 
+/// The value of the field at the start of a NUL-terminated text, as above but without a message.
+float evalquietly(const char* text);
+
 /// The value of a text that is one field from its beginning to its end and has no fault; empty for any other.
 /// Faults are printed as above.
 std::optional<float> evalwhole(const char* text);
