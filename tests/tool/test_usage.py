@@ -170,7 +170,7 @@ class StandardStreams(ToolTestCase):
             if terminal:
                 self.assertRegex(told, rb"^(\rreading -: \d+ s\x1b\[K)+\r\x1b\[K-: does not load\r\n$")
             else:
-                self.assertEqual(told, b"")
+                self.assertEqual(told, b"-: does not load\n")
                 program.stderr.close()
 
     def test_a_reader_that_goes_away_ends_the_program_quietly(self):
