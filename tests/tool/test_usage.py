@@ -1,6 +1,7 @@
 """The command line of ulktool: help, version, wrong words and the standard streams."""
 
 import os
+import pathlib
 import pty
 import re
 import subprocess
@@ -136,6 +137,20 @@ class StandardStreams(ToolTestCase):
         self.assertEqual(run("info", "-", stdin=subprocess.DEVNULL).returncode, 1)
         done = subprocess.run(["sh", "-c", '"$0" info - <&-', PROGRAM], timeout=60, capture_output=True)
         self.assertEqual(done.returncode, 1)
+
+    def test_the_places_of_closed_streams_are_taken(self):
+        end, start = os.pipe()
+        # Standard input that does not end yet keeps the program running.
+        program = subprocess.Popen(["sh", "-c", 'exec "$0" info - >&- 2>&-', PROGRAM], stdin=end)
+        os.close(end)
+        places = pathlib.Path(f"/proc/{program.pid}/fd")
+        deadline = time.monotonic() + 20
+        while (places / "1").exists() + (places / "2").exists() < 2 and time.monotonic() < deadline:
+            time.sleep(0.02)
+        time.sleep(0.3)
+        self.assertEqual([os.readlink(places / name) for name in ("1", "2")], ["/dev/null"] * 2)
+        os.close(start)
+        self.assertEqual(program.wait(timeout=60), 1)
 
     def test_output_that_can_not_be_written_is_a_failure(self):
         scene = self.file("a.ulk", SQUARE.format(maps=""))
