@@ -1,5 +1,6 @@
 """Cutting the current model out of all others: the command, the bar, the message, and the window meanwhile."""
 
+import pathlib
 import time
 
 from harness import PROGRAM_NAME, Display, Screen, UiTestCase, main, wait_for
@@ -134,6 +135,15 @@ class Cut(UiTestCase):
         self.assert_done(program)
         # Its end has a bell of its own.
         self.assertEqual(display.bells, before + 3)
+        self.assertEqual(len(do.model_labels(program)), 2)
+
+    def test_files_that_are_dropped_while_a_cut_runs_are_not_taken(self):
+        program = self.start()
+        cube = self.sample(program, "cube.ulk")
+        self.start_long_cut(program)
+        self.assertFalse(self.drop(program, pathlib.Path(cube).as_uri()))
+        self.assertIsNone(program.window(DONE_TITLE), "the cut was too short for this test")
+        self.assert_done(program)
         self.assertEqual(len(do.model_labels(program)), 2)
 
     def test_closing_the_window_ends_the_program_in_the_middle_of_a_cut(self):

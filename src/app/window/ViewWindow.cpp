@@ -41,6 +41,7 @@ ViewWindow::ViewWindow(const char* argv0)
     vbox.pack_start(iconbuttons, Gtk::PACK_SHRINK);
     vbox.pack_start(viewarea, Gtk::PACK_EXPAND_WIDGET);
     add(vbox);
+    drag_dest_set({Gtk::TargetEntry("text/uri-list")}, Gtk::DestDefaults(0), Gdk::ACTION_COPY);
     show_all_children(true);
     libutils::show_before_the_end(show_last_message);
     [[maybe_unused]] static const sigc::connection told =

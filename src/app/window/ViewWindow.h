@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "app/window/ViewArea.h"
 #include "app/window/ViewIconButtons.h"
@@ -69,7 +70,23 @@ class ViewWindow : public Gtk::Window {
     /// Keys that are released while another window has the keyboard are not heard here.
     bool on_focus_out_event(GdkEventFocus* event) override;
 
+    // Files that are dragged over the window and dropped there. Nothing is taken while a cut is running or a
+    // dialog is open.
+    bool on_drag_motion(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y, guint time) override;
+    bool on_drag_drop(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y, guint time) override;
+    void on_drag_data_received(const Glib::RefPtr<Gdk::DragContext>& context, int x, int y,
+                               const Gtk::SelectionData& data, guint info, guint time) override;
+
   private:
+    /// Whether files that are dropped now would be taken.
+    bool takes_files() const;
+    /// Opens dropped files, unless a cut or a dialog has begun since.
+    void open_dropped(const std::vector<std::string>& paths);
+    /// Opens one file after the other, each as the command of the menu does.
+    void open_files(const std::vector<std::string>& paths);
+    /// Shows a file that was opened, or the messages of one that was not.
+    void show_opened(const std::string& path, bool opened, const std::string& errors);
+
     /// The current model when it is of the given kind, else null.
     const model_entry_t* current_of_kind(model_kind_t kind) const;
     /// Runs the dialog of the current model's settings; returns whether OK or Apply was pressed.

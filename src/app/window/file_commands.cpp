@@ -116,13 +116,29 @@ void ViewWindow::on_file_open() {
         const busy_pointer_t over_chooser(chooser), over_window(*this);
         opened = viewarea.open_file(*path, errors);
     }
+    show_opened(*path, opened, errors.str());
+}
+
+void ViewWindow::open_files(const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        std::ostringstream errors;
+        bool opened = false;
+        {
+            const busy_pointer_t over_window(*this);
+            opened = viewarea.open_file(path, errors);
+        }
+        show_opened(path, opened, errors.str());
+    }
+}
+
+void ViewWindow::show_opened(const std::string& path, bool opened, const std::string& errors) {
     if (opened) {
         copy_models_to_menu();
-        set_file_title(*path);
+        set_file_title(path);
         return;
     }
-    show_error(widget_text(*path) + "のオープンに失敗しました", "ファイルオープンエラー");
-    ErrorDialog messages(widget_text(errors.str()), "file open error.", *this);
+    show_error(widget_text(path) + "のオープンに失敗しました", "ファイルオープンエラー");
+    ErrorDialog messages(widget_text(errors), "file open error.", *this);
     messages.run();
     set_model_title();
 }

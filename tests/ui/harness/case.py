@@ -3,6 +3,7 @@
 import os
 import pathlib
 import shutil
+import subprocess
 import unittest
 
 from . import commands as do
@@ -51,6 +52,21 @@ class UiTestCase(unittest.TestCase):
     def sample(self, program, name, copy_as=None):
         """A sample, copied to the program's own folder so that the tree stays as it is."""
         return shutil.copy(SAMPLES / name, program.folder / (copy_as or name))
+
+    def drop(self, program, *words, at=(0, 0)):
+        """Drags words, as a text/uri-list, from the window of another program and drops them in the perspective view,
+        `at` from its middle; whether they were taken."""
+        corner = 1230, 20
+        source = subprocess.Popen([os.environ["ULK_UI_DRAG_SOURCE"], *map(str, corner), *words], text=True,
+                                  stdout=subprocess.PIPE)
+        try:
+            self.assertEqual(source.stdout.readline(), "shown\n")
+            program.drag([place + 20 for place in corner], self.view.at("perspective", *at), steps=30)
+            return {"taken\n": True, "not taken\n": False}[source.stdout.readline()]
+        finally:
+            source.kill()
+            source.communicate()
+            self.rest_pointer(program)
 
     def assert_ends_clean(self, program):
         self.assertEqual(program.wait_exit(), 0)
