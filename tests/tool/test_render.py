@@ -165,9 +165,17 @@ class Render(ToolTestCase):
             self.assertLess(min(left, top), 7, words)
             self.assertGreater(min(left, top, 239 - right, 119 - bottom), 0, words)
 
-    def test_fit_of_a_scene_without_points_or_without_numbers(self):
-        self.draw(self.sky(), "--fit", "--size=20x20")
-        for places in ([math.nan] * 9, [math.inf] * 9, [0] * 9, [math.nan, *range(8)], [1e38, -1e38, 3e38] * 3):
+    def test_fit_of_nothing_is_a_failure(self):
+        picture = self.folder / "no.png"
+        nothing = SQUARE.format(maps="").replace("element 2\nelement 3", "element -1\nelement -1")
+        for scene, words in ((self.sky(), ()), (self.file("square.ulk", nothing), ("--no-points",))):
+            done = run("render", scene, picture, "--fit", *words)
+            self.assertEqual((done.returncode, done.stderr), (1, f"{scene}: there is nothing to see\n"))
+            self.assertFalse(picture.exists())
+        self.draw(self.file("square.ulk", nothing), "--fit", "--size=20x20")
+
+    def test_fit_takes_odd_numbers(self):
+        for places in ([0] * 9, [math.nan, *range(8)], [math.inf, 0, 0] * 2 + [1, 2, 3], [1e38, -1e38, 3e38] * 3):
             stl = self.folder / "odd.stl"
             stl.write_bytes(bytes(80) + struct.pack("<I12fH", 1, 0, 0, 1, *places, 0))
             self.draw(stl, "--fit", "--size=20x20")

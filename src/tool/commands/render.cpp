@@ -93,19 +93,21 @@ bool open(ulk3d::ulkedit_t& editor, const std::string& path) {
     return opened;
 }
 
-/// Looks at the scene as the window does after opening it, but for what the job has otherwise.
-void look(ulk3d::ulkedit_t& editor, const job_t& job) {
+/// Looks at the scene as the window does after opening it, but for what the job has otherwise. False when it
+/// is to fit the scene and there is nothing to see.
+bool look(ulk3d::ulkedit_t& editor, const job_t& job) {
     ulk3d::scene_view_t& view = editor.view();
     view.opaque = !job.transparent;
     editor.set_control_points(job.points);
     view.fit(editor.models());
     const mtx3w turn = turning(job.turn);
-    if (job.fit)
-        fit_scene(view.cameras, view.areas, editor.models(), turn, job.points);
-    else if (job.turn != std::array<double, 3>{})
+    if (job.fit && !fit_scene(view.cameras, view.areas, editor.models(), turn, job.points))
+        return false;
+    if (!job.fit && job.turn != std::array<double, 3>{})
         turn_view(view.cameras, turn);
     // Derives the orthographic views, and the lines of their grids.
     editor.set_grid(job.grid);
+    return true;
 }
 
 /// What of a frame a job asks for.
@@ -136,7 +138,10 @@ int draw(const job_t& job) {
         return exit_failed;
     // Points and lines are as wide in the end as they are without.
     editor.set_pixel_scale(job.supersample);
-    look(editor, job);
+    if (!look(editor, job)) {
+        std::cerr << job.scene << ": there is nothing to see" << std::endl;
+        return exit_failed;
+    }
     editor.display();
 
     rgba_picture_t picture = picture_of(target.read_pixels(), editor.layout(), job);
@@ -174,7 +179,7 @@ constexpr std::array<option_t, 8> options{{
              "about the middle of the scene."},
     {.name = "--fit",
      .help = "Puts the whole scene into each view, centred and in its true proportions, whatever its\n"
-             "place and size."},
+             "place and size. A scene that shows nothing is a failure then."},
     {.name = "--supersample",
      .value = value_t::needed,
      .value_name = "N",

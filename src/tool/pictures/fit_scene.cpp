@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "model/polygon/strip_walk.h"
 #include "render/gl/mapped_span.h"
 
 namespace ulktool {
@@ -40,6 +41,11 @@ struct range_t {
 
 using box_t = std::array<range_t, 3>;
 
+void add(box_t& box, const point_t& p) {
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        box[axis].add(p[axis]);
+}
+
 template <class Visit>
 void visit_point(const pos3& p, Visit&& visit) {
     if (std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z))
@@ -63,7 +69,7 @@ void visit_points(const model_entry_t& entry, Visit&& visit) {
         visit_records<ulk3d::vertex_t>(entry.polygon.vertices, visit);
 }
 
-/// The vertices that the strips refer to.
+/// The corners of the triangles.
 template <class Visit>
 void visit_surface(const model_entry_t& entry, Visit&& visit) {
     const ulk3d::polygon_t& polygon = entry.polygon;
@@ -71,9 +77,10 @@ void visit_surface(const model_entry_t& entry, Visit&& visit) {
         return;
     const ulk3d::const_index_span elements(polygon.elements);
     const ulk3d::array_span<const ulk3d::vertex_t> vertices(polygon.vertices);
-    for (const std::uint32_t index : elements.span())
-        if (index < vertices.size())
-            visit_point(vertices[index].position, visit);
+    ulk3d::walk_strips(elements.span(), vertices.size(), [&](const ulk3d::strip_triangle_t& triangle) {
+        for (const std::uint32_t corner : {triangle.a, triangle.b, triangle.c})
+            visit_point(vertices[corner].position, visit);
+    });
 }
 
 /// All that the perspective view shows.
@@ -136,14 +143,9 @@ struct edges_t {
     double distance(double tangent) const { return (right + left) / 2 / tangent; }
 };
 
-/// The view from the eye that sees all points, from as near as it can.
-matrix_pair_t fitted_view(const model_list_t& models, const opening_t& opening, const mtx3w& turn,
-                          bool with_points) {
-    box_t box;
-    visit_shown(models, with_points, [&box](const point_t& p) {
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            box[axis].add(p[axis]);
-    });
+/// The view from the eye that sees all points, which are in `box`, from as near as it can.
+matrix_pair_t fitted_view(const model_list_t& models, const box_t& box, const opening_t& opening,
+                          const mtx3w& turn, bool with_points) {
     const point_t centre{box[0].middle(), box[1].middle(), box[2].middle()};
     const double size = std::max({box[0].half(), box[1].half(), box[2].half()});
     const double unit = size > 0 ? size : 1;
@@ -158,7 +160,7 @@ matrix_pair_t fitted_view(const model_list_t& models, const opening_t& opening, 
         vertical.add(seen[1], seen[2], opening.y);
         front = std::max(front, seen[2]);
     });
-    // A scene without points, or with a single one.
+    // A single point.
     if (!(size > 0))
         horizontal = vertical = {1, 1};
     // The nearest point is put at a distance of 1 or a little more, where the depth buffer is fine, and never
@@ -175,10 +177,7 @@ matrix_pair_t fitted_view(const model_list_t& models, const opening_t& opening, 
 matrix_pair_t fitted_plan(const model_list_t& models, double aspect) {
     box_t box;
     for (const auto& entry : models)
-        visit_points(*entry, [&box](const point_t& p) {
-            for (std::size_t axis = 0; axis < 3; ++axis)
-                box[axis].add(p[axis]);
-        });
+        visit_points(*entry, [&box](const point_t& p) { add(box, p); });
     const point_t centre{box[0].middle(), box[1].middle(), box[2].middle()};
     const double across = std::max(box[0].half(), box[2].half());
     const double upwards = std::max(box[1].half(), box[2].half());
@@ -196,10 +195,15 @@ matrix_pair_t fitted_plan(const model_list_t& models, double aspect) {
 
 }  // namespace
 
-void fit_scene(camera_t& camera, const view_layout_t& layout, const model_list_t& models, const mtx3w& turn,
+bool fit_scene(camera_t& camera, const view_layout_t& layout, const model_list_t& models, const mtx3w& turn,
                bool with_points) {
-    camera.view = fitted_view(models, opening_of(camera), turn, with_points);
+    box_t box;
+    visit_shown(models, with_points, [&box](const point_t& p) { add(box, p); });
+    if (box[0].low > box[0].high)
+        return false;
+    camera.view = fitted_view(models, box, opening_of(camera), turn, with_points);
     camera.fit = fitted_plan(models, layout.aspect());
+    return true;
 }
 
 }  // namespace ulktool
