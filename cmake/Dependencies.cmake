@@ -9,6 +9,9 @@ find_package(OpenGL REQUIRED COMPONENTS OpenGL EGL)
 pkg_check_modules(SIGCXX REQUIRED IMPORTED_TARGET sigc++-2.0)
 pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
 
+# The system's own interpreter: it is the one that has the bindings from the packages.
+find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+
 if(ULK_BUILD_TESTS)
   find_package(GTest REQUIRED)
 endif()
