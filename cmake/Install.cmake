@@ -9,17 +9,30 @@ execute_process(COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C date --utc --date=${ULK
 
 configure_file(data/org.ulkedit.ulkedit.metainfo.xml.in data/org.ulkedit.ulkedit.metainfo.xml @ONLY)
 configure_file(data/package/changelog.in data/changelog @ONLY)
+
+# ulk_gzip(<file> [<target>]) compresses a file that the build has made, so that it comes out the same every time.
 find_program(GZIP gzip REQUIRED)
-add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/data/changelog.gz
-  COMMAND ${GZIP} --best --no-name --keep --force ${PROJECT_BINARY_DIR}/data/changelog
-  DEPENDS ${PROJECT_BINARY_DIR}/data/changelog)
-add_custom_target(ulk_changelog ALL DEPENDS ${PROJECT_BINARY_DIR}/data/changelog.gz)
+function(ulk_gzip file)
+  add_custom_command(OUTPUT ${file}.gz COMMAND ${GZIP} --best --no-name --keep --force ${file} DEPENDS ${file} ${ARGN} VERBATIM)
+  set_property(GLOBAL APPEND PROPERTY ULK_COMPRESSED ${file}.gz)
+endfunction()
+ulk_gzip(${PROJECT_BINARY_DIR}/data/changelog)
+foreach(page man1/ulkedit.1 man1/ulktool.1 man5/ulk.5)
+  foreach(language "" ja/)
+    ulk_gzip(${PROJECT_BINARY_DIR}/man/${language}${page} ulk_man)
+    cmake_path(GET page PARENT_PATH section)
+    install(FILES ${PROJECT_BINARY_DIR}/man/${language}${page}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/${language}${section})
+  endforeach()
+endforeach()
+get_property(compressed GLOBAL PROPERTY ULK_COMPRESSED)
+add_custom_target(ulk_compressed ALL DEPENDS ${compressed})
 
 install(TARGETS ulkedit ulktool RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES data/ulkedit.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES data/icons/ulkedit.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(FILES data/ulkedit.thumbnailer DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)
 install(FILES data/ulkedit-mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages RENAME ulkedit.xml)
+install(FILES data/completion/ulktool DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES ${PROJECT_BINARY_DIR}/data/org.ulkedit.ulkedit.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 

@@ -47,7 +47,10 @@ class Install(InstallTestCase):
         for path in ("bin/ulkedit", "bin/ulktool", "share/applications/ulkedit.desktop",
                      "share/icons/hicolor/scalable/apps/ulkedit.svg", "share/mime/packages/ulkedit.xml",
                      "share/thumbnailers/ulkedit.thumbnailer", "share/metainfo/org.ulkedit.ulkedit.metainfo.xml",
-                     "share/doc/ulkedit/README.md", "share/doc/ulkedit/docs/manual.md",
+                     "share/bash-completion/completions/ulktool", "share/man/man1/ulkedit.1.gz",
+                     "share/man/man1/ulktool.1.gz", "share/man/man5/ulk.5.gz", "share/man/ja/man1/ulkedit.1.gz",
+                     "share/man/ja/man1/ulktool.1.gz", "share/man/ja/man5/ulk.5.gz", "share/doc/ulkedit/README.md",
+                     "share/doc/ulkedit/README.ja.md", "share/doc/ulkedit/docs/manual.ja.md", "share/doc/ulkedit/docs/manual.md",
                      "share/doc/ulkedit/docs/file-format.md", "share/doc/ulkedit/docs/pictures/window.png",
                      "share/doc/ulkedit/samples/mixed.ulk", "share/doc/ulkedit/samples/maps/bricks.png"):
             self.assertTrue((self.prefix / path).is_file(), path)
