@@ -10,8 +10,8 @@ MENU_BAR = "src/app/window/ViewMenuBar"
 
 JAPANESE = re.compile(r"[\u3040-\u30ff\u3400-\u9fff]")
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
-# Literals that nobody sees: names of headers, for screen readers and of places of errors, and kinds of data.
-NOT_SHOWN = re.compile(r'#include "[^"]*"|get_accessible\(\)->set_name\("[^"]*"\)|(?:grCheckError|try_command)\("[^"]*"'
+# Literals that nobody sees: names of headers, for screen readers, of places of errors and of the icon, and kinds of data.
+NOT_SHOWN = re.compile(r'#include "[^"]*"|get_accessible\(\)->set_name\("[^"]*"\)|(?:grCheckError|try_command|set_default_icon_name)\("[^"]*"'
                        r'|"[a-z]+/[a-z-]+"')
 
 

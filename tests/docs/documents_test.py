@@ -166,6 +166,7 @@ fill(menu, {{"Save_As", &ViewWindow::on_save}});  // "behind" the code
 spin.get_accessible()->set_name("heard only");
 grCheckError("of an operation(0)");
 Gtk::TargetEntry("text/uri-list");
+Gtk::Window::set_default_icon_name("modeller");
 show("one line.\nanother line", "x");
 dialog.add_button(Gtk::Stock::CANCEL, 0);
 Gtk::MessageDialog last("", Gtk::BUTTONS_OK);
