@@ -9,5 +9,6 @@ extern const command_t render_command;
 extern const command_t check_command;
 extern const command_t info_command;
 extern const command_t convert_command;
+extern const command_t place_command;
 
 }  // namespace ulktool

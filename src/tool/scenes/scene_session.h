@@ -23,6 +23,9 @@ class scene_session_t {
     /// The same with messages on the standard error stream, of which the last is that the file does not load.
     [[nodiscard]] bool load_or_tell(ulk3d::scene_t& scene, const std::string& path);
 
+    /// The programs that make the frames of NURBS meshes.
+    ulk3d::glpolygon_t& programs() { return glpolygon; }
+
   private:
     /// Constructed before the members that need it.
     struct context_t {
