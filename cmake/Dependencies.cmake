@@ -12,6 +12,9 @@ pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-3.0)
 # The system's own interpreter: it is the one that has the bindings from the packages.
 find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
+# Without it `ulktool tidy` says that it is missing.
+find_package(meshoptimizer QUIET)
+
 if(ULK_BUILD_TESTS)
   find_package(GTest REQUIRED)
 endif()
