@@ -10,6 +10,7 @@ the command make only these pictures.
 import os
 import pathlib
 import shutil
+import subprocess
 import sys
 import time
 
@@ -19,6 +20,7 @@ from harness.table_dialog import TableDialog
 
 CORNER = (1279, 0)
 POINTS_SHOWN, PUNISH, POLYGON_SELECTION, FOLD_VERTICES = "制御点表示", "ぷにぷに", "折曲ポリゴン選択", "折目頂点選択1,0"
+VERTEX_TITLE = "頂点設定"
 CUT_TITLE = "ポリゴン編集"
 FOLD_ANGLE, FOLD_BUTTON = "折曲角度", "折曲実行"
 
@@ -165,6 +167,27 @@ def close_up(program, view, notches):
     return view.rectangle("perspective")
 
 
+def move_corner(program, view):
+    """The foremost vertex at a corner of a cube, moved by its numbers; the perspective view then."""
+    dialog = do.open_dialog(program, "v", VERTEX_TITLE)
+    lines = dialog.control(VERTEX_TITLE).text.splitlines()
+    lines[lines.index("0.5,0.5,0.5")] = "0.85,0.75,0.3"
+    dialog.fill(VERTEX_TITLE, "\n".join(lines))
+    dialog.accept()
+    program.drag(view.at("perspective", 0, 150), view.at("perspective", -30, 115), button=3, modifier="alt")
+    return close_up(program, view, 0)
+
+
+def torn_corner(program, view):
+    """A corner of an STL file: the vertex belongs to one triangle alone."""
+    return move_corner(program, view)
+
+
+def welded_corner(program, view):
+    """The same corner after `ulktool tidy`."""
+    return move_corner(program, view)
+
+
 def globe(program, view):
     """A map of longitudes and latitudes around a ball."""
     return close_up(program, view, 2)
@@ -201,7 +224,7 @@ def nurbs_dialog(program, view):
 
 def vertex_dialog(program, view):
     """The positions of a mesh as text, one of them being changed to a sum."""
-    dialog = do.open_dialog(program, "v", "頂点設定")
+    dialog = do.open_dialog(program, "v", VERTEX_TITLE)
     dialog.focus(dialog.title)
     program.keys("Home", *["Delete"] * len("-0.5"))
     program.type("-1/3")
@@ -254,10 +277,26 @@ def basis_functions(program, view):
 
 PICTURES = {window: "mixed.ulk", marking: "vase.ulk", dent: "knots.ulk", polygons: "sphere.ulk", fold_line: "paper.ulk",
             fold_marks: "net.ulk", folded: "net.ulk", cutter: "cut.ulk", cut: "cut.ulk",
-            globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk",
+            torn_corner: "cube.stl", welded_corner: "tidy-cube.ulk", globe: "globe.ulk", relief: "relief.ulk", mirror: "mirror.ulk", glass: "glass.ulk",
             polygon_dialog: "cube.ulk", nurbs_dialog: "vase.ulk", vertex_dialog: "cube.ulk", element_dialog: "cube.ulk",
             environment_dialog: "mixed.ulk", point_table: "knots.ulk", colour_table: "knots.ulk",
             weight_table: "knots.ulk", row_knots: "knots.ulk", column_knots: "knots.ulk", basis_functions: "knots.ulk"}
+
+
+# How files are made that are no samples.
+MADE_BY_TOOL = {"cube.stl": [["convert", SAMPLES / "cube.ulk", "cube.stl"]],
+                "tidy-cube.ulk": [["convert", SAMPLES / "cube.ulk", "cube.stl"],
+                                  ["tidy", "cube.stl", "-o", "tidy-cube.ulk", "--weld"]]}
+
+
+def place_scene(name, folder):
+    """Puts a sample, or what the tool makes of one, into a folder; its path."""
+    if name not in MADE_BY_TOOL:
+        return shutil.copy(SAMPLES / name, folder)
+    tool = pathlib.Path(os.environ["ULK_UI_PROGRAM"]).with_name("ulktool")
+    for words in MADE_BY_TOOL[name]:
+        subprocess.run([tool, *words], cwd=folder, check=True)
+    return str(pathlib.Path(folder) / name)
 
 
 def make(picture, sample, folder):
@@ -268,7 +307,7 @@ def make(picture, sample, folder):
         program.wait_started()
         view = View(program)
         program.move_pointer(*CORNER)
-        do.open_scene(program, shutil.copy(SAMPLES / sample, program.folder), f"{sample} - {PROGRAM_NAME}")
+        do.open_scene(program, place_scene(sample, program.folder), f"{sample} - {PROGRAM_NAME}")
         wait_for(lambda: len(view.colours("perspective")) > 20, "the scene does not show")
         shown = picture(program, view)
         program.move_pointer(*CORNER)

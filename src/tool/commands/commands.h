@@ -9,6 +9,7 @@ extern const command_t render_command;
 extern const command_t check_command;
 extern const command_t info_command;
 extern const command_t convert_command;
+extern const command_t tidy_command;
 extern const command_t place_command;
 
 }  // namespace ulktool
