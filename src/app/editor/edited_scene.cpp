@@ -5,10 +5,8 @@
 #include <memory>
 
 #include "formats/scene_files.h"
-#include "model/math/vectors.h"
-#include "model/whole_change.h"
 #include "operations/cut/mesh_cut.h"
-#include "operations/fold/fold_polygons.h"
+#include "operations/fold/fold_models.h"
 
 namespace ulk3d {
 
@@ -22,13 +20,6 @@ void follow_removal(fold_pick_t& pick, std::uint64_t removed) {
         pick = {};
     else if (pick.model > removed)
         --pick.model;
-}
-
-/// Folds the selected polygons of a mesh. After a failure it may be half folded.
-bool fold_mesh(polygon_t& polygon, const std::pair<pos3, pos3>& axis, float angle) {
-    return fold_polygons(polygon.selectpolygons(), axis.first, axis.second, angle, polygon.vertices,
-                         polygon.normals, polygon.elements) &&
-           polygon.extend(polygon.vertices.element_count(), polygon.elements.element_count());
 }
 
 }  // namespace
@@ -107,24 +98,10 @@ void edited_scene_t::polygonize_current() {
 bool edited_scene_t::fold(float angle) {
     return change_gate.pass([&] {
         const auto axis = fold_positions();
-        if (!axis || f_eq(axis->first, axis->second))
+        if (!axis || !fold_models(model_list, axis->first, axis->second, angle))
             return false;
-        whole_change_t change;
-        bool folded = false;
-        for (const auto& entry : model_list) {
-            // A model without a selection would stay as it is: that does not count as a fold, so that the
-            // user learns that nothing was folded.
-            if (entry->kind != model_kind_t::polygon || entry->polygon.selectpolygons().empty())
-                continue;
-            model_entry_t* const copy = change.copy_of(*entry);
-            if (copy == nullptr || !fold_mesh(copy->polygon, *axis, angle))
-                return false;
-            folded = true;
-        }
-        change.commit();
-        if (folded)
-            steps.forget();
-        return folded;
+        steps.forget();
+        return true;
     });
 }
 
