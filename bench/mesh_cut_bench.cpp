@@ -8,12 +8,14 @@
 #include "counted_memory.h"
 #include "mesh_cut_scenes.h"
 #include "operations/cut/mesh_cut.h"
+#include "operations/cut/walls/cut_walls.h"
 #include "support/plain_mesh_cut.h"
 
 /// The mesh cut. Rows, by the last part of their names:
 ///
 /// - `plain`: the plain loop over all pairs of triangles;
 /// - `fast`: the cut that the program uses, on the host;
+/// - `walls`: the same, and then the walls of its openings;
 /// - `command`: the whole command on models in GL buffers, which also copies both models to the host and
 ///   writes the victim back;
 /// - `cgal`: CGAL's difference of the same two meshes, see peers/cgal_mesh_cut.cpp.
@@ -38,6 +40,12 @@ void cut_plainly(strip_mesh_t& victim, const strip_mesh_t& cutter) {
 void cut_fast(strip_mesh_t& victim, const strip_mesh_t& cutter) {
     split_by(victim, cutter, {});
     remove_inside(victim, cutter, {});
+}
+
+void cut_with_walls(strip_mesh_t& victim, const strip_mesh_t& cutter) {
+    const strip_mesh_t before = victim;
+    cut_fast(victim, cutter);
+    add_walls(victim, before, cutter, {});
 }
 
 /// A copy with the room behind the records that `read_strip_mesh` leaves.
@@ -73,6 +81,11 @@ void plain(benchmark::State& state) {
 template <cut_scene_t (*scene_of)(std::int64_t)>
 void fast(benchmark::State& state) {
     run<cut_fast>(state, scene_of(state.range(0)), true);
+}
+
+template <cut_scene_t (*scene_of)(std::int64_t)>
+void walls(benchmark::State& state) {
+    run<cut_with_walls>(state, scene_of(state.range(0)), true);
 }
 
 template <cut_scene_t (*scene_of)(), bool is_hit>
@@ -130,6 +143,7 @@ BENCHMARK(plain<spheres>)
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(fast<spheres>)->Name("mesh_cut/spheres/fast")->DenseRange(2, 6)->Unit(benchmark::kMillisecond);
+BENCHMARK(walls<spheres>)->Name("mesh_cut/spheres/walls")->DenseRange(2, 6)->Unit(benchmark::kMillisecond);
 BENCHMARK(command<spheres>)
     ->Name("mesh_cut/spheres/command")
     ->DenseRange(2, 6)
@@ -144,6 +158,8 @@ BENCHMARK(memory<spheres>)
 BENCHMARK(plain<scans>)->Name("mesh_cut/scans/plain")->DenseRange(2, 3)->Unit(benchmark::kMillisecond);
 BENCHMARK(plain<scans>)->Name("mesh_cut/scans/plain")->Arg(4)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(fast<scans>)->Name("mesh_cut/scans/fast")->DenseRange(2, 5)->Unit(benchmark::kMillisecond);
+
+BENCHMARK(walls<scans>)->Name("mesh_cut/scans/walls")->DenseRange(2, 5)->Unit(benchmark::kMillisecond);
 
 BENCHMARK(fast_in_a_million<cap_of_a_million, true>)
     ->Name("mesh_cut/12_cut_a_million/fast")

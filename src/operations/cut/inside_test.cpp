@@ -87,6 +87,23 @@ bool inside_test_t::is_inside(const corners_t& triangle) {
     const std::array<pos3, 7> points = inner_points(triangle);
     if (const int direction = direction_of_common_faces(triangle, points[0]))
         return direction > 0;
+    return is_between_faces(points);
+}
+
+bool inside_test_t::is_inside_and_not_on_it(const corners_t& triangle) {
+    const std::array<pos3, 7> points = inner_points(triangle);
+    return !is_on_face(triangle, points[0]) && is_between_faces(points);
+}
+
+bool inside_test_t::is_on_face(const corners_t& triangle, const pos3& centroid) {
+    return std::ranges::any_of(grid.numbers_at(centroid.x, centroid.y), [&](std::uint32_t number) {
+        return is_on_ray(number, centroid) &&
+               direction_of_common_face(triangle, centroid, triangles[number]) != 0;
+    });
+}
+
+/// By the first clear ray from one of the points, or else by the sum from the first one.
+bool inside_test_t::is_between_faces(const std::array<pos3, 7>& points) {
     for (const pos3& start : points)
         if (int sum = 0; sum_of_clear_hits(start, sum))
             return sum < 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -49,7 +50,12 @@ class inside_test_t {
     /// For the corners of a triangle in unit coordinates.
     [[nodiscard]] bool is_inside(const corners_t& triangle);
 
+    /// The same, but false for a triangle that lies on one of the cutter's, whichever way both look.
+    [[nodiscard]] bool is_inside_and_not_on_it(const corners_t& triangle);
+
   private:
+    [[nodiscard]] bool is_on_face(const corners_t& triangle, const pos3& centroid);
+    [[nodiscard]] bool is_between_faces(const std::array<pos3, 7>& inner_points);
     [[nodiscard]] int direction_of_common_faces(const corners_t& triangle, const pos3& centroid);
     [[nodiscard]] bool sum_of_clear_hits(const pos3& start, int& sum);
     [[nodiscard]] int sum_of_all_hits(const pos3& start);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/whole_change.h"
+#include "operations/cut/walls/cut_walls.h"
 
 namespace ulk3d {
 namespace {
@@ -63,9 +64,28 @@ bool write_back(const std::vector<victim_t>& victims, const model_list_t& models
     return true;
 }
 
+void cut_meshes(std::vector<victim_t>& victims, const strip_mesh_t& cutter,
+                const progress_signal_t& progress) {
+    for (victim_t& victim : victims)
+        victim.changed = split_by(victim.mesh, cutter, progress);
+    for (victim_t& victim : victims)
+        victim.changed = remove_inside(victim.mesh, cutter, progress) || victim.changed;
+}
+
+void cut_meshes_with_walls(std::vector<victim_t>& victims, const strip_mesh_t& cutter,
+                           const progress_signal_t& progress) {
+    std::vector<strip_mesh_t> before;
+    for (const victim_t& victim : victims)
+        before.push_back(victim.mesh);
+    cut_meshes(victims, cutter, progress);
+    for (std::size_t n = 0; n < victims.size(); ++n)
+        victims[n].changed = add_walls(victims[n].mesh, before[n], cutter, progress) || victims[n].changed;
+}
+
 }  // namespace
 
-bool mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models) {
+bool mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_list_t& models,
+              openings_t openings) {
     const polygon_t* const current_polygon = polygon_at(current, models);
     if (current_polygon == nullptr)
         return true;
@@ -73,10 +93,10 @@ bool mesh_cut(const progress_signal_t& progress, std::uint64_t current, model_li
     std::vector<victim_t> victims;
     if (!cutter || !read_victims(victims, *current_polygon, models))
         return fail();
-    for (victim_t& victim : victims)
-        victim.changed = split_by(victim.mesh, *cutter, progress);
-    for (victim_t& victim : victims)
-        victim.changed = remove_inside(victim.mesh, *cutter, progress) || victim.changed;
+    if (openings == openings_t::get_walls)
+        cut_meshes_with_walls(victims, *cutter, progress);
+    else
+        cut_meshes(victims, *cutter, progress);
     return write_back(victims, models) || fail();
 }
 

@@ -27,6 +27,8 @@ class unit_space_t {
         return {from_unit(p.x, middle[0]), from_unit(p.y, middle[1]), from_unit(p.z, middle[2])};
     }
 
+    float to_unit_length(float length) const { return static_cast<float>(length * scale); }
+
     /// The box, given in the models' own coordinates, with room on all sides; `room` is in unit coordinates.
     box3 widened(const box3& box, double room) const;
 

@@ -5,7 +5,9 @@
 #include <iostream>
 
 #include "support/captured_stream.h"
+#include "support/closed_surface.h"
 #include "support/cut_meshes.h"
+#include "support/exact_volume.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
 #include "support/plain_mesh_cut.h"
@@ -50,6 +52,22 @@ TEST_F(MeshCut, VictimsAreCutAsByThePlainLoop) {
     EXPECT_EQ(content(*models.back()), third);
     EXPECT_NE(first, victim_sphere);
     EXPECT_NE(third, torus_mesh);
+}
+
+TEST_F(MeshCut, OpeningsGetWallsWhereAskedFor) {
+    const model_entry_t& cutter = add(cutter_box);
+    const model_entry_t& ball = add(victim_sphere);
+    const strip_mesh_t around = box({-2, -2, -2}, {2, 2, 2}), beside = box({3, 3, 3}, {4, 4, 4});
+    const model_entry_t& hollow = add(around);
+    const model_entry_t& untouched = add(beside);
+    EXPECT_TRUE(mesh_cut(progress, 0, models, openings_t::get_walls));
+    EXPECT_EQ(content(cutter), cutter_box);
+    EXPECT_EQ(content(untouched), beside);
+    EXPECT_EQ(count_edges_without_partner(content(ball)), 0U);
+    EXPECT_NEAR(volume_of(content(ball)),
+                volume_of(victim_sphere) - volume_of_both(victim_sphere, cutter_box), 1e-5);
+    // Nothing of it is cut, but it has a hollow now.
+    EXPECT_NEAR(volume_of(content(hollow)), 64 - 8, 1e-4);
 }
 
 TEST_F(MeshCut, CutterStaysAsItIs) {
