@@ -109,11 +109,11 @@ void write_model(model_entry_t& entry, const char* path, text_output& output) {
     }
 }
 
-bool write_models(model_list_t& models, const char* path) {
-    text_output output(path);
+bool write_models(model_list_t& models, const char* path, text_output& output, model_spacing_t spacing) {
     for (const auto& entry : models) {
         write_model(*entry, path, output);
-        output.line();
+        if (spacing == model_spacing_t::blank_line)
+            output.line();
         // Flushing after each model stops a failing save at the model where it failed.
         if (!output.flush())
             return false;
@@ -121,15 +121,10 @@ bool write_models(model_list_t& models, const char* path) {
     return output.complete();
 }
 
-bool write_scene(scene_t& scene, const char* path, text_output& output) {
+bool write_scene(scene_t& scene, const char* path, text_output& output, model_spacing_t spacing) {
     if (write_environment(scene.environment, output))
         output.line();
-    for (const auto& entry : scene.models) {
-        write_model(*entry, path, output);
-        if (!output.flush())
-            return false;
-    }
-    return output.complete();
+    return write_models(scene.models, path, output, spacing);
 }
 
 }  // namespace
@@ -171,23 +166,28 @@ bool save_model(model_entry_t& entry, const char* path) {
 }
 
 bool save_models(model_list_t& models, const char* path) {
-    return try_command(
-        path, [&] { return is_stl_path(path) ? save_stl_models(path, models) : write_models(models, path); });
+    return try_command(path, [&] {
+        if (is_stl_path(path))
+            return save_stl_models(path, models);
+        text_output output(path);
+        return write_models(models, path, output, model_spacing_t::blank_line);
+    });
 }
 
-bool save_scene(scene_t& scene, const char* path) {
+bool save_scene(scene_t& scene, const char* path, model_spacing_t spacing) {
     return try_command(path, [&] {
         if (is_stl_path(path))
             return save_stl_models(path, scene.models);
         text_output output(path);
-        return write_scene(scene, path, output);
+        return write_scene(scene, path, output, spacing);
     });
 }
 
-bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file) {
+bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file,
+                     model_spacing_t spacing) {
     return try_command(name, [&] {
         text_output output(std::move(file));
-        return write_scene(scene, name, output);
+        return write_scene(scene, name, output, spacing);
     });
 }
 

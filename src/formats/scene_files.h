@@ -40,11 +40,14 @@ class glpolygon_t;
 /// for memory, where a line on the standard error stream tells of it.
 [[nodiscard]] bool save_model(model_entry_t& entry, const char* path);
 [[nodiscard]] bool save_models(model_list_t& models, const char* path);
-/// No command of the window reaches this, so files saved there contain no environment; `ulktool convert` uses
-/// it.
-[[nodiscard]] bool save_scene(scene_t& scene, const char* path);
+/// What a scene text has behind the block of each model: `save_models` puts a blank line there.
+enum class model_spacing_t { none, blank_line };
+/// No command of the window reaches this, so files saved there contain no environment; `ulktool` uses it.
+[[nodiscard]] bool save_scene(scene_t& scene, const char* path,
+                              model_spacing_t spacing = model_spacing_t::none);
 /// Writes a scene as text into what is open already, such as the standard output stream; the models take
 /// `name` as their file name.
-[[nodiscard]] bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file);
+[[nodiscard]] bool save_scene_text(scene_t& scene, const char* name, libutils::file_descriptor&& file,
+                                   model_spacing_t spacing = model_spacing_t::none);
 
 }  // namespace ulk3d

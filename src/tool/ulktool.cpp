@@ -19,8 +19,9 @@ namespace ulktool {
 namespace {
 
 /// In the order of the help.
-constexpr std::array commands{&render_command,  &check_command, &info_command,
-                              &convert_command, &tidy_command,  &place_command};
+constexpr std::array commands{&render_command,     &check_command, &info_command,
+                              &convert_command,    &cut_command,   &fold_command,
+                              &polygonize_command, &tidy_command,  &place_command};
 
 void print_usage(std::ostream& out) {
     for (const command_t* const command : commands)

@@ -9,6 +9,9 @@ extern const command_t render_command;
 extern const command_t check_command;
 extern const command_t info_command;
 extern const command_t convert_command;
+extern const command_t cut_command;
+extern const command_t fold_command;
+extern const command_t polygonize_command;
 extern const command_t tidy_command;
 extern const command_t place_command;
 

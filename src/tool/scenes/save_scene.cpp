@@ -5,7 +5,6 @@
 
 #include <iostream>
 
-#include "formats/scene_files.h"
 #include "tool/scenes/progress_line.h"
 #include "tool/scenes/standard_streams.h"
 
@@ -19,17 +18,17 @@ bool has_reader() {
     return ::fstat(STDOUT_FILENO, &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
 }
 
-bool save(ulk3d::scene_t& scene, const std::string& path) {
+bool save(ulk3d::scene_t& scene, const std::string& path, ulk3d::model_spacing_t spacing) {
     const progress_line_t progress("writing " + path);
     return path == standard_stream_name
-               ? ulk3d::save_scene_text(scene, standard_stream_name, standard_output())
-               : ulk3d::save_scene(scene, path.c_str());
+               ? ulk3d::save_scene_text(scene, standard_stream_name, standard_output(), spacing)
+               : ulk3d::save_scene(scene, path.c_str(), spacing);
 }
 
 }  // namespace
 
-bool save_scene_or_tell(ulk3d::scene_t& scene, const std::string& path) {
-    const bool saved = save(scene, path);
+bool save_scene_or_tell(ulk3d::scene_t& scene, const std::string& path, ulk3d::model_spacing_t spacing) {
+    const bool saved = save(scene, path, spacing);
     if (!saved && !(path == standard_stream_name && has_reader()))
         std::cerr << path << ": could not be written" << std::endl;
     return saved;
