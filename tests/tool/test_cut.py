@@ -14,7 +14,8 @@ class Cut(ToolTestCase):
         return self.file("scene.ulk", "".join(blocks))
 
     def plate_and_drill(self):
-        return self.scene(box((-1, -1, -0.25), (1, 1, 0.25)), box((-0.5, -0.5, -1), (0.5, 0.5, 1), colour="0,0,255,255"))
+        return self.scene(box((-1, -1, -0.25), (1, 1, 0.25)),
+                          box((-0.5, -0.5, -1), (0.5, 0.5, 1), colour="0,0,255,255"))
 
     def models(self, path):
         return path.read_text().split("begin ")[1:]

@@ -31,7 +31,8 @@ class Polygonize(ToolTestCase):
 
     def test_what_is_not_there_is_named(self):
         done = run("polygonize", self.scene, "--model", 3, "-o", self.out)
-        self.assertEqual((done.returncode, done.stderr), (1, f"{self.scene}: there is no model 3; there are 3, from 0\n"))
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, f"{self.scene}: there is no model 3; there are 3, from 0\n"))
         self.assertFalse(self.out.exists())
 
     def test_wrong_words_are_usage_errors(self):

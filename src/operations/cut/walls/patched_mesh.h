@@ -24,6 +24,8 @@ class patched_mesh_t {
     /// Its number stays in use; the surface has it as a collapsed triangle.
     void take_out(std::uint32_t triangle);
 
+    std::uint32_t triangle_count() const { return static_cast<std::uint32_t>(triangles.size()); }
+
     /// Gives the mesh its new strips: the triangles that were never touched stay in theirs, each of the
     /// others becomes a strip of its own.
     void write_strips();

@@ -240,6 +240,13 @@ float rounding_in(const strip_mesh_t& mesh, const unit_space_t& space) {
     return space.to_unit_length(largest) * std::numeric_limits<float>::epsilon();
 }
 
+/// Takes out the wall's triangles of which the moves have left an edge or a point.
+void take_out_collapsed(patched_mesh_t& patched, std::uint32_t first_of_wall) {
+    for (std::uint32_t n = 0; n < patched.triangle_count(); ++n)
+        if (patched.triangle(n)[0] >= first_of_wall && patched.surface().is_collapsed(patched.triangle(n)))
+            patched.take_out(n);
+}
+
 }  // namespace
 
 void close_seam(strip_mesh_t& mesh, std::uint32_t first_of_wall, const unit_space_t& space, bool are_solids) {
@@ -249,6 +256,7 @@ void close_seam(strip_mesh_t& mesh, std::uint32_t first_of_wall, const unit_spac
     mover.join(eps / 20 + rounding);
     mover.move_wall(first_of_wall, room);
     patched_mesh_t patched(mesh);
+    take_out_collapsed(patched, first_of_wall);
     edge_splitter_t splitter(patched, space);
     // What lies on an edge comes before what is only near it.
     splitter.split(eps / 20 + rounding);

@@ -112,6 +112,12 @@ TEST(Seam, WhatLiesOnAnEdgeComesBeforeWhatIsOnlyNearIt) {
     EXPECT_EQ(faces_of(seam.mesh).size(), 2U * (10 + 3 + 1));
 }
 
+TEST(Seam, TriangleOfTheWallThatCollapsesIsLeftOut) {
+    seam_case_t seam(top_with({1e-5F, 0, 1}));
+    EXPECT_EQ(seam.close(), 10U + 2);
+    EXPECT_EQ(seam.open(), 0U);
+}
+
 TEST(Seam, SlitsOfSolidsAreFilled) {
     seam_case_t seam(top_with({0.25F, 2e-4F, 1}));
     EXPECT_EQ(seam.close(true), 10U + 3 + 1);
