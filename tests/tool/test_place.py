@@ -142,7 +142,7 @@ class Place(ToolTestCase):
         missing = self.folder / "none.ulk"
         for scene, options, message in (
                 (missing, [], f"{missing}: does not load\n"),
-                (self.square, ["--model", "1"], f"{self.square}: there is no model 1\n"),
+                (self.square, ["--model", "1"], f"{self.square}: there is no model 1; there is 1, from 0\n"),
                 (self.square, ["--scale", "1e39"], f"{self.square}: model 0: a coordinate would be too large\n")):
             done = run("place", scene, "-o", self.out, *options)
             self.assertEqual((done.returncode, done.stdout), (1, ""))

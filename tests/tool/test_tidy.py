@@ -175,7 +175,7 @@ class Tidy(ToolTestCase):
         self.assertEqual(re.findall(r"surface,(\d+),(\d+)", self.out.read_text()),
                          [("4", "4"), ("4", "7"), ("4", "4")])
         done = run("tidy", scene, "-o", self.folder / "none.ulk", "--model", 3)
-        self.assertEqual((done.returncode, done.stderr), (1, f"{scene}: there is no model 3\n"))
+        self.assertEqual((done.returncode, done.stderr), (1, f"{scene}: there is no model 3; there are 3, from 0\n"))
         self.assertFalse((self.folder / "none.ulk").exists())
 
     def test_nurbs_surfaces_stay(self):

@@ -8,9 +8,9 @@
 #include "tool/command_line/command_line.h"
 #include "tool/command_line/values.h"
 #include "tool/commands/commands.h"
+#include "tool/scenes/find_model.h"
 #include "tool/scenes/save_scene.h"
 #include "tool/scenes/scene_formats.h"
-#include "tool/scenes/scene_models.h"
 #include "tool/scenes/scene_session.h"
 
 namespace ulktool {
@@ -67,7 +67,7 @@ bool add_steps(std::vector<placed_model_t>& placed, const std::vector<steps_t>& 
     for (const auto& [model, steps] : all) {
         std::span<placed_model_t> body = placed;
         if (model) {
-            if (model_or_tell(scene, *model, path) == nullptr)
+            if (find_model_or_tell(scene, path, *model) == nullptr)
                 return false;
             body = body.subspan(*model, 1);
         }

@@ -11,10 +11,10 @@
 #include <string>
 
 #include "tool/command_line/values.h"
+#include "tool/scenes/find_model.h"
 #include "tool/scenes/progress_line.h"
 #include "tool/scenes/save_scene.h"
 #include "tool/scenes/scene_formats.h"
-#include "tool/scenes/scene_models.h"
 #include "tool/scenes/scene_session.h"
 #include "tool/scenes/standard_streams.h"
 #include "tool/tidy/tidy_polygon.h"
@@ -102,7 +102,7 @@ int tidy(const command_line_t& line) {
     // The scene may be on its way out through the standard output stream.
     std::ostream& told = job.to == standard_stream_name ? std::cerr : std::cout;
     for (const std::uint32_t index : job.models) {
-        ulk3d::model_entry_t* const model = model_or_tell(scene, index, job.from);
+        ulk3d::model_entry_t* const model = find_model_or_tell(scene, job.from, index);
         if (model == nullptr || !tidy_model(*model, index, job, told))
             return exit_failed;
     }
