@@ -14,14 +14,15 @@ find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
 # Without it `ulktool tidy` says that it is missing.
 find_package(meshoptimizer QUIET)
+# Formats of other programs in ulktool, and the benchmarks' other reader of STL files. Without it both are left out.
+pkg_check_modules(ASSIMP IMPORTED_TARGET assimp)
+set(ULK_HAVE_ASSIMP ${ASSIMP_FOUND})
 
 if(ULK_BUILD_TESTS)
   find_package(GTest REQUIRED)
 endif()
 if(ULK_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
-  # Another reader of STL files to measure against; without it that comparison is left out.
-  pkg_check_modules(ASSIMP IMPORTED_TARGET assimp)
-  # Another cut of meshes to measure against, likewise.
+  # Another cut of meshes to measure against; without it that comparison is left out.
   find_package(CGAL QUIET)
 endif()

@@ -12,6 +12,10 @@ namespace ulktool {
 
 namespace {
 
+bool is_foreign(const std::string& path) {
+    return format_of(path) == scene_format_t::foreign;
+}
+
 int convert(const command_line_t& line) {
     const std::string& from = line.files()[0];
     const std::string& to = line.files()[1];
@@ -20,7 +24,8 @@ int convert(const command_line_t& line) {
     ulk3d::scene_t scene;
     if (!session.load_or_tell(scene, from))
         return exit_failed;
-    if (line.has("--rebase"))
+    // Names of pictures in files of other programs are always those that lead to them.
+    if (line.has("--rebase") || is_foreign(from) || is_foreign(to))
         rebase_pictures(scene, from, to);
     if (!save_scene_or_tell(scene, to))
         return exit_failed;

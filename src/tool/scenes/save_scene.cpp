@@ -5,7 +5,9 @@
 
 #include <iostream>
 
+#include "tool/foreign/foreign_scenes.h"
 #include "tool/scenes/progress_line.h"
+#include "tool/scenes/scene_formats.h"
 #include "tool/scenes/standard_streams.h"
 
 namespace ulktool {
@@ -20,9 +22,10 @@ bool has_reader() {
 
 bool save(ulk3d::scene_t& scene, const std::string& path, ulk3d::model_spacing_t spacing) {
     const progress_line_t progress("writing " + path);
-    return path == standard_stream_name
-               ? ulk3d::save_scene_text(scene, standard_stream_name, standard_output(), spacing)
-               : ulk3d::save_scene(scene, path.c_str(), spacing);
+    if (path == standard_stream_name)
+        return ulk3d::save_scene_text(scene, standard_stream_name, standard_output(), spacing);
+    return format_of(path) == scene_format_t::foreign ? export_scene(scene, path, std::cerr)
+                                                      : ulk3d::save_scene(scene, path.c_str(), spacing);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "tool/scenes/scene_formats.h"
 
 #include "tool/command_line/command_line.h"
+#include "tool/foreign/foreign_scenes.h"
 #include "utils/text/strings.h"
 
 namespace ulktool {
@@ -24,16 +25,21 @@ scene_format_t format_of(std::string_view path) {
     const std::string_view ending = ending_of(path);
     if (ending.empty() || is_same(ending, ".ulk") || is_same(ending, ".ulk~"))
         return scene_format_t::scene_text;
-    return is_same(ending, ".stl") ? scene_format_t::stl : scene_format_t::unknown;
+    if (is_same(ending, ".stl"))
+        return scene_format_t::stl;
+    return is_foreign_path(path) ? scene_format_t::foreign : scene_format_t::unknown;
 }
 
 std::string unknown_ending_message(std::string_view path) {
-    return "no format has the ending " + std::string(ending_of(path)) + "; known are .ulk and .stl";
+    return "no format has the ending " + std::string(ending_of(path)) + "; known are .ulk .stl " +
+           foreign_input_endings();
 }
 
 void require_known_ending(const std::string& path) {
-    if (format_of(path) == scene_format_t::unknown)
-        throw usage_error_t(path + ": " + unknown_ending_message(path));
+    const scene_format_t format = format_of(path);
+    if (format == scene_format_t::unknown || (format == scene_format_t::foreign && !is_foreign_output(path)))
+        throw usage_error_t(path + ": nothing is written with the ending " + std::string(ending_of(path)) +
+                            "; known are .ulk .stl " + foreign_output_endings());
 }
 
 }  // namespace ulktool

@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "formats/scene_files.h"
+#include "formats/stl/stl_check.h"
 #include "gltextures/textures/texture_stores.h"
 #include "tool/command_line/command.h"
+#include "tool/foreign/foreign_scenes.h"
 #include "tool/scenes/progress_line.h"
 #include "tool/scenes/scene_formats.h"
 #include "tool/scenes/standard_streams.h"
@@ -48,6 +50,15 @@ bool scene_session_t::load_or_tell(ulk3d::scene_t& scene, const std::string& pat
     return loaded;
 }
 
+namespace {
+
+bool is_text_stl(const std::string& path) {
+    const auto check = ulk3d::check_stl(path.c_str());
+    return check && check->is_text;
+}
+
+}  // namespace
+
 bool load_scene_file(ulk3d::scene_t& scene, const std::string& path, ulk3d::glpolygon_t& glpolygon,
                      std::ostream& log) {
     if (path == standard_stream_name) {
@@ -55,10 +66,13 @@ bool load_scene_file(ulk3d::scene_t& scene, const std::string& path, ulk3d::glpo
         libutils::file_descriptor input = libutils::open_plain_file(standard_input_path().c_str(), size);
         return ulk3d::load_scene_text(scene, standard_stream_name, std::move(input), size, glpolygon, log);
     }
-    if (format_of(path) == scene_format_t::unknown) {
+    const scene_format_t format = format_of(path);
+    if (format == scene_format_t::unknown) {
         log << unknown_ending_message(path) << '\n';
         return false;
     }
+    if (format == scene_format_t::foreign || (format == scene_format_t::stl && is_text_stl(path)))
+        return import_scene(scene, path, log);
     return ulk3d::load_scene(scene, path.c_str(), glpolygon, log);
 }
 
