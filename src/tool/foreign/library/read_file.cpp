@@ -60,6 +60,8 @@ class file_reader_t {
             fail("the file has no triangles");
             return;
         }
+        for (const std::string& line : told)
+            send_text(output, packet_t::message, line);
         const packet_t end = packet_t::end;
         output.write(&end, sizeof end);
     }
@@ -81,7 +83,7 @@ class file_reader_t {
         return has_polygons ? importer.ApplyPostProcessing(aiProcess_Triangulate) : scene;
     }
 
-    void tell(const std::string& text) { send_text(output, packet_t::message, text); }
+    void tell(const std::string& text) { told.push_back(text); }
 
     void fail(const std::string& reason) {
         const bool is_short_of_memory = reason.find("bad_alloc") != std::string::npos;
@@ -146,6 +148,7 @@ class file_reader_t {
     Assimp::Importer importer;
     std::uint64_t unusable_count = 0;
     std::uint64_t model_count = 0;
+    std::vector<std::string> told;         ///< what is left out, for a file that loads
     std::vector<std::uint32_t> use_count;  ///< of each mesh, how many nodes have yet to be sent with it
 };
 

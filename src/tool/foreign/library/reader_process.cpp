@@ -23,11 +23,11 @@ using libutils::size_sum;
 
 namespace {
 
-/// What a file is granted: many times what the library takes for honest ones. It takes up to 25 bytes for
-/// each byte of an OBJ file, and much more for packed forms, whose size says little.
-constexpr std::uint64_t bytes_at_first = std::uint64_t{256} << 20;
-constexpr std::uint64_t bytes_per_file_byte = 64;
-constexpr rlim_t seconds_at_first = 10;
+/// What a file is granted: many times what the library takes for usual ones, such as six bytes for each byte
+/// of an OBJ file and four of a binary PLY file, as some formats are packed.
+constexpr std::uint64_t bytes_at_first = std::uint64_t{64} << 20;
+constexpr std::uint64_t bytes_per_file_byte = 100;
+constexpr rlim_t seconds_at_first = 5;
 constexpr std::uint64_t file_bytes_per_second = std::uint64_t{256} << 10;
 
 /// What the process could take besides when it began, and what it has.
