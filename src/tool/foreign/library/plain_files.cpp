@@ -6,6 +6,7 @@
 #include <assimp/IOStream.hpp>
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 #include "tool/foreign/library/reader_process.h"
@@ -31,6 +32,9 @@ class plain_file_t : public Assimp::IOStream {
         while (const std::size_t got = done < wanted ? read_some(file, bytes + done, wanted - done) : 0)
             done += got;
         position += done;
+        empty_reads = done == 0 ? empty_reads + 1 : 0;
+        if (empty_reads > most_empty_reads)
+            throw std::runtime_error("the file ends too early");
         return done / record_size;
     }
 
@@ -54,6 +58,9 @@ class plain_file_t : public Assimp::IOStream {
     libutils::file_descriptor file;
     std::uint64_t size;
     std::uint64_t position = 0;
+    /// Some readers ask again and again for what the file does not have.
+    static constexpr int most_empty_reads = 1000;
+    int empty_reads = 0;
 };
 
 }  // namespace
