@@ -89,11 +89,17 @@ class Foreign(ToolTestCase):
             self.assertEqual(self.lines("convert", out, back), (0, []))
             self.assertIn(b"texture my wood.png\r\n", back.read_bytes())
 
-    def test_text_stl_is_read_and_checked(self):
-        text = "".join(f"facet normal 0 0 1\nouter loop\nvertex {z} 0 0\nvertex 1 0 0\nvertex 0 1 {z}\nendloop\nendfacet\n"
-                       for z in range(9))
-        path = self.file("a.stl", f"solid a\n{text}endsolid a\n")
-        self.assertIn("  mesh: 27 vertices, 36 elements, 9 triangles\n", run("info", path).stdout)
+    def test_text_stl_goes_out_and_comes_in(self):
+        text = self.folder / "text.stl"
+        self.assertEqual(self.lines("convert", "--text", SAMPLES / "cube.ulk", text), (0, []))
+        self.assertTrue(text.read_bytes().startswith(b"solid "))
+        self.assertEqual(self.stl_of(text), self.stl_of(SAMPLES / "cube.ulk"))
+        status, lines = self.lines("convert", "--text", SAMPLES / "cube.ulk", self.folder / "a.obj")
+        self.assertEqual((status, len(lines)), (2, 1))
+        self.assertIn("--text: ", lines[0])
+        full = self.folder / "full.stl"
+        full.symlink_to("/dev/full")
+        self.assertEqual(self.lines("convert", "--text", text, full), (1, [f"{full}: could not be written"]))
 
     def test_every_command_reads_them(self):
         path, picture = self.file("a.obj", OBJ_SQUARE), self.folder / "a.png"

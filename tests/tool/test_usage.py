@@ -61,7 +61,7 @@ class Usage(ToolTestCase):
         self.assert_wrong(["convert", "a.ulk"], "OUT is missing")
         self.assert_wrong(["convert", "a.ulk", "b.ulk", "c.ulk", "d.ulk"], "c.ulk: too many files")
         self.assert_wrong(["convert", "a.ulk", "b.xyzw"],
-                          "b.xyzw: no format has the ending .xyzw; " + known_endings())
+                          "b.xyzw: nothing is written with the ending .xyzw; " + known_output_endings())
         self.assert_wrong(["render", "a.ulk", "b.png", "--colour"], "--colour: there is no such option")
         self.assert_wrong(["render", "a.ulk", "b.png", "-x"], "-x: there is no such option")
         self.assert_wrong(["render", "a.ulk", "b.png", "--sise=1"], "--sise: there is no such option")
@@ -83,6 +83,10 @@ class Usage(ToolTestCase):
 
 def known_endings():
     return re.search(r"known are .*", run("info", "a.xyzw").stderr).group()
+
+
+def known_output_endings():
+    return re.search(r"known are [^;]*", run("convert", "a.ulk", "a.xyzw").stderr).group()
 
 
 class StandardStreams(ToolTestCase):

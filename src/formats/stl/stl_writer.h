@@ -21,7 +21,7 @@ namespace ulk3d {
 [[nodiscard]] bool save_stl_model(const char* path, const model_entry_t& entry);
 [[nodiscard]] bool save_stl_models(const char* path, const model_list_t& models);
 
-/// The ASCII form of a list. No command reaches this: commands write the binary form.
+/// The ASCII form of a list. No command of the window reaches this; `ulktool convert --text` uses it.
 [[nodiscard]] bool save_stl_ascii(const char* path, const model_list_t& models);
 
 /// Writes the records of one mesh's triangles and returns their number. Marks `output` as failed when an

@@ -20,6 +20,9 @@ int convert(const command_line_t& line) {
     const std::string& from = line.files()[0];
     const std::string& to = line.files()[1];
     require_known_ending(to);
+    const bool writes_text_stl = line.has("--text");
+    if (writes_text_stl && format_of(to) != scene_format_t::stl)
+        throw usage_error_t("--text: " + to + " is not named .stl");
     scene_session_t session;
     ulk3d::scene_t scene;
     if (!session.load_or_tell(scene, from))
@@ -27,17 +30,19 @@ int convert(const command_line_t& line) {
     // Names of pictures in files of other programs are always those that lead to them.
     if (line.has("--rebase") || is_foreign(from) || is_foreign(to))
         rebase_pictures(scene, from, to);
-    if (!save_scene_or_tell(scene, to))
+    if (!(writes_text_stl ? save_text_stl_or_tell(scene, to) : save_scene_or_tell(scene, to)))
         return exit_failed;
     if (format_of(to) == scene_format_t::scene_text)
         report_lost_pictures(scene, to, std::cerr);
     return exit_done;
 }
 
-constexpr std::array<option_t, 1> options{{
+constexpr std::array<option_t, 2> options{{
     {.name = "--rebase",
      .help = "Rewrites the names of pictures, which are relative to the folder of their scene file, so\n"
-             "that OUT finds them where they are."},
+             "that OUT finds them where they are. Where IN or OUT is a file of another program they\n"
+             "always are."},
+    {.name = "--text", .help = "Writes an STL file as a text instead of a binary one."},
 }};
 
 }  // namespace
@@ -46,8 +51,9 @@ const command_t convert_command{
     .name = "convert",
     .files = "IN OUT",
     .help =
-        "Loads IN and saves it as OUT, each in the format of its ending. Tells which pictures OUT will\n"
-        "not find.",
+        "Loads IN and saves it as OUT, each in the format of its ending: beside .ulk and .stl those of\n"
+        "other programs, of which .obj, .ply, .gltf and .glb are written. Tells what a format does not\n"
+        "carry, and which pictures OUT will not find.",
     .options = options,
     .example = "ulktool convert part.stl part.ulk",
     .run = convert,

@@ -41,8 +41,8 @@ std::string foreign_output_endings();
 /// A NURBS surface is written as the mesh that is drawn for it. The files are saved as all others are
 /// (utils/files/output_file.h), and only when all of them have been made. A GL context must be current.
 ///
-/// What the format can not carry is told in lines of `log`. False when the scene has no triangle, which is
-/// told, too, and after the line "PATH: could not be written".
+/// What the format can not carry is told in lines of `log`, and so is a scene that has no triangles. False
+/// then, and when not all bytes have been written.
 [[nodiscard]] bool export_scene(const ulk3d::scene_t& scene, const std::string& path, std::ostream& log);
 
 }  // namespace ulktool

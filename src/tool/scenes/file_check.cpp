@@ -8,6 +8,7 @@
 #include "formats/scene/misread_values.h"
 #include "formats/scene/scene_completeness.h"
 #include "formats/stl/stl_check.h"
+#include "tool/foreign/foreign_scenes.h"
 #include "tool/pictures/scene_pictures.h"
 #include "tool/scenes/scene_formats.h"
 #include "tool/scenes/standard_streams.h"
@@ -50,7 +51,9 @@ void report_stl(const std::string& path, std::ostream& log) {
     if (!check)
         return;
     if (check->is_text) {
-        log << "this looks like a text STL file; only binary ones are read\n";
+        log << (foreign_input_endings().empty()
+                    ? "this looks like a text STL file; only binary ones are read\n"
+                    : "this looks like a text STL file; the modeller itself reads only binary ones\n");
         return;
     }
     const auto number = [](std::uint64_t value) { return std::to_string(value); };

@@ -5,6 +5,7 @@
 
 #include <iostream>
 
+#include "formats/stl/stl_writer.h"
 #include "tool/foreign/foreign_scenes.h"
 #include "tool/scenes/progress_line.h"
 #include "tool/scenes/scene_formats.h"
@@ -33,6 +34,17 @@ bool save(ulk3d::scene_t& scene, const std::string& path, ulk3d::model_spacing_t
 bool save_scene_or_tell(ulk3d::scene_t& scene, const std::string& path, ulk3d::model_spacing_t spacing) {
     const bool saved = save(scene, path, spacing);
     if (!saved && !(path == standard_stream_name && has_reader()))
+        std::cerr << path << ": could not be written" << std::endl;
+    return saved;
+}
+
+bool save_text_stl_or_tell(const ulk3d::scene_t& scene, const std::string& path) {
+    const auto save_with_progress = [&] {
+        const progress_line_t progress("writing " + path);
+        return ulk3d::save_stl_ascii(path.c_str(), scene.models);
+    };
+    const bool saved = save_with_progress();
+    if (!saved)
         std::cerr << path << ": could not be written" << std::endl;
     return saved;
 }

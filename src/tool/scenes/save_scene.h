@@ -12,4 +12,7 @@ namespace ulktool {
 [[nodiscard]] bool save_scene_or_tell(ulk3d::scene_t& scene, const std::string& path,
                                       ulk3d::model_spacing_t spacing = ulk3d::model_spacing_t::none);
 
+/// Saves the triangles of a scene as an STL file that is a text, likewise.
+[[nodiscard]] bool save_text_stl_or_tell(const ulk3d::scene_t& scene, const std::string& path);
+
 }  // namespace ulktool

@@ -12,6 +12,10 @@ bool is_same(std::string_view ending, std::string_view known) {
     return ending.size() == known.size() && libutils::has_extension(ending, known) == 0;
 }
 
+std::string known_endings(const std::string& foreign) {
+    return "known are .ulk .stl" + (foreign.empty() ? foreign : " " + foreign);
+}
+
 }  // namespace
 
 std::string_view ending_of(std::string_view path) {
@@ -31,15 +35,15 @@ scene_format_t format_of(std::string_view path) {
 }
 
 std::string unknown_ending_message(std::string_view path) {
-    return "no format has the ending " + std::string(ending_of(path)) + "; known are .ulk .stl " +
-           foreign_input_endings();
+    return "no format has the ending " + std::string(ending_of(path)) + "; " +
+           known_endings(foreign_input_endings());
 }
 
 void require_known_ending(const std::string& path) {
     const scene_format_t format = format_of(path);
     if (format == scene_format_t::unknown || (format == scene_format_t::foreign && !is_foreign_output(path)))
         throw usage_error_t(path + ": nothing is written with the ending " + std::string(ending_of(path)) +
-                            "; known are .ulk .stl " + foreign_output_endings());
+                            "; " + known_endings(foreign_output_endings()));
 }
 
 }  // namespace ulktool

@@ -117,18 +117,15 @@ bool write_files(const aiScene& scene, const written_format_t& format, const std
 
 bool export_scene(const ulk3d::scene_t& scene, const std::string& path, std::ostream& log) {
     const written_format_t* const format = written_format_of(path);
-    bool is_written = false;
     try {
         const std::unique_ptr<aiScene> exported = exported_scene(scene, *format, log);
         if (!exported)
             log << "the scene has no triangles\n";
-        is_written = exported && write_files(*exported, *format, path);
+        return exported && write_files(*exported, *format, path);
     } catch (const std::exception&) {
         // Memory has run out, or the library can not write the scene.
+        return false;
     }
-    if (!is_written)
-        log << path << ": could not be written" << std::endl;
-    return is_written;
 }
 
 }  // namespace ulktool

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "model/vertex.h"
-#include "tool/foreign/picture_paths.h"
+#include "tool/foreign/foreign_picture.h"
 #include "utils/text/paths.h"
 #include "utils/text/strings.h"
 

@@ -1,4 +1,4 @@
-#include "tool/foreign/picture_paths.h"
+#include "tool/foreign/foreign_picture.h"
 
 #include <algorithm>
 #include <charconv>
@@ -50,11 +50,6 @@ std::string relative_to(const fs::path& place, const std::string& folder) {
 }
 
 }  // namespace
-
-std::string name_from_folder(const std::string& name, const std::string& old_folder,
-                             const std::string& new_folder) {
-    return name.empty() ? name : relative_to(old_folder + name, new_folder);
-}
 
 std::string name_of_foreign_picture(const std::string& name, const std::string& folder) {
     std::string picture = name;

@@ -4,11 +4,6 @@
 
 namespace ulktool {
 
-/// The name by which a scene file in one folder names the picture that `name`, read in another folder, stands
-/// for. Paths of folders end in their separator, or are empty for the working folder.
-std::string name_from_folder(const std::string& name, const std::string& old_folder,
-                             const std::string& new_folder);
-
 /// The name by which a scene file in `folder` has a picture that a file of another program there calls
 /// `name`: with slashes between folders, relative also when `name` begins at the root, and with blanks where
 /// a URI has "%20" when only that is there. Empty for a name that no line of a scene file can hold.
