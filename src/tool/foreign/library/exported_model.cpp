@@ -103,7 +103,7 @@ std::uint64_t fill_triangles(aiMesh& mesh, std::span<const std::uint32_t> elemen
         // of one polygon. These are not.
         const aiFace* const before = mesh.mNumFaces > 0 ? &mesh.mFaces[mesh.mNumFaces - 1] : nullptr;
         if (before != nullptr && before->mIndices[0] == corners[0])
-            std::ranges::rotate(corners, corners.begin() + 1);
+            std::rotate(corners.begin(), corners.begin() + 1, corners.end());
         aiFace& face = mesh.mFaces[mesh.mNumFaces++];
         face.mIndices = new unsigned int[3]{corners[0], corners[1], corners[2]};
         face.mNumIndices = 3;

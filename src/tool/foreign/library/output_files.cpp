@@ -60,7 +60,8 @@ void output_files_t::Close(Assimp::IOStream* file) {
 }
 
 bool output_files_t::publish() {
-    std::ranges::stable_partition(made, [this](const made_t& file) { return file.name != main_name; });
+    std::stable_partition(made.begin(), made.end(),
+                          [this](const made_t& file) { return file.name != main_name; });
     bool all_written = is_whole && !made.empty() && made.back().name == main_name;
     std::list<libutils::output_file> outputs;
     for (const made_t& file : made) {

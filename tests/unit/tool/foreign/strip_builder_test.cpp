@@ -21,7 +21,7 @@ std::vector<std::uint32_t> strips_of(const std::vector<corners_t>& triangles) {
 
 /// With the smallest corner first, and the same winding.
 corners_t turned(corners_t corners) {
-    std::ranges::rotate(corners, std::ranges::min_element(corners));
+    std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
     return corners;
 }
 
