@@ -211,10 +211,12 @@ std::uint32_t remove_unusable_faces(aiMesh& mesh) {
 
 sent_mesh_t send_mesh(const aiMesh& mesh, const aiMatrix4x4& place, const mesh_surface_t& surface,
                       process_output_t& output) {
+    sent_mesh_t sent;
+    if (!mesh.HasPositions())
+        return sent;
     const placing_t placing(place);
     const vertex_source_t source(mesh, placing, surface);
     const numbering_t numbering = number_vertices(mesh, placing, surface);
-    sent_mesh_t sent;
     const std::vector<std::uint32_t> elements = strips_of(mesh, numbering, placing.mirrors(), sent.left_out);
     if (elements.empty())
         return sent;
