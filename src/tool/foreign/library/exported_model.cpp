@@ -36,10 +36,10 @@ bool has_coordinates(std::span<const vertex_t> vertices) {
                                [](const vertex_t& vertex) { return vertex.texcoord != ulk3d::txc2{}; });
 }
 
-/// The library cuts bytes off instead of rounding to them.
+/// The library cuts off what is more than a byte instead of rounding.
 float rounded_to_byte(float value) {
-    constexpr float steps = 255, just_above = 0.25F;
-    return (std::round(std::clamp(value, 0.0F, 1.0F) * steps) + just_above) / steps;
+    constexpr float steps = 255;
+    return std::round(std::clamp(value, 0.0F, 1.0F) * steps) / steps;
 }
 
 aiColor4D written_color(const ulk3d::col3a& color, const written_format_t& format) {

@@ -66,6 +66,7 @@ struct file_t {
     std::string picture;
     aiColor4D diffuse;
     unsigned int meshes = 0;
+    std::vector<unsigned int> first_corners;  ///< of each triangle
 };
 
 file_t read(const std::string& path) {
@@ -86,6 +87,7 @@ file_t read(const std::string& path) {
         file.picture = picture.C_Str();
         for (unsigned int f = 0; f < mesh.mNumFaces; ++f) {
             EXPECT_EQ(mesh.mFaces[f].mNumIndices, 3U);
+            file.first_corners.push_back(mesh.mFaces[f].mIndices[0]);
             for (unsigned int k = 0; k < 3; ++k) {
                 const unsigned int c = mesh.mFaces[f].mIndices[k];
                 const aiVector3D &p = mesh.mVertices[c], &n = mesh.mNormals[c];
@@ -111,7 +113,7 @@ class ExportScene : public gl_test {
         for (std::uint32_t i = 0; i < 2 * (count + 1); ++i) {
             const float x = static_cast<float>(i / 2) / 3, y = static_cast<float>(i % 2);
             vertices.push_back({{x * size, y * size, x * x * size},
-                                {static_cast<float>(i) / 255, y, 51.F / 255, 1},
+                                {static_cast<float>(i) / 255, y, static_cast<float>(250 - i) / 255, 1},
                                 {x / 2, y * 0.75F}});
             frames.push_back({{1, 0, 0}, {0, 1, 0}, i % 2 == 0 ? dir3{0, 0, 1} : dir3{0.6F, 0, 0.8F}});
             elements.push_back(i);
@@ -181,8 +183,14 @@ TEST_P(ExportFormats, ComeBackAsTheModelThatWasWritten) {
 }
 
 TEST_P(ExportFormats, KeepMeshesThatAreTiny) {
-    // Its corners lie closer together than the distance within which the library joins vertices.
-    const model_entry_t& entry = add_ribbon(9, 1e-7F);
+    // Its corners differ in nothing but their positions, and lie closer together than the distance within
+    // which the library joins vertices.
+    model_entry_t& entry = add_ribbon(9, 1e-7F);
+    std::vector<vertex_t> vertices = vertices_of(entry.polygon);
+    for (vertex_t& vertex : vertices)
+        vertex = {vertex.position, {1, 0, 0, 1}, {}};
+    build_polygon(entry.polygon, vertices, elements_of(entry.polygon),
+                  std::vector<frame_t>(vertices.size(), new_vertex_frame));
     ASSERT_TRUE(write(GetParam())) << log;
     const std::vector<corner_t> got = read(folder.path(GetParam())).corners;
     const std::vector<corner_t> expected = corners_of(entry.polygon);
@@ -282,6 +290,25 @@ TEST_F(ExportScene, WhatAFormatDoesNotCarryIsTold) {
         "model 0: texture a.png, not carried by PLY, which has one for all models\n"
         "environment sky.png, not carried by PLY\n2 models, one in PLY\n");
     EXPECT_EQ(read(folder.path("a.ply")).corners.size(), 24U);
+}
+
+TEST_F(ExportScene, ColoursInPlyAreTheNearestBytes) {
+    model_entry_t& entry = *scene.models.emplace_back(std::make_unique<model_entry_t>(model_kind_t::polygon));
+    std::vector<vertex_t> vertices = vertices_at({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});
+    for (vertex_t& vertex : vertices)
+        vertex.color = {0.5F, 0.999F, -1, 2};
+    build_polygon(entry.polygon, vertices, {0, 1, 2});
+    ASSERT_TRUE(write("a.ply"));
+    EXPECT_EQ(read(folder.path("a.ply")).corners[0].color, (std::array<float, 4>{128.F / 255, 1, 0, 1}));
+}
+
+TEST_F(ExportScene, NeighboursInGltfAreNoPartsOfOnePolygon) {
+    // The library says of its files that triangles with one first corner, one behind the other, are such.
+    add_ribbon(9);
+    ASSERT_TRUE(write("a.glb"));
+    const std::vector<unsigned int> corners = read(folder.path("a.glb")).first_corners;
+    EXPECT_EQ(corners.size(), 18U);
+    EXPECT_EQ(std::ranges::adjacent_find(corners), corners.end());
 }
 
 TEST_F(ExportScene, OpacityOfPointsIsToldWhereItIsLost) {

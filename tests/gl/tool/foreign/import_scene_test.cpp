@@ -245,9 +245,9 @@ TEST_F(ImportGltf, ANodeMovesItsMesh) {
 
 TEST_F(ImportGltf, NodesOfNodesAreApplied) {
     const import_t read = import_nodes(
-        R"({"children":[1],"matrix":[1,0,0,0, 0,1,0,0, 0,0,1,0, 0,0,5,1]},{"mesh":0,"scale":[2,1,1]})", bare);
+        R"({"children":[1],"scale":[2,1,1]},{"mesh":0,"matrix":[1,0,0,0, 0,1,0,0, 0,0,1,0, 3,0,5,1]})", bare);
     ASSERT_TRUE(read.result) << read.log;
-    EXPECT_EQ(positions_of(read.polygon()), (std::vector<pos3>{{0, 0, 5}, {2, 0, 5}, {0, 1, 5}}));
+    EXPECT_EQ(positions_of(read.polygon()), (std::vector<pos3>{{6, 0, 5}, {8, 0, 5}, {6, 1, 5}}));
 }
 
 TEST_F(ImportGltf, AMeshInTwoPlacesIsTwoModels) {
@@ -326,6 +326,13 @@ TEST_F(ImportScene, AFileThatCrashesTheLibraryDoesNotLoad) {
                "element face 1\nproperty list uchar int vertex_indices\nend_header\n255 0 0\n255");
     EXPECT_FALSE(read.result);
     EXPECT_EQ(std::ranges::count(read.log, '\n'), 1) << read.log;
+}
+
+TEST_F(ImportScene, AFileForWhichTheLibraryWouldWaitForEverEndsTooEarly) {
+    const import_t read =
+        import("a.ply", "ply\nformat binary_little_endian 1.0\nelement vertex 4\nproperty float x\n");
+    EXPECT_FALSE(read.result);
+    EXPECT_EQ(read.log, "the file ends too early\n");
 }
 
 TEST_F(ImportScene, DamagedFilesEndInOneLine) {
