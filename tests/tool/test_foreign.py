@@ -33,8 +33,10 @@ class WithoutTheLibrary(ToolTestCase):
     def test_it_says_that_it_can_not(self):
         done = run("convert", self.file("a.obj", OBJ_SQUARE), self.folder / "a.ulk")
         self.assertEqual((done.returncode, done.stderr.splitlines()[0]), (1, "this build can not read .obj files"))
-        done = run("convert", SAMPLES / "cube.ulk", self.folder / "a.ply")
-        self.assertEqual((done.returncode, done.stderr), (1, "this build can not write .ply files\n"))
+        out = self.folder / "a.ply"
+        done = run("convert", SAMPLES / "cube.ulk", out)
+        self.assertEqual((done.returncode, done.stderr),
+                         (1, f"this build can not write .ply files\n{out}: could not be written\n"))
 
 
 @unittest.skipUnless(HAS_LIBRARY, "this build can not read them")
