@@ -27,7 +27,7 @@ struct import_t {
     std::string errors;  ///< what else is printed, such as that a picture is missing
 
     const model_entry_t& model(std::size_t index = 0) const {
-        return **std::next(scene.models.begin(), index);
+        return **std::next(scene.models.begin(), static_cast<std::ptrdiff_t>(index));
     }
     const polygon_t& polygon(std::size_t index = 0) const { return model(index).polygon; }
 };
