@@ -94,6 +94,17 @@ class Convert(ToolTestCase):
         # Neither does an STL file have pictures.
         self.assertEqual(run("convert", square, self.folder / "b" / "out.stl").stderr, "")
 
+    def test_every_command_that_saves_tells_of_pictures_that_will_not_be_found(self):
+        square = self.file("square.ulk", SQUARE.format(maps="texture a.png\n"))
+        (self.folder / "a.png").write_bytes(png_of_one_pixel(1, 2, 3))
+        out = self.folder / "b" / "out.ulk"
+        out.parent.mkdir()
+        for words in (("cut", "--cutter", 0), ("polygonize",), ("place", "--move", "1,0,0"),
+                      ("fold", "--model", 0, "--polygons", 0, "--axis", "0,1", "--angle", 30)):
+            done = run(*words, square, "-o", out)
+            self.assertEqual((done.returncode, done.stderr), (
+                0, f"{out}: model 0: texture a.png will not be found there\n"), words)
+
     def test_rebase_gives_pictures_the_names_that_lead_to_them(self):
         square = self.file("square.ulk", SQUARE.format(maps="texture a.png\nbumpmap b/c.png\nspecular ./b/../a.png\n"))
         (self.folder / "a.png").write_bytes(png_of_one_pixel(1, 2, 3))

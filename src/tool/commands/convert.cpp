@@ -1,9 +1,7 @@
 #include <array>
-#include <iostream>
 
 #include "tool/command_line/command_line.h"
 #include "tool/commands/commands.h"
-#include "tool/pictures/picture_places.h"
 #include "tool/scenes/save_scene.h"
 #include "tool/scenes/scene_formats.h"
 #include "tool/scenes/scene_session.h"
@@ -11,10 +9,6 @@
 namespace ulktool {
 
 namespace {
-
-bool is_foreign(const std::string& path) {
-    return format_of(path) == scene_format_t::foreign;
-}
 
 int convert(const command_line_t& line) {
     const std::string& from = line.files()[0];
@@ -27,14 +21,9 @@ int convert(const command_line_t& line) {
     ulk3d::scene_t scene;
     if (!session.load_or_tell(scene, from))
         return exit_failed;
-    // Names of pictures in files of other programs are always those that lead to them.
-    if (line.has("--rebase") || is_foreign(from) || is_foreign(to))
-        rebase_pictures(scene, from, to);
-    if (!(writes_text_stl ? save_text_stl_or_tell(scene, to) : save_scene_or_tell(scene, to)))
-        return exit_failed;
-    if (format_of(to) == scene_format_t::scene_text)
-        report_lost_pictures(scene, to, std::cerr);
-    return exit_done;
+    const save_options_t options{.rebases_pictures = line.has("--rebase"),
+                                 .writes_text_stl = writes_text_stl};
+    return save_scene_or_tell(scene, from, to, options) ? exit_done : exit_failed;
 }
 
 constexpr std::array<option_t, 2> options{{

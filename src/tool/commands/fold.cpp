@@ -123,8 +123,9 @@ int fold(const command_line_t& line) {
     require_known_ending(to);
     scene_session_t session;
     ulk3d::scene_t scene;
-    const bool is_done = session.load_or_tell(scene, job.scene) && fold_or_tell(scene, job) &&
-                         save_scene_or_tell(scene, to, ulk3d::model_spacing_t::blank_line);
+    const bool is_done =
+        session.load_or_tell(scene, job.scene) && fold_or_tell(scene, job) &&
+        save_scene_or_tell(scene, job.scene, to, {.spacing = ulk3d::model_spacing_t::blank_line});
     return is_done ? exit_done : exit_failed;
 }
 

@@ -106,7 +106,7 @@ int place(const command_line_t& line) {
     for (std::size_t index = 0; index < placed.size(); ++index)
         if (!place_or_tell(placed[index], index, session.programs(), from))
             return exit_failed;
-    return save_scene_or_tell(scene, to) ? exit_done : exit_failed;
+    return save_scene_or_tell(scene, from, to) ? exit_done : exit_failed;
 }
 
 constexpr std::array<option_t, 7> options{{

@@ -39,7 +39,7 @@ int polygonize(const command_line_t& line) {
     scene_session_t session;
     ulk3d::scene_t scene;
     const bool is_done = session.load_or_tell(scene, from) && polygonize_or_tell(scene, from, number) &&
-                         save_scene_or_tell(scene, to, ulk3d::model_spacing_t::blank_line);
+                         save_scene_or_tell(scene, from, to, {.spacing = ulk3d::model_spacing_t::blank_line});
     return is_done ? exit_done : exit_failed;
 }
 

@@ -106,7 +106,7 @@ int tidy(const command_line_t& line) {
         if (model == nullptr || !tidy_model(*model, index, job, told))
             return exit_failed;
     }
-    return save_scene_or_tell(scene, job.to) ? exit_done : exit_failed;
+    return save_scene_or_tell(scene, job.from, job.to) ? exit_done : exit_failed;
 }
 
 #else

@@ -15,7 +15,7 @@ namespace ulktool {
 /// Sets `camera.view`, whose inverse then only turns back, as surfaces need no more of it, and `camera.fit`.
 /// The matrices of the orthographic views are the caller's to derive. False, with nothing set, when the
 /// perspective view would show nothing. A GL context must be current.
-[[nodiscard]] bool fit_scene(ulk3d::camera_t& camera, const ulk3d::view_layout_t& layout, const ulk3d::model_list_t& models,
-               const ulk3d::mtx3w& turn, bool with_points);
+[[nodiscard]] bool fit_scene(ulk3d::camera_t& camera, const ulk3d::view_layout_t& layout,
+                             const ulk3d::model_list_t& models, const ulk3d::mtx3w& turn, bool with_points);
 
 }  // namespace ulktool
