@@ -46,7 +46,7 @@ void take_frames_away(polygon_t& polygon) {
 
 /// The steps in the most literal way: a lookup in the set for each id, and three indices written for each.
 void load_plainly(polygon_t& polygon) {
-    polygon.polyidvector.assign(polygon.element_count() - 2, {});
+    polygon.polyidvector = polygon_places_t(polygon.element_count() - 2);
     const array_span<vertex_t> vertices(polygon.vertices);
     const array_span<frame_t> frames(polygon.normals);
     const index_span elements(polygon.elements);
@@ -56,7 +56,7 @@ void load_plainly(polygon_t& polygon) {
         selected[3 * t.id] = is_selected ? t.a : restart_mark;
         selected[3 * t.id + 1] = is_selected ? t.b : restart_mark;
         selected[3 * t.id + 2] = is_selected ? t.c : restart_mark;
-        polygon.polyidvector[t.id] = {t.position, t.flipped};
+        polygon.polyidvector.number({t.position, t.flipped});
         if (frames[t.c].normal == dir3{}) {
             const pos3 &a = vertices[t.a].position, &b = vertices[t.b].position, &c = vertices[t.c].position;
             const dir3 normal = unit_face_normal(a, b, c);

@@ -1,9 +1,8 @@
 #include "model/modeling.h"
 
-#include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <utility>
-
-#include "render/gl/mapped_span.h"
 
 namespace ulk3d {
 
@@ -58,10 +57,9 @@ void modeling_t::swap_points(modeling_t& other) noexcept {
 }
 
 bool modeling_t::clearselection() {
-    const array_span<float> sizes(pointsizes);
-    std::ranges::fill(sizes.span(), unselected_point_size);
+    const bool is_filled = pointsizes.fill(0, std::bit_cast<std::uint32_t>(unselected_point_size));
     selection.assign(selection.size(), false);
-    return sizes.size() >= selection.size();
+    return selection.empty() || (is_filled && pointsizes.holds(static_cast<std::int64_t>(selection.size())));
 }
 
 bool modeling_t::select(std::uint64_t point) {
@@ -75,8 +73,9 @@ bool modeling_t::unselect(std::uint64_t point) {
 bool modeling_t::mark(std::uint64_t point, bool selected, float size) {
     if (point >= selection.size() || selection[point] == selected)
         return false;
+    if (!pointsizes.write_one(static_cast<std::int64_t>(point), &size))
+        return false;
     selection[point] = selected;
-    pointsizes.write_one(static_cast<std::int64_t>(point), &size);
     return true;
 }
 

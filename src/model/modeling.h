@@ -64,8 +64,9 @@ class modeling_t {
     /// Derives the drawn surface from the edited arrays again.
     virtual void update(glpolygon_t& /*glpolygon*/) {}
 
-    /// Draws all points as GL_POINTS, each at its point size.
-    virtual void drawpoints() = 0;
+    /// Draws all points as GL_POINTS, each at its point size. False, after the lines of a mapping that fails,
+    /// when there is no memory for what they are drawn from.
+    virtual bool drawpoints() = 0;
     virtual void draw() = 0;
 
     /// The model's bounding box.
@@ -80,7 +81,8 @@ class modeling_t {
     /// Unselects all points; the number of points stays. False when the point sizes can not be mapped; they
     /// then stay as they were.
     bool clearselection();
-    /// Selects or unselects one point. False when it already is so, or when there is no such point.
+    /// Selects or unselects one point. False when it already is so, when there is no such point, or, after
+    /// the lines of a mapping that fails, when there is no memory for the point sizes.
     bool select(std::uint64_t point);
     bool unselect(std::uint64_t point);
 

@@ -175,4 +175,28 @@ TEST_F(DialogFaults, OfTexts) {
     expect_text("2\n1\n0\n-1\n", [this](std::string text) { editor.set_element_text(std::move(text)); });
 }
 
+/// The first mark of a kind is the first use of its buffer.
+class MarkFaults : public fault_loop {
+  protected:
+    void fail_everywhere_in(const std::function<bool()>& mark) {
+        const run_t run{.prepare = [this] { open(square_block("0.2") + patch_block()); },
+                        .command = [mark]() -> std::optional<bool> { return mark(); }};
+        for (const fallible_t operation : {fallible_t::buffer_store, fallible_t::buffer_mapping})
+            for (const bool is_lasting : {false, true})
+                EXPECT_GT(fail_everywhere({.operation = operation, .is_lasting = is_lasting}, run), 0U);
+    }
+};
+
+TEST_F(MarkFaults, OfAPointOfAMesh) {
+    fail_everywhere_in([this] { return editor.scene().select_vertex(0, 1); });
+}
+
+TEST_F(MarkFaults, OfAPointOfASurface) {
+    fail_everywhere_in([this] { return editor.scene().select_vertex(1, 1); });
+}
+
+TEST_F(MarkFaults, OfAPolygon) {
+    fail_everywhere_in([this] { return editor.scene().select_polygon(0, 1); });
+}
+
 }  // namespace

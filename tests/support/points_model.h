@@ -25,7 +25,7 @@ struct points_model_t : ulk3d::modeling_t {
     void elementchanged(std::uint32_t index, std::uint64_t element) override {
         changes.emplace_back(index, element);
     }
-    void drawpoints() override {}
+    bool drawpoints() override { return true; }
     void draw() override {}
 
     /// Appends an array with the content `words`, which must be whole records. False when it can not be

@@ -45,7 +45,7 @@ bool edited_scene_t::select_polygon(std::uint64_t model, std::uint64_t polygon_i
         return false;
     report_polygon(std::cout, model, polygon_id, *polygon);
     polygon->selectpolygon(polygon_id);
-    return true;
+    return polygon->selectpolygons().contains(static_cast<std::uint32_t>(polygon_id));
 }
 
 bool edited_scene_t::unselect_polygon(std::uint64_t model, std::uint64_t polygon_id) {

@@ -86,13 +86,20 @@ struct triangle_soup {
     }
 };
 
-/// Fills the arrays from the file's current position. If the file has become shorter in the meantime the
-/// remaining entries are left as they were allocated: zero vertices and restart marks.
+/// The triangles from `first` on are not there: zero vertices and restart marks, as they were allocated.
+void clear_rest(const triangle_soup& soup, std::uint64_t first) {
+    std::ranges::fill(soup.vertices.subspan(3 * first), vertex_t{});
+    std::ranges::fill(soup.frames.subspan(3 * first), frame_t{});
+    std::ranges::fill(soup.elements.subspan(elements_per_triangle * first), restart_mark);
+}
+
+/// Fills the arrays from the file's current position, also if the file has become shorter in the meantime.
 void read_triangles(file_descriptor& file, std::uint64_t triangle_count, const triangle_soup& soup) {
     constexpr std::uint64_t most_at_once = 4096;
     const std::uint64_t block_triangles = std::min(triangle_count, most_at_once);
     const auto block = std::make_unique_for_overwrite<char[]>(block_triangles * stl::record_size);
-    for (std::uint64_t filled = 0; filled < triangle_count;) {
+    std::uint64_t filled = 0;
+    while (filled < triangle_count) {
         const std::uint64_t wanted = std::min(triangle_count - filled, most_at_once);
         const std::uint64_t there = whole_triangles(read_block(file, block.get(), wanted * stl::record_size));
         for (std::uint64_t i = 0; i < there; ++i) {
@@ -100,18 +107,19 @@ void read_triangles(file_descriptor& file, std::uint64_t triangle_count, const t
             std::memcpy(&triangle, block.get() + i * stl::record_size, sizeof triangle);
             soup.put(filled + i, triangle);
         }
+        filled += there;
         if (there < wanted)
             break;
-        filled += there;
     }
+    clear_rest(soup, filled);
 }
 
 /// Reads the triangles into the buffers of a mesh that was allocated for them. False when the buffers can not
 /// be mapped, or the file can not be read.
 bool fill(polygon_t& polygon, file_descriptor& file, std::uint64_t triangle_count) {
-    const array_span<vertex_t> vertices(polygon.vertices);
-    const array_span<frame_t> frames(polygon.normals);
-    const index_span elements(polygon.elements);
+    const array_span<vertex_t> vertices(polygon.vertices, first_words_t::overwritten);
+    const array_span<frame_t> frames(polygon.normals, first_words_t::overwritten);
+    const index_span elements(polygon.elements, first_words_t::overwritten);
     const triangle_soup soup{vertices.span(), frames.span(), elements.span()};
     if (!soup.holds(triangle_count))
         return false;

@@ -57,6 +57,11 @@ bool select(modeling_t& model, const number_row_t& row) {
     return row.selected ? model.select(row.point) : model.unselect(row.point);
 }
 
+/// False for a point that could not be marked for lack of memory.
+bool is_selected_as_told(const modeling_t& model, const number_row_t& row) {
+    return row.point >= model.selection.size() || model.selection[row.point] == row.selected;
+}
+
 /// Stores the numbers of a row in a value of the model if they differ; if so, returns true and sets `old` to
 /// the old values.
 bool store(const number_form_t& form, const number_row_t& row, float* attribute, vec3w& old) {
@@ -99,6 +104,8 @@ table_change_t write_rows(modeling_t& model, attribute_t attribute, const number
             return change;
         for (const number_row_t& row : rows) {
             change.selection |= select(model, row);
+            if (!is_selected_as_told(model, row))
+                return {.edit = {{}, place.array, place.member}, .failed = true};
             vec3w old;
             float* const value = values->at(row.point, form.components);
             if (value != nullptr && store(form, row, value, old))

@@ -70,7 +70,7 @@ option_table_t read_option(const nurbs_t& nurbs, std::uint32_t index);
 struct table_change_t {
     bool selection = false;
     edit_t edit;          ///< the values that were replaced
-    bool failed = false;  ///< the values can not be mapped, and nothing has changed
+    bool failed = false;  ///< the values can not be mapped, or a point not marked; see `write_rows`
 
     bool has_values() const { return !edit.points.empty(); }
     explicit operator bool() const { return selection || has_values(); }
@@ -82,8 +82,9 @@ void read_rows(const modeling_t& model, attribute_t attribute, const number_form
                std::span<number_row_t> rows);
 
 /// Writes a table back: selects and unselects points, stores the values of the attribute that differ, and
-/// then notifies the model of each changed record. Rows of points that the model does not have are skipped. A
-/// GL context must be current.
+/// then notifies the model of each changed record. Rows of points that the model does not have are skipped.
+/// Where it fails nothing has changed, or only a part when there is no memory to mark a point. A GL context
+/// must be current.
 [[nodiscard]] table_change_t write_rows(modeling_t& model, attribute_t attribute, const number_form_t& form,
                                         std::span<const number_row_t> rows);
 

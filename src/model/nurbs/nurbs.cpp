@@ -237,8 +237,8 @@ array_t* nurbs_t::array(std::uint32_t index) {
     return index == 0 ? &ctlpts : nullptr;
 }
 
-void nurbs_t::drawpoints() {
-    ulk3d::draw(pointarray, GL_POINTS, ctlpts.element_count());
+bool nurbs_t::drawpoints() {
+    return ulk3d::draw(pointarray, GL_POINTS, ctlpts.element_count());
 }
 
 void nurbs_t::bounds(pos3& low, pos3& high) const {

@@ -110,8 +110,8 @@ class nurbs_t : public modeling_t {
     const array_t* array(std::uint32_t index) const override;  ///< 0 control points
     array_t* array(std::uint32_t index) override;
 
-    void drawpoints() override;
-    void draw() override { drawpoints(); }
+    bool drawpoints() override;
+    void draw() override { static_cast<void>(drawpoints()); }
 
     /// Bounding box of the control points in the GL array; low and high are the origin when there are none.
     void bounds(pos3& low, pos3& high) const override;

@@ -55,7 +55,8 @@ void polygon_t::draw() {
     grCheckError("polygon_t::draw(1)");
     glEnable(GL_PRIMITIVE_RESTART);
     grCheckError("polygon_t::draw(2)");
-    strips_to_draw().draw(drawarray, GL_TRIANGLE_STRIP);
+    if (const element_array_t* const strips = strips_to_draw())
+        strips->draw(drawarray, GL_TRIANGLE_STRIP);
     grCheckError("polygon_t::draw(3)");
     glDisable(GL_PRIMITIVE_RESTART);
     grCheckError("polygon_t::draw(end)");
@@ -65,21 +66,26 @@ polygon_t::strips_state_t polygon_t::strips_state() const {
     return {elements.writable_mappings(), vertex_count(), element_count()};
 }
 
-const element_array_t& polygon_t::strips_to_draw() {
+/// Null when there is none, or it can not be examined: an index beyond the vertices must not get to GL.
+const element_array_t* polygon_t::strips_to_draw() {
     if (!elements.has_buffer())
-        return elements;
+        return nullptr;
     if (examined != strips_state()) {
         const const_index_span strips(elements);
+        if (!strips && elements.bytes_in_use() > 0)
+            return nullptr;
         draws_cleanelems = has_foreign_index(strips.span(), vertex_count());
         if (draws_cleanelems && cleanelems.allocate(elements.element_count())) {
-            const index_span clean(cleanelems);
+            const index_span clean(cleanelems, first_words_t::overwritten);
+            if (!clean)
+                return nullptr;
             std::ranges::transform(
                 strips.span().first(std::min(strips.size(), clean.size())), clean.span().begin(),
                 [this](std::uint32_t index) { return index < vertex_count() ? index : restart_mark; });
         }
         examined = strips_state();
     }
-    return draws_cleanelems ? cleanelems : elements;
+    return draws_cleanelems ? &cleanelems : &elements;
 }
 
 void polygon_t::drawselected() {
@@ -89,16 +95,16 @@ void polygon_t::drawselected() {
     glDisable(GL_PRIMITIVE_RESTART);
 }
 
-void polygon_t::drawpoints() {
-    ulk3d::draw(pointarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+bool polygon_t::drawpoints() {
+    return ulk3d::draw(pointarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
 }
 
-void polygon_t::drawframes() {
-    ulk3d::draw(workarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+bool polygon_t::drawframes() {
+    return ulk3d::draw(workarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
 }
 
 std::uint64_t polygon_t::drawvertices() {
-    ulk3d::draw(drawarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+    static_cast<void>(ulk3d::draw(drawarray, GL_POINTS, static_cast<GLsizei>(vertex_count())));
     return vertex_count();
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/modeling.h"
+#include "model/polygon/polygon_places.h"
 #include "model/vertex.h"
 #include "render/gl/shared_holder.h"
 #include "render/gl/vertex_array.h"
@@ -26,7 +27,8 @@ class polygon_t : public modeling_t {
 
     /// Makes the arrays for `vertex_count` vertices and `element_count` indices, with vertices and frames
     /// zero and all indices restart marks; no point is selected, and the ids of the selected polygons stay.
-    /// Counts of 0 are legal.
+    /// Counts of 0 are legal. GL makes the stores at their first use (render/gl/buffer.h); the memory for all
+    /// of them is claimed here.
     ///
     /// False when an array can not be allocated or mapped, after a line on the standard error stream that
     /// names it
@@ -61,7 +63,8 @@ class polygon_t : public modeling_t {
 
     /// Selects or unselects the polygon with an id: adds the id to `selectpolygons()` and its triangle to
     /// `selectelems`, or removes them. An id beyond `polyidvector` prints a line on the standard error
-    /// stream; for it, and for an id that has no triangle, only the set changes.
+    /// stream; for it, and for an id that has no triangle, only the set changes. An id that can not be added
+    /// to `selectelems`, after the lines of a mapping that fails, is not added to the set either.
     void selectpolygon(std::uint64_t polyid);
     void unselectpolygon(std::uint64_t polyid);
     /// Unselects all polygons.
@@ -78,9 +81,9 @@ class polygon_t : public modeling_t {
     /// Draws the strips with primitive restart; an index at or above the vertex count restarts as the restart
     /// mark does.
     void draw() override;
-    void drawpoints() override;    ///< all vertices at their point sizes
+    bool drawpoints() override;    ///< all vertices at their point sizes
     void drawselected();           ///< the selected polygons as single triangles
-    void drawframes();             ///< GL_POINTS of vertices and work normals: the draw of the frame pass
+    bool drawframes();             ///< GL_POINTS of vertices and work normals: the draw of the frame pass
     std::uint64_t drawvertices();  ///< GL_POINTS of vertices and frames; returns the vertex count
 
     /// Bounding box of the vertices that `elements` refers to; low and high stay as they are when there are
@@ -92,21 +95,15 @@ class polygon_t : public modeling_t {
     std::uint64_t vertex_count() const;
     std::uint64_t element_count() const;
 
-    /// The place of a polygon in the strips.
-    struct polygon_place_t {
-        std::uint32_t position = restart_mark;  ///< index into `elements` of the triangle's first element
-        bool flipped = false;                   ///< an even triangle of its strip: first two vertices swapped
-    };
-
-    array_t vertices;                           ///< vertex_t per vertex
-    array_t normals;                            ///< frame_t per vertex
-    array_t wknmls;                             ///< work_frame_t per vertex
-    element_array_t elements;                   ///< triangle strips
-    shared_holder<vertex_array_t> drawarray;    ///< vertices at locations 0 to 2, normals at 3 to 5
-    shared_holder<vertex_array_t> workarray;    ///< vertices at 0 to 2, wknmls at 3 to 6
-    shared_holder<vertex_array_t> pointarray;   ///< vertices at 0 to 2, then point sizes over location 2
-    feedback_buffer_t normalfeedback;           ///< target of the frame pass, 9 floats per vertex
-    std::vector<polygon_place_t> polyidvector;  ///< by polygon id
+    array_t vertices;                          ///< vertex_t per vertex
+    array_t normals;                           ///< frame_t per vertex
+    array_t wknmls;                            ///< work_frame_t per vertex
+    element_array_t elements;                  ///< triangle strips
+    shared_holder<vertex_array_t> drawarray;   ///< vertices at locations 0 to 2, normals at 3 to 5
+    shared_holder<vertex_array_t> workarray;   ///< vertices at 0 to 2, wknmls at 3 to 6
+    shared_holder<vertex_array_t> pointarray;  ///< vertices at 0 to 2, then point sizes over location 2
+    feedback_buffer_t normalfeedback;          ///< target of the frame pass, 9 floats per vertex
+    polygon_places_t polyidvector;             ///< by polygon id
     element_array_t selectelems;  ///< three indices per polygon id, restart marks where not selected
     /// Which vertices were made in a dialog and have a frame that nobody has given them; those beyond the end
     /// have been given theirs. Whatever else allocates or extends the mesh gives all vertices their frames.
@@ -114,7 +111,8 @@ class polygon_t : public modeling_t {
 
   private:
     void make_vertex_arrays();
-    const element_array_t& strips_to_draw();
+    const element_array_t* strips_to_draw();
+    std::size_t id_count() const;
 
     std::set<std::uint32_t> selected_ids;
 

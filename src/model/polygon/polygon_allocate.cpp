@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <iostream>
 #include <limits>
 #include <utility>
 
 #include "gltextures/gr_check_error.h"
 #include "model/polygon/polygon.h"
-#include "render/gl/mapped_span.h"
 #include "utils/memory/memory_budget.h"
 
 /// Allocation and resizing of a polygon's arrays.
@@ -103,20 +103,15 @@ bool allocate_feedback(feedback_buffer_t& selection, feedback_buffer_t& normal, 
     return selection.allocate(selection_words * vertex_count) && normal.allocate(frame_words * vertex_count);
 }
 
-/// New buffers, and the new parts of grown ones, have undefined contents: these are neither shown nor saved.
-/// False when they can not be mapped.
-template <class Record, class Buffer>
-bool fill_tail(Buffer& buffer, std::int64_t from, const Record& record) {
-    if (from >= buffer.element_count())
-        return true;
-    const mapped_span<Record, Buffer> all(buffer);
-    const std::size_t first = std::min(static_cast<std::size_t>(from), all.size());
-    std::ranges::fill(all.span().subspan(first), record);
-    return static_cast<bool>(all);
+// New buffers, and the new parts of grown ones, have undefined contents: these are neither shown nor saved.
+
+/// Makes the records from `from` on zero. False when they can not be mapped.
+bool clear_tail(array_t& records, std::int64_t from) {
+    return records.fill(from, 0);
 }
 
 bool mark_tail(element_array_t& indices, std::int64_t from) {
-    return fill_tail(indices, from, restart_mark);
+    return indices.fill(from, restart_mark);
 }
 
 struct array_messages_t {
@@ -134,7 +129,7 @@ constexpr array_messages_t extend_messages = {
 claims_t claims_of(const polygon_t& polygon, const array_messages_t& messages, std::uint64_t vertex_count,
                    std::uint64_t element_count) {
     constexpr std::uint64_t with_vertices = sizeof(float) + (selection_words + frame_words) * word_bytes;
-    constexpr std::uint64_t with_elements = sizeof(polygon_t::polygon_place_t);
+    constexpr std::uint64_t with_elements = sizeof(polygon_place_t);
     // An element count beyond the limit is refused as such, so three times that many need not be counted.
     const std::uint64_t selects = select_count(std::min(element_count, most_drawn));
     return {{
@@ -193,8 +188,10 @@ bool polygon_t::allocate(std::uint64_t vertex_count, std::uint64_t element_count
     const bool is_marked = mark_tail(selectelems, 0);
 
     grCheckError("polygon_t::allocate(7)");
-    const bool is_complete = is_marked && fill_tail(vertices, 0, vertex_t{}) &&
-                             fill_tail(normals, 0, frame_t{}) && mark_tail(elements, 0) && afterload(nullptr);
+    const bool is_complete =
+        is_marked && clear_tail(vertices, 0) && clear_tail(normals, 0) && mark_tail(elements, 0);
+    if (is_complete)
+        polyidvector = polygon_places_t(id_count());
     grCheckError("polygon_t::allocate(end)");
     return is_complete;
 }
@@ -235,12 +232,9 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
         return false;
     const std::size_t old_points = selection.size();
     selection.resize(static_cast<std::size_t>(vertex_count), false);
-    if (old_points < selection.size()) {
-        const array_span<float> sizes(pointsizes);
-        if (!sizes)
-            return false;
-        std::ranges::fill(sizes.span().subspan(std::min(old_points, sizes.size())), unselected_point_size);
-    }
+    if (!pointsizes.fill(static_cast<std::int64_t>(old_points),
+                         std::bit_cast<std::uint32_t>(unselected_point_size)))
+        return false;
 
     grCheckError("polygon_t::extend(4)");
     if (!allocate_feedback(selectionfeedback, normalfeedback, vertex_count))
@@ -251,9 +245,9 @@ bool polygon_t::extend(std::int64_t vertex_count, std::int64_t element_count) {
     if (!set_count(selectelems, select_count(element_count)))
         return fail(extend_messages.selectelems);
 
-    const bool is_complete =
-        mark_tail(selectelems, old_selects) && fill_tail(vertices, old_vertices, vertex_t{}) &&
-        fill_tail(normals, old_normals, frame_t{}) && mark_tail(elements, old_elements) && afterload(nullptr);
+    const bool is_complete = mark_tail(selectelems, old_selects) && clear_tail(vertices, old_vertices) &&
+                             clear_tail(normals, old_normals) && mark_tail(elements, old_elements) &&
+                             afterload(nullptr);
     grCheckError("polygon_t::extend(end)");
     return is_complete;
 }
@@ -291,7 +285,7 @@ void polygon_t::swap(polygon_t& other) noexcept {
     std::swap(workarray, other.workarray);
     std::swap(pointarray, other.pointarray);
     normalfeedback.swap(other.normalfeedback);
-    polyidvector.swap(other.polyidvector);
+    std::swap(polyidvector, other.polyidvector);
     std::swap(selectelems, other.selectelems);
     selected_ids.swap(other.selected_ids);
     std::swap(cleanelems, other.cleanelems);

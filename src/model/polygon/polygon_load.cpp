@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "model/math/vectors.h"
 #include "model/polygon/polygon.h"
@@ -34,7 +35,7 @@ void write_triangle(std::span<std::uint32_t> selected, std::uint64_t id, const t
 }
 
 /// The triangle at a place in the strips; restart marks when there is no longer a triangle.
-three_indices triangle_at(const polygon_t::polygon_place_t& place, std::span<const std::uint32_t> strips,
+three_indices triangle_at(const polygon_place_t& place, std::span<const std::uint32_t> strips,
                           std::uint64_t vertex_count) {
     if (std::uint64_t{place.position} + 2 >= strips.size())
         return no_triangle;
@@ -57,37 +58,40 @@ bool is_beyond(std::uint64_t polyid, std::size_t size) {
 
 }  // namespace
 
+/// As many polygon ids as there would be if there were no restart marks.
+std::size_t polygon_t::id_count() const {
+    return element_count() < 3 ? 0 : element_count() - 2;
+}
+
 bool polygon_t::afterload(const char* new_name) {
     if (new_name != nullptr)
         name = new_name;
     if (element_count() < 3) {
-        if (selectelems.bytes_in_use() > 0) {
-            const index_span selected(selectelems);
-            if (!selected)
-                return false;
-            std::ranges::fill(selected.span(), restart_mark);
-        }
+        if (selectelems.bytes_in_use() > 0 && !selectelems.fill(0, restart_mark))
+            return false;
         polyidvector.clear();
         return true;
     }
-    std::vector<polygon_place_t> places(element_count() - 2);
 
+    polygon_places_t places(id_count());
     const array_span<const vertex_t> corners(vertices);
     const array_span<frame_t> frames(normals);
     const const_index_span strips(elements);
-    const index_span selected(selectelems);
     const bool has_vertices = vertex_count() > 0;
-    if (!strips || !selected || static_cast<bool>(corners) != has_vertices ||
-        static_cast<bool>(frames) != has_vertices)
+    if (!strips || static_cast<bool>(corners) != has_vertices || static_cast<bool>(frames) != has_vertices)
         return false;
-    polyidvector.swap(places);
+    // Triangles that are not selected, and places that have no triangle, keep the restart mark. As long as
+    // nothing is selected this needs no store.
+    std::optional<index_span> selected;
+    if (selected_ids.empty() ? !selectelems.fill(0, restart_mark) : !selected.emplace(selectelems))
+        return false;
     const std::span<const vertex_t> positions = corners.span();
     const std::span<frame_t> normal_frames = frames.span();
-    const std::span<std::uint32_t> selected_indices = selected.span();
+    const std::span<std::uint32_t> selected_indices =
+        selected ? selected->span() : std::span<std::uint32_t>();
+    std::ranges::fill(selected_indices, restart_mark);
     const std::size_t reachable = std::min(positions.size(), normal_frames.size());
 
-    // Triangles that are not selected, and places that have no triangle, keep the restart mark.
-    std::ranges::fill(selected_indices, restart_mark);
     auto next_selected = selected_ids.begin();
     walk_strips(strips.span(), reachable, [&](const strip_triangle_t& triangle) {
         // Both the set and the ids ascend, so one step in the set suffices for each selected triangle.
@@ -95,18 +99,24 @@ bool polygon_t::afterload(const char* new_name) {
             write_triangle(selected_indices, triangle.id, {triangle.a, triangle.b, triangle.c});
             ++next_selected;
         }
-        polyidvector[triangle.id] = {triangle.position, triangle.flipped};
+        places.number({triangle.position, triangle.flipped});
         supply_frame(triangle, positions, normal_frames);
     });
+    std::swap(polyidvector, places);
     return true;
 }
 
 void polygon_t::selectpolygon(std::uint64_t polyid) {
-    selected_ids.insert(static_cast<std::uint32_t>(polyid));
-    if (is_beyond(polyid, polyidvector.size()) || polyidvector[polyid].position == restart_mark)
+    const auto id = static_cast<std::uint32_t>(polyid);
+    if (is_beyond(polyid, polyidvector.size()) || polyidvector[polyid].position == restart_mark) {
+        selected_ids.insert(id);
         return;
+    }
     const const_index_span strips(elements);
     const index_span selected(selectelems);
+    if (!strips || !selected)
+        return;
+    selected_ids.insert(id);
     write_triangle(selected.span(), polyid, triangle_at(polyidvector[polyid], strips.span(), vertex_count()));
 }
 
@@ -122,8 +132,7 @@ void polygon_t::clearpolygons() {
     selected_ids.clear();
     if (!selectelems.has_buffer())
         return;
-    const index_span selected(selectelems);
-    std::ranges::fill(selected.span(), restart_mark);
+    static_cast<void>(selectelems.fill(0, restart_mark));  // prints its own failure
 }
 
 }  // namespace ulk3d

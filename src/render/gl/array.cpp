@@ -36,17 +36,18 @@ bool array_t::allocate(std::int64_t element_count, const element_list_t& list, c
     record_bytes = vertex_bytes;
     if (!is_same_list(attributes, list))
         attributes = list;
-    take_sizes(element_count, *needed);
+    if (!take_sizes(element_count, *needed))
+        return false;
+    if (data == nullptr)
+        return true;
 
-    bind();
-    if (!specify()) {
-        unbind();
+    if (!buffer->make_store(first_words_t::overwritten)) {
         clear_sizes();
         return false;
     }
-    if (data != nullptr)
-        glBufferSubData(GL_ARRAY_BUFFER, 0, data_size == 0 ? buffer_size : std::min(data_size, buffer_size),
-                        data);
+    bind();
+    glBufferSubData(GL_ARRAY_BUFFER, 0, data_size == 0 ? buffer_size : std::min(data_size, buffer_size),
+                    data);
     unbind();
     return true;
 }
@@ -74,15 +75,20 @@ void array_t::write_all(const void* data) {
     unbind();
 }
 
-void array_t::write_one(std::int64_t index, const void* data) {
+bool array_t::write_one(std::int64_t index, const void* data) {
+    if (!provide())
+        return false;
     bind();
     const auto offset = bytes_of(index);
     if (buffer && data != nullptr && offset)
         glBufferSubData(GL_ARRAY_BUFFER, *offset, record_bytes, data);
     unbind();
+    return true;
 }
 
 void array_t::read_one(std::int64_t index, void* data) const {
+    if (!provide())
+        return;
     bind();
     const auto offset = bytes_of(index);
     if (buffer && data != nullptr && offset)
@@ -92,9 +98,13 @@ void array_t::read_one(std::int64_t index, void* data) const {
 
 void array_t::bind_to(const vertex_array_ref& vertex_array, GLuint first_location) const {
     bind_attributes(vertex_array, attributes, vertex_stride(), buffer_id(), first_location);
+    if (vertex_array && buffer)
+        vertex_array->fed_by(
+            {buffer, kind->no_pointer, first_location, static_cast<GLuint>(attributes.size())});
 }
 
 void array_t::bind() const {
+    static_cast<void>(provide());  // has printed its lines; GL refuses what is then done without a store
     glBindBuffer(GL_ARRAY_BUFFER, buffer ? buffer->id() : gl_no_object);
 }
 

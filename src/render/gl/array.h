@@ -18,12 +18,12 @@ class array_t : public record_store_t {
   public:
     array_t();
 
-    /// Makes a store for `element_count` vertices with the attributes in `list`; the old content is lost.
+    /// Asks for a store for `element_count` vertices with the attributes in `list`; the old content is lost.
     ///
     /// When `data` is not null, copies `data_size` bytes from it, but at most `byte_size()`; 0 stands for all
     /// of `byte_size()`. A store that is larger already keeps its size. False, without a message, when the
     /// list has more attributes than a vertex array can take or a size is negative or exceeds 64 bits
-    /// (nothing is changed), or when memory runs out (the array is then empty).
+    /// (nothing is changed), or when memory runs out, here or for the copy (the array is then empty).
     [[nodiscard]] bool allocate(std::int64_t element_count, const element_list_t& list,
                                 const void* data = nullptr, std::int64_t data_size = 0);
 
@@ -42,14 +42,17 @@ class array_t : public record_store_t {
     void write_all(const void* data);
     /// Write or read the vertex at `index`, `vertex_stride()` words. Do nothing without a buffer, when `data`
     /// is null, or for an index outside the store; the latter leaves a GL error pending unless it is
-    /// negative.
-    void write_one(std::int64_t index, const void* data);
+    /// negative. Both do nothing, and `write_one` returns false, when the store can not be made, after the
+    /// lines of a mapping that fails.
+    bool write_one(std::int64_t index, const void* data);
     void read_one(std::int64_t index, void* data) const;
 
     /// Feeds the attribute locations of a vertex array, from `first_location` on, from this array. Does
     /// nothing without a buffer or with a null holder.
     void bind_to(const vertex_array_ref& vertex_array, GLuint first_location) const;
 
+    /// Binds the buffer with its store, which is made if it is not there yet, for a copy. Where it can not be
+    /// made, after the lines of a mapping that fails, a buffer without a store is bound.
     void bind() const;
     void unbind() const;
 

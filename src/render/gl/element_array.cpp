@@ -1,5 +1,6 @@
 #include "render/gl/element_array.h"
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 
@@ -33,21 +34,19 @@ bool element_array_t::allocate(std::int64_t element_count) {
     make_buffer();
     if (is_unchanged)
         return true;
-    take_sizes(element_count, *needed);
+    const std::int64_t asked_size = std::max(*needed, buffer_size);
 
     grCheckError("element_array_t::allocate(1)");
     buffer->bind();
     grCheckError("element_array_t::allocate(2)");
-    const bool stored = specify();
+    const bool is_granted = take_sizes(element_count, *needed);
     if (grCheckError("element_array_t::allocate(3)")) {
-        std::cerr << "elements: " << std::to_string(elements) << std::endl;
-        std::cerr << "buffer_size: " << std::to_string(buffer_size) << std::endl;
+        std::cerr << "elements: " << std::to_string(element_count) << std::endl;
+        std::cerr << "buffer_size: " << std::to_string(asked_size) << std::endl;
     }
     buffer->unbind();
     grCheckError("element_array_t::allocate(end)");
-    if (!stored)
-        clear_sizes();
-    return stored;
+    return is_granted;
 }
 
 bool element_array_t::extend(std::int64_t element_count) {
@@ -62,6 +61,9 @@ bool element_array_t::fits(std::int64_t element_count) const {
 void element_array_t::draw(const vertex_array_ref& vertex_array, GLenum mode) const {
     if (!buffer || !vertex_array)
         return;
+    const bool draws_nothing = buffer->awaits_words(restart_mark);
+    if (!draws_nothing && (!vertex_array->provide() || !provide()))
+        return;
     // Never past the store: what GL reads there is undefined.
     const GLsizei count = to_draw_count(bytes_in_use() / index_bytes);
     grCheckError("element_array_t::draw(0)");
@@ -69,7 +71,8 @@ void element_array_t::draw(const vertex_array_ref& vertex_array, GLenum mode) co
     grCheckError("element_array_t::draw(1)");
     buffer->bind();
     grCheckError("element_array_t::draw(2)");
-    glDrawElements(mode, count, GL_UNSIGNED_INT, nullptr);
+    if (!draws_nothing)
+        glDrawElements(mode, count, GL_UNSIGNED_INT, nullptr);
     grCheckError("element_array_t::draw(3)");
     buffer->unbind();
     grCheckError("element_array_t::draw(4)");

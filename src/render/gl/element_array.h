@@ -21,8 +21,8 @@ class element_array_t : public record_store_t {
   public:
     element_array_t();
 
-    /// Makes a store for `element_count` indices; the old content is lost, except when that many are already
-    /// in use: then nothing changes. A store that is larger already keeps its size.
+    /// Asks for a store for `element_count` indices; the old content is lost, except when that many are
+    /// already in use: then nothing changes. A store that is larger already keeps its size.
     ///
     /// False for a count that is negative or too large for a 64-bit size (nothing is changed), or when memory
     /// runs out: two lines with the sizes then follow GL's error on the standard error stream, and the array
@@ -40,7 +40,8 @@ class element_array_t : public record_store_t {
     bool fits(std::int64_t element_count) const;
 
     /// Draws the indices in use with the attributes of `vertex_array`. Does nothing without a buffer or with
-    /// a null holder.
+    /// a null holder, or, after the lines of a mapping that fails, when there is no memory for a store. An
+    /// array of which only restart marks were asked for so far draws nothing, and stays without a store.
     void draw(const vertex_array_ref& vertex_array, GLenum mode) const;
 
     /// Drops the buffer, and the sizes with it; does nothing without one.

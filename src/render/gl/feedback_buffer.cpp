@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "gltextures/gr_context.h"
 #include "render/gl/buffer_store.h"
 
 namespace ulk3d {
@@ -13,30 +12,25 @@ bool feedback_buffer_t::allocate(std::int64_t word_count) {
         return false;
     elements = word_count;
     buffer_size = *needed;
-    if (id == 0)
-        glGenBuffers(1, &id);
-    if (id == 0)
+    if (!has_buffer())
+        store.release();
+    store.allocate(GL_TRANSFORM_FEEDBACK_BUFFER);
+    if (!has_buffer())
         return false;
-    bind();
-    const bool stored = specify_store(GL_TRANSFORM_FEEDBACK_BUFFER, buffer_size, GL_DYNAMIC_DRAW);
-    unbind();
-    if (!stored) {
-        elements = 0;
-        buffer_size = 0;
-    }
-    return stored;
+    const bool is_granted = store.ask_for(buffer_size);
+    if (!is_granted)
+        elements = buffer_size = 0;
+    return is_granted;
 }
 
 void feedback_buffer_t::swap(feedback_buffer_t& other) noexcept {
-    std::swap(id, other.id);
+    store.swap(other.store);
     std::swap(buffer_size, other.buffer_size);
     std::swap(elements, other.elements);
 }
 
 void feedback_buffer_t::release() {
-    if (id != 0 && libgr::grContextIsCurrent())
-        glDeleteBuffers(1, &id);
-    id = 0;
+    store.release();
     buffer_size = 0;
     elements = 0;
 }
@@ -50,7 +44,7 @@ const void* feedback_buffer_t::map() const {
 }
 
 void* feedback_buffer_t::map_for(GLbitfield access) const {
-    if (id == 0)
+    if (!has_buffer() || !provide())
         return nullptr;
     bind();
     void* const pointer = glMapBufferRange(GL_TRANSFORM_FEEDBACK_BUFFER, 0, buffer_size, access);
@@ -59,7 +53,7 @@ void* feedback_buffer_t::map_for(GLbitfield access) const {
 }
 
 void feedback_buffer_t::unmap() const {
-    if (id == 0)
+    if (!has_buffer())
         return;
     bind();
     glUnmapBuffer(GL_TRANSFORM_FEEDBACK_BUFFER);
@@ -67,7 +61,8 @@ void feedback_buffer_t::unmap() const {
 }
 
 void feedback_buffer_t::bind() const {
-    glBindBuffer(GL_TRANSFORM_FEEDBACK_BUFFER, id);
+    static_cast<void>(provide());  // has printed its line; GL refuses what is then done without a store
+    glBindBuffer(GL_TRANSFORM_FEEDBACK_BUFFER, buffer_id());
 }
 
 void feedback_buffer_t::unbind() const {
@@ -75,7 +70,8 @@ void feedback_buffer_t::unbind() const {
 }
 
 void feedback_buffer_t::bind_base(GLuint index) const {
-    glBindBufferBase(GL_SHADER_STORAGE_BUFFER, index, id);
+    static_cast<void>(provide());
+    glBindBufferBase(GL_SHADER_STORAGE_BUFFER, index, buffer_id());
 }
 
 void feedback_buffer_t::unbind_base(GLuint index) const {

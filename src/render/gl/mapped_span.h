@@ -22,6 +22,9 @@ namespace ulk3d {
 /// GL refuses to map an empty range, so a buffer without records in use is not mapped: its span is empty, and
 /// nothing is printed. An array without a buffer, however, prints its own message.
 ///
+/// With `first_words_t::overwritten` the caller promises to write all records before anyone reads them: a
+/// store that this mapping makes is then not filled with what `allocate` or `fill` has asked for.
+///
 /// The buffer must outlive the guard, and must not be allocated or grown while it is mapped. A second mapping
 /// of the same buffer fails.
 ///
@@ -36,12 +39,12 @@ class mapped_span {
     using buffer_type = std::conditional_t<std::is_const_v<T>, const Buffer, Buffer>;
 
     explicit mapped_span(buffer_type& mapped_buffer) : buffer(mapped_buffer) {
-        if (buffer.has_buffer() && buffer.bytes_in_use() == 0)
-            return;
-        auto* const pointer = static_cast<T*>(buffer.map());
-        mapped = pointer != nullptr;
-        if (mapped)
-            records = {pointer, static_cast<std::size_t>(buffer.bytes_in_use()) / sizeof(T)};
+        if (!is_empty())
+            take(buffer.map());
+    }
+    mapped_span(buffer_type& mapped_buffer, first_words_t words) : buffer(mapped_buffer) {
+        if (!is_empty())
+            take(buffer.map(words));
     }
     ~mapped_span() { unmap(); }
     mapped_span(const mapped_span&) = delete;
@@ -66,6 +69,15 @@ class mapped_span {
     }
 
   private:
+    bool is_empty() const { return buffer.has_buffer() && buffer.bytes_in_use() == 0; }
+
+    template <class Pointer>
+    void take(Pointer* pointer) {
+        mapped = pointer != nullptr;
+        if (mapped)
+            records = {static_cast<T*>(pointer), static_cast<std::size_t>(buffer.bytes_in_use()) / sizeof(T)};
+    }
+
     buffer_type& buffer;
     bool mapped = false;
     std::span<T> records;

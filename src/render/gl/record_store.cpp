@@ -18,7 +18,7 @@ bool record_store_t::reserve(std::int64_t count) {
     }
     if (buffer_size >= *new_size)
         return true;
-    if (!grow_store(*buffer, kind->target, buffer_size, *new_size))
+    if (!buffer->grow(buffer_size, *new_size))
         return false;
     buffer_size = *new_size;
     return true;
@@ -34,33 +34,46 @@ bool record_store_t::unshare() {
         return true;
     const shared_holder<buffer_t> shared = std::exchange(buffer, {});
     make_buffer();
-    buffer->bind();
-    const bool stored = specify();
-    if (stored) {
-        glBindBuffer(GL_COPY_READ_BUFFER, shared->id());
-        glCopyBufferSubData(GL_COPY_READ_BUFFER, kind->target, 0, 0, buffer_size);
-        glBindBuffer(GL_COPY_READ_BUFFER, 0);
-    }
-    buffer->unbind();
-    if (!stored)
+    const bool is_copied = buffer->copy(*shared, buffer_size);
+    if (!is_copied)
         drop_buffer();
-    return stored;
+    return is_copied;
 }
 
-void* record_store_t::map() {
-    return map_for(GL_MAP_READ_BIT | GL_MAP_WRITE_BIT);
+bool record_store_t::fill(std::int64_t first, std::uint32_t word) {
+    const std::int64_t first_byte = first * record_bytes;
+    if (buffer && (first_byte >= bytes_in_use() || buffer->ask_for_words(first_byte, word)))
+        return true;
+    auto* const words = static_cast<std::uint32_t*>(map());
+    if (words == nullptr)
+        return false;
+    constexpr std::int64_t word_bytes = sizeof word;
+    std::fill(words + first_byte / word_bytes, words + bytes_in_use() / word_bytes, word);
+    unmap();
+    return true;
+}
+
+bool record_store_t::provide() const {
+    if (!buffer || buffer->provide())
+        return true;
+    std::cerr << kind->no_pointer << std::endl;
+    return false;
+}
+
+void* record_store_t::map(first_words_t words) {
+    return map_for(GL_MAP_READ_BIT | GL_MAP_WRITE_BIT, words);
 }
 
 const void* record_store_t::map() const {
-    return map_for(GL_MAP_READ_BIT);
+    return map_for(GL_MAP_READ_BIT, first_words_t::kept);
 }
 
-void* record_store_t::map_for(GLbitfield access) const {
+void* record_store_t::map_for(GLbitfield access, first_words_t words) const {
     if (!buffer) {
         std::cerr << kind->no_buffer << std::endl;
         return nullptr;
     }
-    void* const pointer = buffer->MapBufferRange(0, buffer_size, access);
+    void* const pointer = buffer->provide(words) ? buffer->MapBufferRange(0, buffer_size, access) : nullptr;
     if (pointer == nullptr)
         std::cerr << kind->no_pointer << std::endl;
     return pointer;
@@ -94,13 +107,13 @@ void record_store_t::make_buffer() {
     buffer->allocate(kind->target);
 }
 
-void record_store_t::take_sizes(std::int64_t count, std::int64_t needed) {
+bool record_store_t::take_sizes(std::int64_t count, std::int64_t needed) {
     elements = count;
     buffer_size = std::max(needed, buffer_size);
-}
-
-bool record_store_t::specify() const {
-    return specify_store(kind->target, buffer_size, GL_DYNAMIC_DRAW);
+    const bool is_granted = buffer->ask_for(buffer_size);
+    if (!is_granted)
+        clear_sizes();
+    return is_granted;
 }
 
 void record_store_t::clear_sizes() {

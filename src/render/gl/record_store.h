@@ -14,8 +14,9 @@ namespace ulk3d {
 /// use.
 ///
 /// The host keeps no copy; the content is accessed by mapping the buffer (render/gl/mapped_span.h). The first
-/// `allocate` of the array creates the buffer, which never shrinks before its `release`. Copies of an array
-/// share the buffer. Everything but construction needs a current GL context.
+/// `allocate` of the array creates the buffer, which never shrinks before its `release`; the store behind it
+/// is made at its first use (render/gl/buffer.h). Copies of an array share the buffer. Everything but
+/// construction needs a current GL context.
 class record_store_t {
   public:
     /// Makes room for `count` records and keeps the content and the count in use. Without a buffer only
@@ -31,10 +32,18 @@ class record_store_t {
     /// buffer.
     [[nodiscard]] bool unshare();
 
+    /// Sets all words of the records in use from `first` on, like a mapping that writes them; a store that
+    /// has not been made stays unmade where that is possible. False when the buffer can not be mapped.
+    [[nodiscard]] bool fill(std::int64_t first, std::uint32_t word);
+
+    /// Makes the store if it is not there yet, for a draw or a copy. False, after the lines of a mapping that
+    /// fails, when there is no memory for it; without a buffer there is nothing to make.
+    [[nodiscard]] bool provide() const;
+
     /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or for reading only when the
     /// array is const. Null, after a line on the standard error stream, when there is no buffer or GL can not
     /// map it. Use the guards of render/gl/mapped_span.h.
-    [[nodiscard]] void* map();
+    [[nodiscard]] void* map(first_words_t words = first_words_t::kept);
     [[nodiscard]] const void* map() const;
     void unmap() const;
 
@@ -67,11 +76,9 @@ class record_store_t {
     [[nodiscard]] bool take_count(std::int64_t count);
 
     void make_buffer();
-    /// Sets the count in use, and raises the size to `needed` bytes unless it is larger already. `specify`,
-    /// with the buffer bound, then makes a new store of that size with undefined content; false when there is
-    /// no memory for it.
-    void take_sizes(std::int64_t count, std::int64_t needed);
-    [[nodiscard]] bool specify() const;
+    /// Sets the count in use, raises the size to `needed` bytes unless it is larger already, and asks for a
+    /// store of that size with undefined content. False, with both at 0, when memory runs out.
+    [[nodiscard]] bool take_sizes(std::int64_t count, std::int64_t needed);
     /// Sets the size and the count in use to 0.
     void clear_sizes();
     /// Drops the buffer and clears the sizes.
@@ -84,7 +91,7 @@ class record_store_t {
     std::int64_t elements = 0;
 
   private:
-    void* map_for(GLbitfield access) const;
+    void* map_for(GLbitfield access, first_words_t words) const;
 };
 
 }  // namespace ulk3d

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iostream>
 #include <limits>
 
 #include "gltextures/gr_context.h"
@@ -30,6 +31,7 @@ void vertex_array_t::release() {
     if (libgr::grContextIsCurrent())
         glDeleteVertexArrays(1, &name);
     allocated = false;
+    feeds.clear();
 }
 
 void vertex_array_t::bind() const {
@@ -61,10 +63,31 @@ void vertex_array_t::bind_attributes(const element_list_t& list, GLuint stride, 
     unbind();
 }
 
-void vertex_array_t::draw(GLenum mode, std::int64_t count) const {
+void vertex_array_t::fed_by(const feed_t& feed) {
+    const auto is_replaced = [&feed](const feed_t& old) {
+        return old.first_location >= feed.first_location &&
+               old.first_location + old.count <= feed.first_location + feed.count;
+    };
+    std::erase_if(feeds, is_replaced);
+    feeds.push_back(feed);
+}
+
+bool vertex_array_t::provide() const {
+    return std::ranges::all_of(feeds, [](const feed_t& feed) {
+        const bool is_there = feed.buffer->provide();
+        if (!is_there)
+            std::cerr << feed.no_store << std::endl;
+        return is_there;
+    });
+}
+
+bool vertex_array_t::draw(GLenum mode, std::int64_t count) const {
+    if (!provide())
+        return false;
     bind();
     glDrawArrays(mode, 0, to_draw_count(count));
     unbind();
+    return true;
 }
 
 void bind_attributes(const vertex_array_ref& holder, const element_list_t& list, GLuint stride,
@@ -73,9 +96,8 @@ void bind_attributes(const vertex_array_ref& holder, const element_list_t& list,
         holder->bind_attributes(list, stride, buffer_id, first_location);
 }
 
-void draw(const vertex_array_ref& holder, GLenum mode, std::int64_t count) {
-    if (holder)
-        holder->draw(mode, count);
+bool draw(const vertex_array_ref& holder, GLenum mode, std::int64_t count) {
+    return !holder || holder->draw(mode, count);
 }
 
 GLsizei to_draw_count(std::int64_t count) {

@@ -105,7 +105,7 @@ void glnurbs_t::draw_points(modeling_t& model, const mtx3w& projection_matrix,
     program.use();
     set_matrices(projection_matrix, modelview_matrix);
     glUniform1f(PointScale, point_scale);
-    model.drawpoints();
+    static_cast<void>(model.drawpoints());  // has printed what it lacks; a frame is shown without the points
     program_t::unuse();
 }
 
@@ -118,14 +118,16 @@ bool glnurbs_t::selection(pick_hits_t& hits, modeling_t& model, const mtx3w& pla
     // The points of a pick would never be seen, as the next frame clears them before it is shown. In a
     // software GL drawing them takes most of the time of a pick, which happens at every motion of the mouse.
     glEnable(GL_RASTERIZER_DISCARD);
-    selection_feedback.begin(GL_POINTS, feedback.buffer_id());
-    model.drawpoints();
+    const bool has_store = feedback.provide();
+    const GLuint captured = has_store ? feedback.buffer_id() : 0;
+    selection_feedback.begin(GL_POINTS, captured);
+    const bool is_drawn = has_store && model.drawpoints();
     // Without a buffer no capture was started.
-    if (feedback.buffer_id() != 0)
+    if (captured != 0)
         selection_feedback.end();
     glDisable(GL_RASTERIZER_DISCARD);
     grCheckError("ulkedit_t::selection(2)");
-    const bool found = take_hits(hits, model);
+    const bool found = is_drawn && take_hits(hits, model);
     program_t::unuse();
     return found;
 }

@@ -63,7 +63,8 @@ class glnurbs_t {
 
     /// Adds the points of a model that project into the rectangle to `hits`, in the order of their indices;
     /// existing entries stay. True when there was at least one. Depth is ignored, so hidden points are found
-    /// too. A model without points, or whose feedback buffer was never allocated, has no hits.
+    /// too. A model without points, or whose feedback buffer was never allocated, has no hits, and neither
+    /// has one that there is no memory to draw or to capture, after a line on the standard error stream.
     ///
     /// `ClipPlanes` comes from `pick_planes`. Waits for the GPU; draws nothing.
     bool selection(pick_hits_t& hits, modeling_t& model, const mtx3w& ClipPlanes, const mtx3w& Projection,

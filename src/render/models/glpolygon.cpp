@@ -120,17 +120,20 @@ void glpolygon_t::init_surface_program(const char* base_directory) {
     program_t::unuse();
 }
 
-void glpolygon_t::update_frames(polygon_t& polygon) {
+bool glpolygon_t::update_frames(polygon_t& polygon) {
+    if (!polygon.normalfeedback.provide())
+        return false;
     feedback_program.use();
     std::uint64_t wrted = 0;
     std::uint64_t gened = 0;
+    bool drawn = false;
     {
         query_t written;
         query_t generated;
         written.begin(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN, 0);
         generated.begin(GL_PRIMITIVES_GENERATED, 0);
         feedback.begin(GL_POINTS, polygon.normalfeedback.buffer_id());
-        polygon.drawframes();
+        drawn = polygon.drawframes();
         feedback.end();
         written.end();
         generated.end();
@@ -138,6 +141,8 @@ void glpolygon_t::update_frames(polygon_t& polygon) {
         gened = generated.GetQuery();
     }
     program_t::unuse();
+    if (!drawn || !polygon.normals.provide())
+        return false;
 
     if (wrted != gened)
         std::cerr << "glpolygon "
@@ -155,6 +160,7 @@ void glpolygon_t::update_frames(polygon_t& polygon) {
     glCopyBufferSubData(GL_TRANSFORM_FEEDBACK_BUFFER, GL_ARRAY_BUFFER, 0, 0, bytes);
     polygon.normals.unbind();
     polygon.normalfeedback.unbind();
+    return true;
 }
 
 /// The differences between the two draw passes. `marks` has the error label of the check after each step;

@@ -66,8 +66,9 @@ class glpolygon_t {
 
     /// The frame pass: computes a tangent frame per vertex in `normals` from the difference vectors in
     /// `wknmls`, on the GPU. Call it after filling `wknmls`. Prints a line when GL does not write as many
-    /// records as the buffer is made for; the records are still copied to `normals`.
-    void update_frames(polygon_t& polygon);
+    /// records as the buffer is made for; the records are still copied to `normals`. False, with `normals` as
+    /// they were, when there is no memory for a store that the pass needs, after a line that says so.
+    [[nodiscard]] bool update_frames(polygon_t& polygon);
 
     /// Draws the strips of the polygon, lit, and blended by alpha over what is already drawn. With `skybox`
     /// the environment is looked up by vertex position instead of by reflection.

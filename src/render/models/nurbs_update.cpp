@@ -45,7 +45,8 @@ bool nurbs_t::rebuild(const change_t& change, glpolygon_t& glpolygon) {
         source_t source{order1, order2, knot1, knot2, weight, points};
         if (!updateVertices())
             return false;
-        glpolygon.update_frames(*polygon);
+        if (!glpolygon.update_frames(*polygon))
+            return false;
         built_source = std::move(source);
     }
     return true;

@@ -2,6 +2,7 @@
 
 #include <GL/glew.h>
 
+#include <array>
 #include <iostream>
 
 #include "model/math/matrices.h"
@@ -36,7 +37,9 @@ bool drawline_t::init(const char* base_directory) {
     Modelview = program.uniform("Modelview");
     Projection = program.uniform("Projection");
 
-    if (!vertices.allocate(most_vertices, drawline_elements())) {
+    // The content has the store made here, so that a lack of memory shows once and not in each frame.
+    constexpr std::array<line_vertex_t, most_vertices> nothing{};
+    if (!vertices.allocate(most_vertices, drawline_elements(), nothing.data())) {
         std::cerr << "drawline vertices.allocate() failed." << std::endl;
         return false;
     }

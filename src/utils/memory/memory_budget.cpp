@@ -1,6 +1,7 @@
 #include "utils/memory/memory_budget.h"
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <optional>
 
@@ -23,8 +24,11 @@ struct running_load_t {
 
 thread_local std::optional<running_load_t> running_load;
 
-std::uint64_t half_of_free_memory() {
-    return free_memory() / 2;
+std::atomic<std::uint64_t> all_promised = 0;
+
+std::uint64_t unpromised_memory() {
+    const std::uint64_t free = free_memory();
+    return free - std::min<std::uint64_t>(free, all_promised);
 }
 
 bool is_granted_unseen(std::uint64_t bytes) {
@@ -43,7 +47,7 @@ bool open_load(std::uint64_t bytes) {
 }  // namespace
 
 std::uint64_t memory_budget() {
-    return std::min(half_of_free_memory(), running_load ? running_load->left : most);
+    return std::min(unpromised_memory() / 2, running_load ? running_load->left : most);
 }
 
 bool fits_into_memory(std::uint64_t bytes) {
@@ -59,6 +63,15 @@ bool claim_memory(std::uint64_t bytes) {
         running_load->unseen = unseen ? running_load->unseen + bytes : 0;
     }
     return true;
+}
+
+bool can_promise_memory(std::uint64_t bytes) {
+    return bytes <= small_claim || bytes <= unpromised_memory();
+}
+
+void promised_memory_t::hold(std::uint64_t bytes) {
+    all_promised += bytes - held;  // wraps around for fewer
+    held = bytes;
 }
 
 load_budget_t::load_budget_t() : is_outer(!running_load && open_load(memory_budget())) {}

@@ -49,7 +49,7 @@ std::string broken_ids(const polygon_t& polygon) {
     if (shown.size() != 3 * table.size())
         return "There are not three selected elements for each id" + numbers(shown.size(), table.size());
 
-    std::vector<polygon_t::polygon_place_t> places(table.size());
+    std::vector<polygon_place_t> places(table.size());
     std::vector<std::uint32_t> selected(shown.size(), restart_mark);
     walk_strips(strips, polygon.vertex_count(), [&](const strip_triangle_t& triangle) {
         places[triangle.id] = {triangle.position, triangle.flipped};
@@ -58,7 +58,7 @@ std::string broken_ids(const polygon_t& polygon) {
                               selected.begin() + static_cast<std::ptrdiff_t>(3 * triangle.id));
     });
     for (std::size_t id = 0; id < table.size(); ++id)
-        if (table[id].position != places[id].position || table[id].flipped != places[id].flipped)
+        if (table[id] != places[id])
             return "The table of polygon ids has another place than the strips for id " + std::to_string(id) +
                    '.';
     if (shown != selected)

@@ -67,8 +67,10 @@ class collector_t {
         words("the elements", words_of(polygon.elements));
         words("the selected triangles", words_of(polygon.selectelems));
         std::vector<std::uint64_t> places;
-        for (const polygon_t::polygon_place_t& place : polygon.polyidvector)
+        for (std::size_t id = 0; id < polygon.polyidvector.size(); ++id) {
+            const polygon_place_t place = polygon.polyidvector[id];
             places.push_back(std::uint64_t{place.position} << 1 | std::uint64_t{place.flipped});
+        }
         part("the table of polygon ids", std::move(places));
         part("the selected polygons", {polygon.selectpolygons().begin(), polygon.selectpolygons().end()});
     }

@@ -159,10 +159,13 @@ TEST_F(SessionTest, WrongCountsAreReported) {
 TEST_F(SessionTest, WrongPolygonIdsAreReported) {
     ASSERT_EQ(play("o1 p01"), "");
     polygon_t& polygon = entry().polygon;
-    polygon.polyidvector[1].flipped = false;
+    const polygon_places_t right = polygon.polyidvector;
+    polygon.polyidvector = polygon_places_t(2);
+    polygon.polyidvector.number(right[0]);
+    polygon.polyidvector.number({right[1].position, false});
     EXPECT_EQ(broken(), "Model 0: The table of polygon ids has another place than the strips for id 1.");
     EXPECT_EQ(broken_invariant(editor.scene(), {&entry()}), "");
-    polygon.polyidvector.pop_back();
+    polygon.polyidvector = polygon_places_t(1);
     EXPECT_EQ(broken(), "Model 0: The table of polygon ids does not fit the elements (1 and 4).");
     polygon.afterload(nullptr);
     ASSERT_EQ(broken(), "");

@@ -28,7 +28,7 @@ struct bare_model_t : modeling_t {
     std::uint32_t arraycount() const override { return 0; }
     const array_t* array(std::uint32_t) const override { return nullptr; }
     array_t* array(std::uint32_t) override { return nullptr; }
-    void drawpoints() override {}
+    bool drawpoints() override { return true; }
     void draw() override {}
 };
 

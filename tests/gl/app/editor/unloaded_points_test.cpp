@@ -12,7 +12,7 @@ namespace {
 using namespace ulk3d;
 using namespace ulk_test;
 
-class UnloadedPoints : public editor_test, public testing::WithParamInterface<GLsizeiptr> {
+class UnloadedPoints : public editor_test {
   protected:
     void SetUp() override {
         editor_test::SetUp();
@@ -29,19 +29,15 @@ class UnloadedPoints : public editor_test, public testing::WithParamInterface<GL
         printed = errors.text();
     }
 
-    /// Fails the store of the four points of the patch, or of their sizes.
-    static bool all_but_one(GLsizeiptr size) { return size != GetParam(); }
+    /// Fails the store of the four points of the patch.
+    static bool all_but_one(GLsizeiptr size) { return size != 4 * sizeof(control_point_t); }
 
     nurbs_t& nurbs() { return entry(0).nurbs; }
 
     std::string printed;
 };
 
-constexpr GLsizeiptr of_points = 4 * sizeof(control_point_t);
-constexpr GLsizeiptr of_sizes = 4 * sizeof(float);
-INSTANTIATE_TEST_SUITE_P(Stores, UnloadedPoints, testing::Values(of_points, of_sizes));
-
-TEST_P(UnloadedPoints, AreNoLoad) {
+TEST_F(UnloadedPoints, AreNoLoad) {
     const captured_stream errors(std::cerr);
     const watched_stores failing(all_but_one);
     std::ostringstream messages;
@@ -50,7 +46,7 @@ TEST_P(UnloadedPoints, AreNoLoad) {
     EXPECT_EQ(editor.models().size(), 1U);
 }
 
-TEST_P(UnloadedPoints, TheSurfaceIsShown) {
+TEST_F(UnloadedPoints, TheSurfaceIsShown) {
     EXPECT_NE(printed.find("makeCtlpts() error.\n"), std::string::npos) << printed;
     ASSERT_EQ(editor.models().size(), 1U);
     EXPECT_EQ(entry(0).polygon.vertex_count(), 33U * 33U);
@@ -60,7 +56,7 @@ TEST_P(UnloadedPoints, TheSurfaceIsShown) {
     EXPECT_FALSE(with_points.pixels.empty());
 }
 
-TEST_P(UnloadedPoints, GesturesOfAllKindsChangeNothing) {
+TEST_F(UnloadedPoints, GesturesOfAllKindsChangeNothing) {
     const captured_stream errors(std::cerr);
     const auto points = nurbs().points.data;
     for (const operation_mode_t mode : {operation_mode_t::selection, operation_mode_t::punish,
@@ -83,7 +79,7 @@ TEST_P(UnloadedPoints, GesturesOfAllKindsChangeNothing) {
         EXPECT_TRUE(nurbs().points.data[i].position == points[i].position) << i;
 }
 
-TEST_P(UnloadedPoints, MarkedAndMovedFromOutsideNothingBadHappens) {
+TEST_F(UnloadedPoints, MarkedAndMovedFromOutsideNothingBadHappens) {
     const captured_stream errors(std::cerr);
     static_cast<void>(nurbs().select(0));
     static_cast<void>(nurbs().select(3));
@@ -104,7 +100,7 @@ TEST_P(UnloadedPoints, MarkedAndMovedFromOutsideNothingBadHappens) {
     static_cast<void>(frame());
 }
 
-TEST_P(UnloadedPoints, TheSurfaceIsSavedAsItWasRead) {
+TEST_F(UnloadedPoints, TheSurfaceIsSavedAsItWasRead) {
     const captured_stream errors(std::cerr);
     ASSERT_TRUE(editor.save_models_to(folder.path("saved.ulk").c_str()));
     ASSERT_TRUE(editor.save_models_to(folder.path("saved.stl").c_str()));
@@ -116,7 +112,7 @@ TEST_P(UnloadedPoints, TheSurfaceIsSavedAsItWasRead) {
         EXPECT_TRUE(read.points.data[i].position == nurbs().points.data[i].position) << i;
 }
 
-TEST_P(UnloadedPoints, ItsDialogsWork) {
+TEST_F(UnloadedPoints, ItsDialogsWork) {
     const captured_stream errors(std::cerr);
     const net_table_t table = editor.net_table(attribute_t::position);
     editor.set_net_table(attribute_t::position, table.points);

@@ -230,32 +230,19 @@ TEST_F(PolygonAllocate, SetsItsMarks) {
                   "polygon_t::allocate(6)", "polygon_t::allocate(7)", "polygon_t::allocate(end)"}));
 }
 
-TEST_F(PolygonAllocate, ArrayWithoutAStoreIsTold) {
-    struct row {
-        int store;  // in the order of the stores that GL is asked for
-        const char* message;
-    };
-    const row rows[] = {
-        {1, "vertices.allocate() failed.\n"},
-        {2, "normals.allocate() failed.\n"},
-        {3, "wknmls.allocate() failed.\n"},
-        {4, "elements.allocate() failed.\n"},
-        {5, ""},  // point sizes
-        {6, ""},  // feedback of the selection pass
-        {7, ""},  // feedback of the frame pass
-        {8, "selectelems.allocate() failed.\n"},
-    };
-    for (const row& expected : rows) {
-        polygon_t polygon;
-        const failing_stores failing(expected.store);
-        EXPECT_EQ(refusal_of(polygon, 3, 3), expected.message) << "store " << expected.store;
-        // What came before the failure stays, the rest is not reached.
-        EXPECT_EQ(polygon.vertices.element_count(), expected.store > 1 ? 3 : 0);
-        EXPECT_EQ(polygon.normals.element_count(), expected.store > 2 ? 3 : 0);
-        EXPECT_EQ(polygon.wknmls.element_count(), expected.store > 3 ? 3 : 0);
-        EXPECT_EQ(polygon.elements.element_count(), expected.store > 4 ? 3 : 0);
-        EXPECT_EQ(polygon.pointsizes.element_count(), expected.store > 5 ? 3 : 0);
+TEST_F(PolygonAllocate, TakesNoStoreBeforeItsUse) {
+    polygon_t polygon;
+    {
+        const failing_stores failing(1);
+        const captured_stream errors(std::cerr);
+        ASSERT_TRUE(polygon.allocate(3, 3));
+        EXPECT_EQ(errors.text(), "");
+        EXPECT_TRUE(vertices_of(polygon).empty());
+        EXPECT_EQ(errors.text(), "buffer_t::MapBufferRange(): ptr is NULL.\narray pointer is NULL.\n");
+        EXPECT_FALSE(polygon.afterload(nullptr));
     }
+    EXPECT_EQ(vertices_of(polygon), std::vector<vertex_t>(3));
+    EXPECT_EQ(ulk_test::elements_of(polygon), std::vector<std::uint32_t>(3, mark));
 }
 
 TEST_F(PolygonAllocate, CountsBeyondMemoryAreRefusedByTheFirstArrayConcerned) {

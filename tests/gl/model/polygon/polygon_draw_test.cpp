@@ -58,7 +58,7 @@ class recorder {
         const std::array<const GLchar*, 3> names = {"id", "second", "third"};
         feedback.varyings(program, 3, names.data());
         EXPECT_TRUE(program.link()) << program.link_log();
-        EXPECT_TRUE(buffer.allocate(3 * most_vertices));
+        EXPECT_TRUE(buffer.allocate(3 * most_vertices) && buffer.provide());
     }
 
     template <typename Draw>

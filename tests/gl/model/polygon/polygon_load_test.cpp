@@ -22,8 +22,8 @@ struct place_row {
 
 std::vector<place_row> places_of(const polygon_t& polygon) {
     std::vector<place_row> rows;
-    for (const auto& place : polygon.polyidvector)
-        rows.push_back({place.position, place.flipped});
+    for (std::size_t id = 0; id < polygon.polyidvector.size(); ++id)
+        rows.push_back({polygon.polyidvector[id].position, polygon.polyidvector[id].flipped});
     return rows;
 }
 

@@ -167,6 +167,7 @@ TEST_F(StripMesh, FailureOfALaterArrayIsTold) {
     strip_mesh_t mesh = in_buffers();
     mesh.vertices.resize(100);
     mesh.frames.resize(100);
+    ASSERT_TRUE(polygon.wknmls.provide());
     const failing_stores failing(5);
     const captured_stream errors(std::cerr);
     EXPECT_FALSE(write_strip_mesh(polygon, mesh));

@@ -53,6 +53,7 @@ TEST_F(Array, AllocateSetsCountsStrideAndList) {
     EXPECT_EQ(array.vertex_stride(), 7u);
     EXPECT_EQ(array.vertex_words(), 7u);
     EXPECT_EQ(array.byte_size(), 5 * 7 * 4);
+    ASSERT_TRUE(array.provide());
     EXPECT_EQ(gl_store_size(array.buffer_id()), 5 * 7 * 4);
     EXPECT_TRUE(is_same_list(array.element_list(), list));
 }
@@ -121,6 +122,7 @@ TEST_F(Array, SmallerAllocateKeepsTheSize) {
     ASSERT_TRUE(array.allocate(10, sizes()));
     EXPECT_EQ(array.element_count(), 10);
     EXPECT_EQ(array.byte_size(), 400);
+    ASSERT_TRUE(array.provide());
     EXPECT_EQ(gl_store_size(id), 400);
     EXPECT_EQ(array.buffer_id(), id) << "the name is used again";
 }
@@ -285,6 +287,7 @@ TEST_F(Array, ReserveWithoutBufferIsTakenByTheNextAllocate) {
     EXPECT_FALSE(array.has_buffer());
     EXPECT_EQ(array.byte_size(), 400);
     ASSERT_TRUE(array.allocate(2, sizes()));
+    ASSERT_TRUE(array.provide());
     EXPECT_EQ(gl_store_size(array.buffer_id()), 400);
 }
 

@@ -117,6 +117,7 @@ TEST_F(FeedbackBuffer, AllocateMakesAStoreOfThatManyWords) {
     ASSERT_TRUE(feedback.allocate(10));
     EXPECT_EQ(feedback.element_count(), 10);
     EXPECT_EQ(feedback.byte_size(), 40);
+    ASSERT_TRUE(feedback.provide());
     EXPECT_EQ(ulk_test::gl_store_size(feedback.buffer_id()), 40);
     EXPECT_EQ(gl_integer(GL_TRANSFORM_FEEDBACK_BUFFER_BINDING), 0);
 }
@@ -128,6 +129,7 @@ TEST_F(FeedbackBuffer, ShrinksAndKeepsItsName) {
     ASSERT_TRUE(feedback.allocate(3));
     EXPECT_EQ(feedback.byte_size(), 12);
     EXPECT_EQ(feedback.buffer_id(), id);
+    ASSERT_TRUE(feedback.provide());
     EXPECT_EQ(ulk_test::gl_store_size(id), 12);
 }
 
@@ -196,6 +198,7 @@ struct all_objects_t {
 TEST_F(ContextLoss, NamesAreForgottenWithoutACallWhenNoContextIsCurrent) {
     std::optional<all_objects_t> objects(std::in_place);
     ASSERT_TRUE(objects->allocate());
+    ASSERT_TRUE(objects->array.provide());
     const GLuint id = objects->array.buffer_id();
     offscreen_context_t::make_none_current();
     EXPECT_FALSE(libgr::grContextIsCurrent());

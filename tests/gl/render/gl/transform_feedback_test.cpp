@@ -53,7 +53,7 @@ struct doubling_t {
         program.attach(shader);
         feedback.varyings(program, 2, outputs);
         vertex_array->allocate();
-        if (!program.link() || !output.allocate(6) ||
+        if (!program.link() || !output.allocate(6) || !output.provide() ||
             !input.allocate(3, make_element_list({e_type_t::PointSize}), values, sizeof values))
             return false;
         input.bind_to(vertex_array, 0);
@@ -203,7 +203,7 @@ TEST_F(TransformFeedback, BufferBaseBindsToTheObject) {
     transform_feedback_t feedback;
     ASSERT_TRUE(feedback.allocate());
     feedback_buffer_t buffer;
-    ASSERT_TRUE(buffer.allocate(4));
+    ASSERT_TRUE(buffer.allocate(4) && buffer.provide());
     const auto bound = [&feedback] {
         GLint value = -1;
         glGetTransformFeedbacki_v(feedback.feedback_id(), GL_TRANSFORM_FEEDBACK_BUFFER_BINDING, 1, &value);
@@ -220,7 +220,8 @@ struct Query : TransformFeedback {
     std::pair<std::uint64_t, std::uint64_t> counts(std::int64_t room) {
         const auto feedback = built_before_loading();
         doubling_t doubling;
-        EXPECT_TRUE(feedback->allocate() && doubling.create(*feedback) && doubling.output.allocate(room * 2));
+        EXPECT_TRUE(feedback->allocate() && doubling.create(*feedback) &&
+                    doubling.output.allocate(room * 2) && doubling.output.provide());
         query_t written, generated;
         written.begin(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN, 0);
         generated.begin(GL_PRIMITIVES_GENERATED, 0);

@@ -226,6 +226,7 @@ TEST_F(GlnurbsPick, RecordsBeyondThePointsInUseAreNotRead) {
 TEST_F(GlnurbsPick, MapsOncePerModel) {
     control_net_t model;
     model.build(control_points_at(std::vector<pos3>(100)));
+    ASSERT_TRUE(model.pointsizes.provide());
     const ulk_test::counted_mappings mappings;
     pick(model);
     EXPECT_EQ(mappings.count(), 1);

@@ -8,6 +8,7 @@
 #include "render/gl/mapped_span.h"
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
+#include "support/failing_stores.h"
 #include "support/gl_context.h"
 #include "support/gl_state.h"
 #include "support/polygon_builder.h"
@@ -83,7 +84,7 @@ class FramePass : public ulk_test::gl_test {
 
     std::string errors_of_update(polygon_t& polygon) {
         const ulk_test::captured_stream errors(std::cerr);
-        glpolygon.update_frames(polygon);
+        EXPECT_TRUE(glpolygon.update_frames(polygon));
         return errors.text();
     }
 
@@ -121,10 +122,39 @@ TEST_F(FramePass, AveragesTheTwoFramesOfEachVertex) {
     }
 }
 
+TEST_F(FramePass, WithoutMemoryKeepsTheFramesAndCanBeRunAgain) {
+    polygon_t polygon;
+    build(polygon, {axes, turned_axes, axes});
+    const std::vector<frame_t> before = ulk_test::frames_of(polygon);
+    {
+        const ulk_test::failing_stores failing(1);
+        const ulk_test::captured_stream errors(std::cerr);
+        EXPECT_FALSE(glpolygon.update_frames(polygon));
+        EXPECT_EQ(errors.text(), "buffer_t::MapBufferRange(): ptr is NULL.\n");
+    }
+    EXPECT_EQ(ulk_test::frames_of(polygon), before);
+    EXPECT_EQ(errors_of_update(polygon), "");
+    EXPECT_EQ(ulk_test::frames_of(polygon)[1], (frame_t{{1, 0, 0}, {0, 0, 1}, {0, -1, 0}}));
+}
+
+TEST_F(FramePass, WithoutMemoryForWhatItReadsKeepsTheFrames) {
+    polygon_t polygon;
+    build(polygon, {axes});
+    // The work normals are asked for again, and what they were is lost.
+    ASSERT_TRUE(polygon.wknmls.allocate(8, work_frame_elements()));
+    const std::vector<frame_t> before = ulk_test::frames_of(polygon);
+    ASSERT_TRUE(polygon.normalfeedback.provide());
+    const ulk_test::failing_stores failing(1);
+    const ulk_test::captured_stream errors(std::cerr);
+    EXPECT_FALSE(glpolygon.update_frames(polygon));
+    EXPECT_EQ(errors.text(), "buffer_t::MapBufferRange(): ptr is NULL.\narray pointer is NULL.\n");
+    EXPECT_EQ(ulk_test::frames_of(polygon), before);
+}
+
 TEST_F(FramePass, WritesTangentBinormalNormalInThisOrder) {
     polygon_t polygon;
     build(polygon, {axes, turned_axes, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     const std::vector<frame_t> frames = ulk_test::frames_of(polygon);
     EXPECT_EQ(frames[0], (frame_t{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}));
     EXPECT_EQ(frames[1], (frame_t{{1, 0, 0}, {0, 0, 1}, {0, -1, 0}}));
@@ -133,7 +163,7 @@ TEST_F(FramePass, WritesTangentBinormalNormalInThisOrder) {
 TEST_F(FramePass, TakesThePairThatIsThereWhenTheOtherIsZero) {
     polygon_t polygon;
     build(polygon, {{{2, 0, 0}, {0, 3, 0}, {}, {}}, {{}, {}, {0, 5, 0}, {0, 0, 2}}, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     const std::vector<frame_t> frames = ulk_test::frames_of(polygon);
     EXPECT_EQ(frames[0], (frame_t{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}));
     EXPECT_EQ(frames[1], (frame_t{{0, 1, 0}, {0, 0, 1}, {1, 0, 0}}));
@@ -157,7 +187,7 @@ TEST_F(FramePass, PrintsNothingForNoVertices) {
 TEST_F(FramePass, FewerVerticesThanTheBufferWasMadeForPrintALineAndTheCopyFollows) {
     polygon_t polygon;
     build(polygon, {axes, axes, axes, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     set_work_frames(polygon, {turned_axes, turned_axes, turned_axes, turned_axes});
     ASSERT_TRUE(polygon.vertices.extend(3));
     EXPECT_EQ(errors_of_update(polygon), "glpolygon buf != gened: 4, 3\n");
@@ -179,7 +209,7 @@ TEST_F(FramePass, BufferThatIsTooSmallPrintsBothLinesAndTheCopyFollows) {
 TEST_F(FramePass, ModelMadeAnewWithFewerVerticesGetsItsFrames) {
     polygon_t polygon;
     build(polygon, {axes, axes, axes, axes, axes, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     build(polygon, {turned_axes, turned_axes, turned_axes});
     EXPECT_EQ(errors_of_update(polygon), "");
     EXPECT_EQ(ulk_test::frames_of(polygon)[2].normal, (dir3{0, -1, 0}));
@@ -190,7 +220,7 @@ TEST_F(FramePass, ModelMadeAnewWithFewerVerticesGetsItsFrames) {
 TEST_F(FramePass, CopyRunsOverTheWholeArrayOfFrames) {
     polygon_t polygon;
     build(polygon, {axes, axes, axes, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     const frame_t strange{{7, 7, 7}, {8, 8, 8}, {9, 9, 9}};
     polygon.normals.write_one(3, &strange);
     ASSERT_TRUE(polygon.vertices.extend(3));
@@ -210,14 +240,14 @@ TEST_F(FramePass, RasterisesThePointsThatItDraws) {
         for (vertex_t& vertex : vertices)
             vertex.position = {0.0625F, 0.0625F, 0.9F};  // the centre of a pixel
     }
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     EXPECT_EQ(target.read_pixels().at(8, 7), (libutils::rgba_picture_t::pixel_t{255, 255, 255, 255}));
 }
 
 TEST_F(FramePass, LeavesNothingBound) {
     polygon_t polygon;
     build(polygon, {axes, axes, axes});
-    glpolygon.update_frames(polygon);
+    EXPECT_TRUE(glpolygon.update_frames(polygon));
     EXPECT_EQ(ulk_test::gl_integer(GL_CURRENT_PROGRAM), 0);
     EXPECT_EQ(ulk_test::gl_integer(GL_ARRAY_BUFFER_BINDING), 0);
     EXPECT_EQ(ulk_test::gl_integer(GL_TRANSFORM_FEEDBACK_BUFFER_BINDING), 0);

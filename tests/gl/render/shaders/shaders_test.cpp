@@ -147,7 +147,7 @@ float evaluate(const std::string& function, float argument) {
     vertex_array_t vertices;
     vertices.allocate();
     feedback_buffer_t results;
-    EXPECT_TRUE(results.allocate(1));
+    EXPECT_TRUE(results.allocate(1) && results.provide());
     transform_feedback_t feedback;
     EXPECT_TRUE(feedback.allocate());
     ulk_test::render_target_t target(4, 4);
@@ -238,7 +238,7 @@ class SelectionProgram : public ulk_test::gl_test {
         EXPECT_TRUE(array.allocate(
             count, make_element_list({e_type_t::Position, e_type_t::RGBA, e_type_t::PointSize}),
             points.data()));
-        EXPECT_TRUE(results.allocate(10 * count));
+        EXPECT_TRUE(results.allocate(10 * count) && results.provide());
         EXPECT_TRUE(feedback.allocate());
         holder.bind_attributes(array.element_list(), array.vertex_stride(), array.buffer_id(), 0);
         program.use();
