@@ -50,16 +50,26 @@ void nurbs_double_loop(benchmark::State& state) {
     run_double_loop(state, ulk3d::basis);
 }
 
-void nurbs_evaluator(benchmark::State& state) {
+void run_evaluator(benchmark::State& state, const ulk3d::kernel_t& kernel) {
     const net_t net = net_of(state);
     const auto side = static_cast<std::uint32_t>(state.range(3));
     std::vector<ulk3d::vertex_t> vertices(side * side);
     for (auto _ : state) {
-        ulk3d::evaluate_surface(net.view(), side, side, vertices);
+        ulk3d::evaluate_surface(net.view(), side, side, vertices, kernel);
         benchmark::DoNotOptimize(vertices.data());
         benchmark::ClobberMemory();
     }
     count_samples(state);
+    state.SetLabel(kernel.name);
+}
+
+void nurbs_evaluator(benchmark::State& state) {
+    run_evaluator(state, ulk3d::best_kernel());
+}
+
+/// What a machine runs that has nothing but the instructions that all of its kind have.
+void nurbs_evaluator_baseline(benchmark::State& state) {
+    run_evaluator(state, ulk3d::kernels().front());
 }
 
 // Sizes for which a double loop takes seconds are left out.
@@ -82,6 +92,12 @@ BENCHMARK(nurbs_evaluator)
     ->ArgsProduct({{64}, {64}, {4}, {33, 257}, {0, 1}})
     ->ArgsProduct({{1000}, {2}, {2}, {33}, {0, 1}})
     ->ArgsProduct({{64}, {64}, {64}, {33}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(nurbs_evaluator_baseline)
+    ->ArgNames({"columns", "rows", "order", "side", "differ"})
+    ->ArgsProduct({{8}, {8}, {3}, {33, 257}, {0, 1}})
+    ->ArgsProduct({{20}, {20}, {4}, {33, 257}, {0, 1}})
+    ->ArgsProduct({{64}, {64}, {4}, {33, 257}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

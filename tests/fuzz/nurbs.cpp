@@ -71,15 +71,19 @@ void require(bool holds) {
 
 }  // namespace
 
-/// The grid evaluator gives what the double loop over plain recursions gives, to the last bit.
+/// The grid evaluator gives, with each kernel, what the double loop over plain recursions gives, to the last
+/// bit.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     byte_reader bytes(data, size);
     const std::uint32_t resolution1 = bytes.below(7), resolution2 = bytes.below(7);
     const ulk_test::net_t net = read_net(bytes);
     const ulk_test::captured_stream messages(std::cerr);
 
-    std::vector<ulk3d::vertex_t> grid(std::size_t{resolution1} * resolution2);
-    ulk3d::evaluate_surface(net.view(), resolution1, resolution2, grid);
+    std::vector<std::vector<ulk3d::vertex_t>> grids;
+    for (const ulk3d::kernel_t& kernel : ulk3d::kernels()) {
+        grids.emplace_back(std::size_t{resolution1} * resolution2);
+        ulk3d::evaluate_surface(net.view(), resolution1, resolution2, grids.back(), kernel);
+    }
     for (std::uint32_t r = 0; r < resolution2; ++r) {
         for (std::uint32_t c = 0; c < resolution1; ++c) {
             const float u = static_cast<float>(c) / static_cast<float>(resolution1 - 1);
@@ -87,7 +91,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             const auto sums = ulk_test::plain_sums(net, u, v, recursive_basis);
             const auto [position, color] =
                 std::fabs(sums[7]) <= 2e-5F ? net.surface(u, v) : ulk_test::plain_mean(sums);
-            require(ulk_test::same_bits(grid[r * resolution1 + c], ulk3d::vertex_t{position, color, {u, v}}));
+            for (const auto& grid : grids)
+                require(
+                    ulk_test::same_bits(grid[r * resolution1 + c], ulk3d::vertex_t{position, color, {u, v}}));
         }
     }
     return 0;

@@ -6,6 +6,7 @@
 
 #include "model/matrix.h"
 #include "model/nurbs/basis.h"
+#include "model/nurbs/kernels/kernel.h"
 
 namespace ulk3d {
 
@@ -31,10 +32,12 @@ struct knot_table_t {
 /// parameter of a sample is sample / (resolution - 1). The knot table must outlive this object.
 class basis_table_t {
   public:
-    basis_table_t(const knot_table_t& table, sample_range_t samples, std::uint32_t resolution);
+    basis_table_t(const knot_table_t& table, sample_range_t samples, std::uint32_t resolution,
+                  const kernel_t& kernel);
 
     sample_range_t samples() const { return range; }
     float parameter(std::uint32_t sample) const { return parameters[sample - range.begin]; }
+    const float* all_parameters() const { return parameters.data(); }
 
     /// The functions of a knot vector that can be other than 0 at a sample, and where their values are.
     const basis_run_t& run(std::uint64_t knot_vector, std::uint32_t sample) const {
@@ -48,15 +51,28 @@ class basis_table_t {
         return function - found.first < found.count ? values_of(found)[function - found.first] : 0;
     }
 
-    std::span<const float> all_values() const { return values; }
     bool is_one_kind() const { return runs.size() == range.size(); }
 
+    /// For kernels: the runs by kind and sample, and their values. Behind those of each run are zeros up to
+    /// a multiple of `step` above 0, and `read_ahead` more at the end.
+    const std::uint32_t* all_kinds() const { return kinds.data(); }
+    const basis_run_t* all_runs() const { return runs.data(); }
+    std::span<const float> all_values() const { return values; }
+    std::uint32_t step() const { return run_step; }
+
   private:
+    void evaluate(std::uint64_t count, std::uint64_t order, std::span<const float> knots,
+                  const kernel_t& kernel);
+    void evaluate_one(std::uint64_t count, std::uint64_t order, float parameter, std::span<const float> knots,
+                      bool ascending);
+
     const std::vector<std::uint32_t>& kinds;
     sample_range_t range;
+    std::uint32_t run_step;
     std::vector<float> parameters;
     std::vector<basis_run_t> runs;
     std::vector<float> values;
+    std::vector<std::uint64_t> intervals;  ///< by sample, of the knot vector that is being evaluated
 };
 
 }  // namespace ulk3d

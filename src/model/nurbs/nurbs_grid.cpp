@@ -15,31 +15,19 @@ namespace {
 /// Samples along one side of a tile. Tiles bound the memory for basis functions at high resolutions.
 constexpr std::uint32_t tile_side = 512;
 
-/// Four floats in one register of the baseline instruction set. Without it, compilers vectorise the sums
-/// across terms, with shuffles that cost more than the sums.
-using four_floats [[gnu::vector_size(16)]] = float;
-
-/// The seven floats of a control point and a 1: the weighted sum of these also gives the sum of the factors,
-/// and the eight floats fill two registers exactly.
-struct lanes_t {
-    four_floats low{};
-    four_floats high{};
-
-    void add(float factor, const lanes_t& point) {
-        low += factor * point.low;
-        high += factor * point.high;
-    }
-};
+/// The seven floats of a control point, and a 1; or weighted sums of these.
+using lanes_t = std::array<float, point_floats>;
 
 struct index_range_t {
     std::uint64_t begin = 0;
     std::uint64_t end = 0;
 
-    void include(const basis_run_t& run) {
-        if (run.count == 0)
+    std::uint64_t size() const { return end - begin; }
+    void include(const index_range_t& other) {
+        if (other.begin == other.end)
             return;
-        begin = begin == end ? run.first : std::min(begin, run.first);
-        end = std::max(end, run.first + run.count);
+        begin = begin == end ? other.begin : std::min(begin, other.begin);
+        end = std::max(end, other.end);
     }
 };
 
@@ -52,99 +40,122 @@ float magnitude(std::span<const float> values) {
     return std::bit_cast<float>(largest);
 }
 
-/// A net prepared for evaluation.
+/// A net prepared for kernels.
 struct prepared_net_t {
     explicit prepared_net_t(const nurbs_net_t<control_point_t>& source)
-        : net(source), largest_weight(magnitude(source.weight.data)) {
-        points.reserve(source.points.data.size());
+        : net(source), weights(source.weight.data), largest_weight(magnitude(weights)) {
+        points.reserve(source.points.data.size() + read_ahead);
         for (const auto& [p, c] : source.points.data)
-            points.push_back(lanes_t{four_floats{p.x, p.y, p.z, c.r}, four_floats{c.g, c.b, c.a, 1.0F}});
-        largest_coordinate = magnitude({reinterpret_cast<const float*>(points.data()), points.size() * 8});
+            points.push_back({p.x, p.y, p.z, c.r, c.g, c.b, c.a, 1});
+        points.resize(points.size() + read_ahead);
+        weights.resize(weights.size() + read_ahead);
+        largest_coordinate = magnitude({points.data()->data(), points.size() * point_floats});
     }
 
     const nurbs_net_t<control_point_t>& net;
+    std::vector<float> weights;
     std::vector<lanes_t> points;
     float largest_weight;
     float largest_coordinate = 0;
-};
-
-/// The basis functions along the columns at one v: that of row j in column i is values[(j - rows.begin) *
-/// row_step + i * column_step].
-struct column_factors_t {
-    index_range_t rows;
-    const float* values = nullptr;
-    std::uint64_t row_step = 0;
-    std::uint64_t column_step = 0;
 };
 
 /// Evaluates one tile of samples.
 class tile_t {
   public:
     tile_t(const prepared_net_t& prepared_net, const basis_table_t& row_functions,
-           const basis_table_t& column_functions)
+           const basis_table_t& column_functions, const kernel_t& chosen_kernel)
         : prepared(prepared_net),
           net(prepared_net.net),
           along_row(row_functions),
-          along_column(column_functions) {
+          along_column(column_functions),
+          kernel(chosen_kernel),
+          sums(row_functions.samples().size()) {
         // A term with a basis function of 0 adds nothing, unless the 0 is multiplied by an infinity or
         // not-a-number.
         const float largest_factor = magnitude(along_row.all_values()) * prepared.largest_weight;
         zeros_add_nothing = std::isfinite(largest_factor) && std::isfinite(prepared.largest_coordinate) &&
                             std::isfinite(prepared.largest_weight) &&
                             std::isfinite(magnitude(along_column.all_values()));
-        if (!along_column.is_one_kind())
-            find_touched_columns();
+        if (zeros_add_nothing && !along_column.is_one_kind())
+            find_stretches();
     }
 
     void evaluate(std::uint32_t resolution1, std::span<vertex_t> vertices) {
-        const sample_range_t columns = along_row.samples();
         const sample_range_t rows = along_column.samples();
         for (std::uint32_t r = rows.begin; r < rows.end; ++r) {
-            const column_factors_t factors = factors_at(r);
-            for (std::uint32_t c = columns.begin; c < columns.end; ++c) {
-                const std::uint64_t place = std::uint64_t{r} * resolution1 + c;
-                if (place >= vertices.size())
-                    return;
-                vertices[place] = vertex_at(c, r, factors);
-            }
+            const std::uint64_t place = std::uint64_t{r} * resolution1 + along_row.samples().begin;
+            if (place >= vertices.size())
+                return;
+            sum_row(r);
+            const std::uint64_t length = std::min<std::uint64_t>(vertices.size() - place, sums.size());
+            make_vertices(r, vertices.subspan(place, length));
         }
     }
 
   private:
-    vertex_t vertex_at(std::uint32_t c, std::uint32_t r, const column_factors_t& factors) const {
-        const float u = along_row.parameter(c);
+    void make_vertices(std::uint32_t r, std::span<vertex_t> row) const {
         const float v = along_column.parameter(r);
-        const lanes_t sum = zeros_add_nothing ? sum_of_terms(c, r, factors) : sum_of_all_terms(c, r);
-        const auto [x, y, z, red, green, blue, alpha, denominator] = std::bit_cast<std::array<float, 8>>(sum);
-        if (f_eq(denominator, 0)) {
-            const control_point_t sums{{x, y, z}, {red, green, blue, alpha}};
-            const auto [position, color] = nurbs_surface_without_span(net, u, v, sums, denominator);
-            return {position, color, {u, v}};
+        if (kernel.make_vertices(sums.data()->data(), row.size(), along_row.all_parameters(), v,
+                                 reinterpret_cast<float*>(row.data())))
+            return;
+        for (std::uint32_t n = 0; n < row.size(); ++n) {
+            const auto& [x, y, z, red, green, blue, alpha, denominator] = sums[n];
+            if (!f_eq(denominator, 0))
+                continue;
+            const float u = along_row.parameter(along_row.samples().begin + n);
+            const auto [position, color] =
+                nurbs_surface_without_span(net, u, v, {{x, y, z}, {red, green, blue, alpha}}, denominator);
+            row[n] = {position, color, {u, v}};
         }
-        const float scale = 1 / denominator;
-        return {{x * scale, y * scale, z * scale},
-                {red * scale, green * scale, blue * scale, alpha * scale},
-                {u, v}};
     }
 
-    /// The sum over the control points whose basis functions are not 0, row by row.
-    lanes_t sum_of_terms(std::uint32_t c, std::uint32_t r, const column_factors_t& factors) const {
-        lanes_t sum{};
-        const index_range_t rows = factors.column_step == 0 ? factors.rows : touched_rows(c, r);
-        for (std::uint64_t j = rows.begin; j < rows.end; ++j) {
-            const basis_run_t& run = along_row.run(j, c);
-            const std::uint64_t first = j * net.count1 + run.first;
-            const float* const row_values = along_row.values_of(run);
-            const float* const weights = net.weight.data.data() + first;
-            const lanes_t* const points = prepared.points.data() + first;
-            const float* const column_values = factors.values + (j - factors.rows.begin) * factors.row_step +
-                                               run.first * factors.column_step;
-            for (std::uint64_t n = 0; n < run.count; ++n) {
-                const float factor = row_values[n] * weights[n] * column_values[n * factors.column_step];
-                sum.add(factor, points[n]);
-            }
+    void sum_row(std::uint32_t r) {
+        if (net.points.data.empty())
+            return;
+        if (!zeros_add_nothing)
+            sum_all_terms(r);
+        else if (along_column.is_one_kind())
+            sum_with_equal_columns(r);
+        else
+            sum_with_different_columns(r);
+    }
+
+    void sum_with_equal_columns(std::uint32_t r) {
+        const basis_run_t& run = along_column.run(0, r);
+        const sample_terms_t terms =
+            terms_of({run.first, run.first + run.count}, along_column.values_of(run));
+        kernel.sum_terms(terms, {0, sums.size(), run.first, run.first + run.count}, sums.data()->data());
+    }
+
+    void sum_with_different_columns(std::uint32_t r) {
+        const index_range_t all_rows = spread_columns(r);
+        const sample_terms_t terms = terms_of(all_rows, slab.data());
+        for (const auto& [begin, end, columns] : stretches) {
+            index_range_t rows;
+            for (std::uint64_t i = columns.begin; i < columns.end; ++i)
+                rows.include(rows_of_columns[i]);
+            kernel.sum_terms(terms, {begin, end, rows.begin, rows.end}, sums[begin].data());
         }
-        return sum;
+    }
+
+    sample_terms_t terms_of(const index_range_t& rows, const float* column_values) const {
+        return {.step = along_row.step(),
+                .kinds = along_row.all_kinds(),
+                .runs = along_row.all_runs(),
+                .samples = sums.size(),
+                .row_values = along_row.all_values().data(),
+                .columns = net.count1,
+                .weights = prepared.weights.data(),
+                .points = prepared.points.data()->data(),
+                .first_row = rows.begin,
+                .column_values = column_values,
+                .rows_differ = !along_row.is_one_kind(),
+                .columns_differ = !along_column.is_one_kind()};
+    }
+
+    void sum_all_terms(std::uint32_t r) {
+        for (std::uint32_t n = 0; n < sums.size(); ++n)
+            sums[n] = sum_of_all_terms(along_row.samples().begin + n, r);
     }
 
     lanes_t sum_of_all_terms(std::uint32_t c, std::uint32_t r) const {
@@ -154,62 +165,82 @@ class tile_t {
                 const std::uint64_t place = j * net.count1 + i;
                 const float factor =
                     along_row.value(j, c, i) * net.weight.data[place] * along_column.value(i, r, j);
-                sum.add(factor, prepared.points[place]);
+                for (std::size_t n = 0; n < sum.size(); ++n)
+                    sum[n] += factor * prepared.points[place][n];
             }
         }
         return sum;
     }
 
-    column_factors_t factors_at(std::uint32_t r) {
-        if (net.count1 == 0)
-            return {};
-        if (along_column.is_one_kind()) {
-            const basis_run_t& run = along_column.run(0, r);
-            return {{run.first, run.first + run.count}, along_column.values_of(run), 1, 0};
-        }
+    /// Writes the functions along the columns at one v, row by row, and returns the rows that they touch.
+    index_range_t spread_columns(std::uint32_t r) {
         index_range_t rows;
-        for (std::uint64_t i = 0; i < net.count1; ++i)
-            rows.include(along_column.run(i, r));
-        slab.assign((rows.end - rows.begin) * net.count1, 0.0F);
+        rows_of_columns.resize(net.count1);
+        for (std::uint64_t i = 0; i < net.count1; ++i) {
+            const basis_run_t& run = along_column.run(i, r);
+            rows_of_columns[i] = {run.first, run.first + run.count};
+            rows.include(rows_of_columns[i]);
+        }
+        slab.assign(rows.size() * net.count1 + read_ahead, 0.0F);
         for (std::uint64_t i = 0; i < net.count1; ++i) {
             const basis_run_t& run = along_column.run(i, r);
             for (std::uint64_t n = 0; n < run.count; ++n)
                 slab[(run.first + n - rows.begin) * net.count1 + i] = along_column.values_of(run)[n];
         }
-        return {rows, slab.data(), net.count1, 1};
+        return rows;
     }
 
-    void find_touched_columns() {
-        const sample_range_t samples = along_row.samples();
-        touched_columns.resize(samples.size());
-        for (std::uint64_t j = 0; j < net.count2; ++j) {
-            for (std::uint32_t c = samples.begin; c < samples.end; ++c)
-                touched_columns[c - samples.begin].include(along_row.run(j, c));
+    /// Samples that touch the same columns but for one are summed together. A row of the net without a share
+    /// in a sample adds nothing to it.
+    void find_stretches() {
+        const std::vector<index_range_t> touched = touched_columns();
+        for (std::size_t begin = 0, end = 0; begin < touched.size(); begin = end) {
+            stretch_t stretch{begin, begin, touched[begin]};
+            for (end = begin; end < touched.size(); ++end) {
+                index_range_t columns = touched[end];
+                columns.include(stretch.columns);
+                if (columns.size() > touched[begin].size() + 1)
+                    break;
+                stretch = {begin, end + 1, columns};
+            }
+            stretches.push_back(stretch);
         }
     }
 
-    /// The rows that contribute to a sample when the columns have different knots.
-    index_range_t touched_rows(std::uint32_t c, std::uint32_t r) const {
-        const index_range_t columns = touched_columns[c - along_row.samples().begin];
-        index_range_t rows;
-        for (std::uint64_t i = columns.begin; i < columns.end; ++i)
-            rows.include(along_column.run(i, r));
-        return rows;
+    /// By sample of u.
+    std::vector<index_range_t> touched_columns() const {
+        std::vector<index_range_t> touched(sums.size());
+        for (std::uint64_t j = 0; j < net.count2; ++j) {
+            for (std::uint32_t n = 0; n < sums.size(); ++n) {
+                const basis_run_t& run = along_row.run(j, along_row.samples().begin + n);
+                touched[n].include({run.first, run.first + run.count});
+            }
+        }
+        return touched;
     }
+
+    /// Samples of u, and the columns of the net that have a share in any of them.
+    struct stretch_t {
+        std::size_t begin, end;
+        index_range_t columns;
+    };
 
     const prepared_net_t& prepared;
     const nurbs_net_t<control_point_t>& net;
     const basis_table_t& along_row;
     const basis_table_t& along_column;
+    const kernel_t& kernel;
     bool zeros_add_nothing;
-    std::vector<index_range_t> touched_columns;  ///< by sample of u; only when the columns' knots differ
+    std::vector<stretch_t> stretches;            ///< only when the columns' knots differ
+    std::vector<index_range_t> rows_of_columns;  ///< by column, at one v; only then, too
     std::vector<float> slab;                     ///< column functions at one v, row by row
+    std::vector<lanes_t> sums;                   ///< by sample of u, at one v
 };
 
 }  // namespace
 
 void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
-                      std::uint32_t resolution2, std::span<vertex_t> vertices) {
+                      std::uint32_t resolution2, std::span<vertex_t> vertices, const kernel_t& kernel) {
     const prepared_net_t prepared(net);
     const knot_table_t row_knots(net.knot1, net.count1, net.order1);
     const knot_table_t column_knots(net.knot2, net.count2, net.order2);
@@ -217,10 +248,10 @@ void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t res
         return sample_range_t{begin, begin + std::min(resolution - begin, tile_side)};
     };
     for (std::uint32_t c = 0; c < resolution1; c = tile_from(c, resolution1).end) {
-        const basis_table_t along_row(row_knots, tile_from(c, resolution1), resolution1);
+        const basis_table_t along_row(row_knots, tile_from(c, resolution1), resolution1, kernel);
         for (std::uint32_t r = 0; r < resolution2; r = tile_from(r, resolution2).end) {
-            const basis_table_t along_column(column_knots, tile_from(r, resolution2), resolution2);
-            tile_t(prepared, along_row, along_column).evaluate(resolution1, vertices);
+            const basis_table_t along_column(column_knots, tile_from(r, resolution2), resolution2, kernel);
+            tile_t(prepared, along_row, along_column, kernel).evaluate(resolution1, vertices);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 
+#include "model/nurbs/kernels/kernel.h"
 #include "model/nurbs/nurbs_evaluate.h"
 
 namespace ulk3d {
@@ -14,8 +15,10 @@ namespace ulk3d {
 ///
 /// Basis functions are evaluated once per knot vector and sample, and only terms other than 0 are summed: the
 /// work grows with the samples times the orders, not with the size of the net. Where infinities or
-/// not-a-numbers give weight to a term with a basis function of 0, all terms are summed.
+/// not-a-numbers give weight to a term with a basis function of 0, all terms are summed. All kernels give the
+/// same bits.
 void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
-                      std::uint32_t resolution2, std::span<vertex_t> vertices);
+                      std::uint32_t resolution2, std::span<vertex_t> vertices,
+                      const kernel_t& kernel = best_kernel());
 
 }  // namespace ulk3d

@@ -6,45 +6,18 @@
 #include <limits>
 
 #include "support/captured_stream.h"
+#include "support/nurbs_grids.h"
 #include "support/plain_nurbs.h"
 
 namespace {
 
-using ulk3d::control_point_t;
 using ulk3d::vertex_t;
 using ulk_test::captured_stream;
+using ulk_test::expect_grid_equals_double_loop;
 using ulk_test::net_t;
-using ulk_test::same_bits;
 
 constexpr float inf = std::numeric_limits<float>::infinity();
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-
-/// Every sample of the grid equals the double loop's result, and both print the same lines.
-void expect_grid_equals_double_loop(const net_t& net, std::uint32_t resolution1, std::uint32_t resolution2) {
-    std::vector<vertex_t> grid(std::size_t{resolution1} * resolution2);
-    std::string grid_lines;
-    {
-        captured_stream errors(std::cerr);
-        ulk3d::evaluate_surface(net.view(), resolution1, resolution2, grid);
-        grid_lines = errors.text();
-    }
-    std::string loop_lines;
-    for (std::uint32_t r = 0; r < resolution2; ++r) {
-        for (std::uint32_t c = 0; c < resolution1; ++c) {
-            const float u = static_cast<float>(c) / static_cast<float>(resolution1 - 1);
-            const float v = static_cast<float>(r) / static_cast<float>(resolution2 - 1);
-            captured_stream errors(std::cerr);
-            const auto sums = plain_sums(net, u, v, ulk3d::basis);
-            const auto point = std::fabs(sums[7]) <= 2e-5F ? net.surface(u, v) : ulk_test::plain_mean(sums);
-            loop_lines += errors.text();
-            const vertex_t expected{point.position, point.color, {u, v}};
-            ASSERT_TRUE(same_bits(grid[r * resolution1 + c], expected))
-                << "row " << r << ", column " << c << ": " << grid[r * resolution1 + c].position.x
-                << " instead of " << expected.position.x;
-        }
-    }
-    EXPECT_EQ(grid_lines, loop_lines);
-}
 
 struct shape_t {
     std::uint64_t count1, order1, count2, order2;
