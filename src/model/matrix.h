@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <new>
 #include <span>
@@ -30,5 +31,12 @@ struct matrix_t {
     std::span<T> row(std::uint64_t r) { return std::span(data).subspan(r * columns, columns); }
     std::span<const T> row(std::uint64_t r) const { return std::span(data).subspan(r * columns, columns); }
 };
+
+/// Compares bit by bit, so that a NaN equals itself.
+template <typename T>
+bool is_same(const matrix_t<T>& a, const matrix_t<T>& b) {
+    return a.rows == b.rows && a.columns == b.columns && a.data.size() == b.data.size() &&
+           (a.data.empty() || std::memcmp(a.data.data(), b.data.data(), a.data.size() * sizeof(T)) == 0);
+}
 
 }  // namespace ulk3d

@@ -63,7 +63,7 @@ basis_table_t::basis_table_t(const knot_table_t& table, sample_range_t samples, 
     : kinds(table.kinds), range(samples), run_step(step_for(table.order)), intervals(samples.size()) {
     parameters.reserve(range.size());
     for (std::uint32_t sample = range.begin; sample < range.end; ++sample)
-        parameters.push_back(static_cast<float>(sample) / static_cast<float>(resolution - 1));
+        parameters.push_back(sample_parameter(sample, resolution));
 
     runs.reserve(table.rows_of_kinds.size() * range.size());
     for (const std::uint64_t row : table.rows_of_kinds)

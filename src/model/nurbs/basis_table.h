@@ -16,6 +16,11 @@ struct sample_range_t {
     std::uint32_t size() const { return end - begin; }
 };
 
+/// The parameter of a sample. With a resolution of 1 it is 0/0.
+inline float sample_parameter(std::uint32_t sample, std::uint32_t resolution) {
+    return static_cast<float>(sample) / static_cast<float>(resolution - 1);
+}
+
 /// The knot vectors of all rows, or of all columns, of a net, one in each row of `knots`. Those that are
 /// equal bit for bit are of one kind.
 struct knot_table_t {
@@ -29,7 +34,7 @@ struct knot_table_t {
 };
 
 /// The basis functions of all knot vectors at the samples of a range, evaluated once for each kind. The
-/// parameter of a sample is sample / (resolution - 1). The knot table must outlive this object.
+/// knot table must outlive this object.
 class basis_table_t {
   public:
     basis_table_t(const knot_table_t& table, sample_range_t samples, std::uint32_t resolution,

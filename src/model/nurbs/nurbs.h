@@ -79,8 +79,10 @@ class nurbs_t : public modeling_t {
     /// it can not be mapped.
     [[nodiscard]] bool rebuild(const change_t& change, glpolygon_t& glpolygon);
 
-    /// Rebuilds what has changed since the last time; where nothing has, nothing is evaluated or printed. The
-    /// maps are opened each time: when models share a picture, the last model decides its filters.
+    /// Rebuilds what has changed since the last time; where nothing has, nothing is evaluated or printed. Of
+    /// a surface that is local (model/nurbs/nurbs_grid.h), moved points have just the samples that they reach
+    /// evaluated again. The maps are opened each time: when models share a picture, the last model decides
+    /// its filters.
     void update(glpolygon_t& glpolygon) override;
     /// The same; false when the mesh could not be rebuilt.
     [[nodiscard]] bool bring_up_to_date(glpolygon_t& glpolygon);
@@ -139,9 +141,12 @@ class nurbs_t : public modeling_t {
         std::uint64_t order1, order2;
         matrix_t<float> knot1, knot2, weight;
         matrix_t<control_point_t> points;
+        bool is_local;  ///< see evaluate_surface
     };
 
     change_t changes() const;
+    bool has_other_points_only(const source_t& source) const;
+    std::optional<bool> evaluate(const source_t* former);
     void release_tables();
     bool MakeCtlpts();
     void make_point_array();

@@ -8,6 +8,7 @@
 
 #include "model/math/tolerance.h"
 #include "model/nurbs/basis_table.h"
+#include "model/nurbs/reached_samples.h"
 
 namespace ulk3d {
 namespace {
@@ -80,61 +81,77 @@ class tile_t {
             find_stretches();
     }
 
-    void evaluate(std::uint32_t resolution1, std::span<vertex_t> vertices) {
+    /// Evaluates those of the samples that are in the tile. True when the surface is local in them.
+    bool evaluate(const reached_samples_t& samples, std::uint32_t resolution1, std::span<vertex_t> vertices) {
+        const sample_range_t columns = along_row.samples();
         const sample_range_t rows = along_column.samples();
+        bool have_span = true;
         for (std::uint32_t r = rows.begin; r < rows.end; ++r) {
-            const std::uint64_t place = std::uint64_t{r} * resolution1 + along_row.samples().begin;
-            if (place >= vertices.size())
-                return;
-            sum_row(r);
-            const std::uint64_t length = std::min<std::uint64_t>(vertices.size() - place, sums.size());
-            make_vertices(r, vertices.subspan(place, length));
+            const std::uint32_t begin = std::max(samples[r].begin, columns.begin);
+            const std::uint32_t end = std::min(samples[r].end, columns.end);
+            const std::uint64_t place = std::uint64_t{r} * resolution1 + begin;
+            if (begin >= end || place >= vertices.size())
+                continue;
+            const std::uint64_t length = std::min<std::uint64_t>(vertices.size() - place, end - begin);
+            const index_range_t range{begin - columns.begin, begin - columns.begin + length};
+            sum_row(r, range);
+            have_span &= make_vertices(r, range, vertices.subspan(place, length));
         }
+        return have_span && zeros_add_nothing;
     }
 
   private:
-    void make_vertices(std::uint32_t r, std::span<vertex_t> row) const {
+    /// True when each sample has a mean.
+    bool make_vertices(std::uint32_t r, const index_range_t& range, std::span<vertex_t> row) const {
         const float v = along_column.parameter(r);
-        if (kernel.make_vertices(sums.data()->data(), row.size(), along_row.all_parameters(), v,
+        if (kernel.make_vertices(sums[range.begin].data(), row.size(),
+                                 along_row.all_parameters() + range.begin, v,
                                  reinterpret_cast<float*>(row.data())))
-            return;
-        for (std::uint32_t n = 0; n < row.size(); ++n) {
-            const auto& [x, y, z, red, green, blue, alpha, denominator] = sums[n];
+            return true;
+        for (std::uint64_t n = 0; n < row.size(); ++n) {
+            const auto& [x, y, z, red, green, blue, alpha, denominator] = sums[range.begin + n];
             if (!f_eq(denominator, 0))
                 continue;
-            const float u = along_row.parameter(along_row.samples().begin + n);
+            const float u = along_row.all_parameters()[range.begin + n];
             const auto [position, color] =
                 nurbs_surface_without_span(net, u, v, {{x, y, z}, {red, green, blue, alpha}}, denominator);
             row[n] = {position, color, {u, v}};
         }
+        return false;
     }
 
-    void sum_row(std::uint32_t r) {
+    /// Sums up samples of a row, which are counted from the first one of the tile.
+    void sum_row(std::uint32_t r, const index_range_t& range) {
         if (net.points.data.empty())
             return;
         if (!zeros_add_nothing)
-            sum_all_terms(r);
+            sum_all_terms(r, range);
         else if (along_column.is_one_kind())
-            sum_with_equal_columns(r);
+            sum_with_equal_columns(r, range);
         else
-            sum_with_different_columns(r);
+            sum_with_different_columns(r, range);
     }
 
-    void sum_with_equal_columns(std::uint32_t r) {
+    void sum_with_equal_columns(std::uint32_t r, const index_range_t& range) {
         const basis_run_t& run = along_column.run(0, r);
         const sample_terms_t terms =
             terms_of({run.first, run.first + run.count}, along_column.values_of(run));
-        kernel.sum_terms(terms, {0, sums.size(), run.first, run.first + run.count}, sums.data()->data());
+        kernel.sum_terms(terms, {range.begin, range.end, run.first, run.first + run.count},
+                         sums[range.begin].data());
     }
 
-    void sum_with_different_columns(std::uint32_t r) {
+    void sum_with_different_columns(std::uint32_t r, const index_range_t& range) {
         const index_range_t all_rows = spread_columns(r);
         const sample_terms_t terms = terms_of(all_rows, slab.data());
         for (const auto& [begin, end, columns] : stretches) {
+            const std::uint64_t first = std::max(begin, range.begin);
+            const std::uint64_t last = std::min(end, range.end);
+            if (first >= last)
+                continue;
             index_range_t rows;
             for (std::uint64_t i = columns.begin; i < columns.end; ++i)
                 rows.include(rows_of_columns[i]);
-            kernel.sum_terms(terms, {begin, end, rows.begin, rows.end}, sums[begin].data());
+            kernel.sum_terms(terms, {first, last, rows.begin, rows.end}, sums[first].data());
         }
     }
 
@@ -153,9 +170,9 @@ class tile_t {
                 .columns_differ = !along_column.is_one_kind()};
     }
 
-    void sum_all_terms(std::uint32_t r) {
-        for (std::uint32_t n = 0; n < sums.size(); ++n)
-            sums[n] = sum_of_all_terms(along_row.samples().begin + n, r);
+    void sum_all_terms(std::uint32_t r, const index_range_t& range) {
+        for (std::uint64_t n = range.begin; n < range.end; ++n)
+            sums[n] = sum_of_all_terms(along_row.samples().begin + static_cast<std::uint32_t>(n), r);
     }
 
     lanes_t sum_of_all_terms(std::uint32_t c, std::uint32_t r) const {
@@ -221,7 +238,7 @@ class tile_t {
 
     /// Samples of u, and the columns of the net that have a share in any of them.
     struct stretch_t {
-        std::size_t begin, end;
+        std::uint64_t begin, end;
         index_range_t columns;
     };
 
@@ -237,23 +254,65 @@ class tile_t {
     std::vector<lanes_t> sums;                   ///< by sample of u, at one v
 };
 
-}  // namespace
+/// The part of a range that begins at `begin`, as long as a tile.
+sample_range_t tile_from(std::uint32_t begin, std::uint32_t range_end) {
+    return {begin, begin + std::min(range_end - begin, tile_side)};
+}
 
-void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
-                      std::uint32_t resolution2, std::span<vertex_t> vertices, const kernel_t& kernel) {
-    const prepared_net_t prepared(net);
-    const knot_table_t row_knots(net.knot1, net.count1, net.order1);
-    const knot_table_t column_knots(net.knot2, net.count2, net.order2);
-    const auto tile_from = [](std::uint32_t begin, std::uint32_t resolution) {
-        return sample_range_t{begin, begin + std::min(resolution - begin, tile_side)};
-    };
-    for (std::uint32_t c = 0; c < resolution1; c = tile_from(c, resolution1).end) {
-        const basis_table_t along_row(row_knots, tile_from(c, resolution1), resolution1, kernel);
-        for (std::uint32_t r = 0; r < resolution2; r = tile_from(r, resolution2).end) {
-            const basis_table_t along_column(column_knots, tile_from(r, resolution2), resolution2, kernel);
-            tile_t(prepared, along_row, along_column, kernel).evaluate(resolution1, vertices);
+/// The smallest ranges of columns and rows that hold all samples.
+struct sample_box_t {
+    explicit sample_box_t(const reached_samples_t& samples) {
+        for (std::uint32_t r = 0; r < samples.size(); ++r) {
+            if (samples[r].size() == 0)
+                continue;
+            columns = columns.size() == 0 ? samples[r]
+                                          : sample_range_t{std::min(columns.begin, samples[r].begin),
+                                                           std::max(columns.end, samples[r].end)};
+            rows = {rows.size() == 0 ? r : rows.begin, r + 1};
         }
     }
+
+    sample_range_t columns{0, 0};
+    sample_range_t rows{0, 0};
+};
+
+bool evaluate_samples(const prepared_net_t& prepared, const reached_samples_t& samples,
+                      std::uint32_t resolution1, std::uint32_t resolution2, std::span<vertex_t> vertices,
+                      const kernel_t& kernel) {
+    const auto& net = prepared.net;
+    const knot_table_t row_knots(net.knot1, net.count1, net.order1);
+    const knot_table_t column_knots(net.knot2, net.count2, net.order2);
+    const auto [columns, rows] = sample_box_t(samples);
+    bool is_local = true;
+    for (std::uint32_t c = columns.begin; c < columns.end; c = tile_from(c, columns.end).end) {
+        const basis_table_t along_row(row_knots, tile_from(c, columns.end), resolution1, kernel);
+        for (std::uint32_t r = rows.begin; r < rows.end; r = tile_from(r, rows.end).end) {
+            const basis_table_t along_column(column_knots, tile_from(r, rows.end), resolution2, kernel);
+            is_local &=
+                tile_t(prepared, along_row, along_column, kernel).evaluate(samples, resolution1, vertices);
+        }
+    }
+    return is_local;
+}
+
+}  // namespace
+
+bool evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
+                      std::uint32_t resolution2, std::span<vertex_t> vertices, const kernel_t& kernel) {
+    return evaluate_samples(prepared_net_t(net), all_samples(resolution1, resolution2), resolution1,
+                            resolution2, vertices, kernel);
+}
+
+bool evaluate_changes(const nurbs_net_t<control_point_t>& net, std::span<const std::uint64_t> changed_points,
+                      std::uint32_t resolution1, std::uint32_t resolution2, std::span<vertex_t> vertices,
+                      const kernel_t& kernel) {
+    const prepared_net_t prepared(net);
+    // All else that decides whether a surface is local is as it was.
+    const bool is_local = std::isfinite(prepared.largest_coordinate);
+    const reached_samples_t samples = is_local
+                                          ? reached_samples(net, resolution1, resolution2, changed_points)
+                                          : all_samples(resolution1, resolution2);
+    return evaluate_samples(prepared, samples, resolution1, resolution2, vertices, kernel) && is_local;
 }
 
 }  // namespace ulk3d

@@ -17,8 +17,18 @@ namespace ulk3d {
 /// work grows with the samples times the orders, not with the size of the net. Where infinities or
 /// not-a-numbers give weight to a term with a basis function of 0, all terms are summed. All kernels give the
 /// same bits.
-void evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
+///
+/// True when the surface is local: each sample is the mean of just the points that reach it. Not so with
+/// infinities or not-a-numbers, and where factors sum to 0.
+bool evaluate_surface(const nurbs_net_t<control_point_t>& net, std::uint32_t resolution1,
                       std::uint32_t resolution2, std::span<vertex_t> vertices,
+                      const kernel_t& kernel = best_kernel());
+
+/// Brings the grid of a surface that was local up to date after a change of points, and of nothing else, by
+/// evaluating the samples that they can reach. The result, and the grid, are those of `evaluate_surface` to
+/// the last bit.
+bool evaluate_changes(const nurbs_net_t<control_point_t>& net, std::span<const std::uint64_t> changed_points,
+                      std::uint32_t resolution1, std::uint32_t resolution2, std::span<vertex_t> vertices,
                       const kernel_t& kernel = best_kernel());
 
 }  // namespace ulk3d

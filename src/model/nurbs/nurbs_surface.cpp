@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <cstring>
 #include <iostream>
 #include <limits>
+#include <span>
 #include <vector>
 
 #include "gltextures/gr_check_error.h"
@@ -42,6 +44,17 @@ void write_strips(std::uint32_t columns, std::uint32_t rows, std::span<std::uint
     }
 }
 
+/// The numbers of the points that are not the same bit by bit.
+std::vector<std::uint64_t> changed_points(std::span<const control_point_t> before,
+                                          std::span<const control_point_t> now) {
+    std::vector<std::uint64_t> changed;
+    for (std::uint64_t n = 0; n < now.size(); ++n) {
+        if (std::memcmp(&before[n], &now[n], sizeof(control_point_t)) != 0)
+            changed.push_back(n);
+    }
+    return changed;
+}
+
 }  // namespace
 
 bool nurbs_t::mesh_fits() const {
@@ -70,16 +83,32 @@ bool nurbs_t::makeVertices() {
 }
 
 bool nurbs_t::updateVertices() {
+    return evaluate(nullptr).has_value();
+}
+
+/// Evaluates what has changed since the surface was made from `former`, or the whole of it without one.
+/// Returns whether the surface is local, and nothing when a buffer can not be mapped.
+std::optional<bool> nurbs_t::evaluate(const source_t* former) {
+    bool is_local = false;
     {
         const array_span<vertex_t> vertices(polygon->vertices);
         const array_span<work_frame_t> frames(polygon->wknmls);
         grCheckError("nurbs_t::updateVertices() mapping.");
         if (vertices.size() != polygon->vertex_count() || frames.size() != polygon->vertex_count())
-            return false;
+            return std::nullopt;
         const nurbs_net_t<control_point_t> net{count1, count2, order1, order2, knot1, knot2, weight, points};
-        evaluate_surface(net, resolution1, resolution2, vertices.span());
+        is_local = former != nullptr && former->is_local && has_other_points_only(*former)
+                       ? evaluate_changes(net, changed_points(former->points.data, points.data), resolution1,
+                                          resolution2, vertices.span())
+                       : evaluate_surface(net, resolution1, resolution2, vertices.span());
     }
-    return updateNormals();
+    return updateNormals() ? std::optional(is_local) : std::nullopt;
+}
+
+bool nurbs_t::has_other_points_only(const source_t& source) const {
+    return source.order1 == order1 && source.order2 == order2 && is_same(source.knot1, knot1) &&
+           is_same(source.knot2, knot2) && is_same(source.weight, weight) &&
+           source.points.rows == points.rows && source.points.columns == points.columns;
 }
 
 bool nurbs_t::updateNormals() {

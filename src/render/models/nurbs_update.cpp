@@ -1,5 +1,4 @@
-#include <algorithm>
-#include <cstring>
+#include <optional>
 #include <utility>
 
 #include "model/nurbs/nurbs.h"
@@ -11,24 +10,11 @@
 /// because a GL program computes the frames of the mesh.
 namespace ulk3d {
 
-namespace {
-
-/// Compares bit by bit, so that a NaN equals itself.
-template <typename T>
-bool is_same(const matrix_t<T>& a, const matrix_t<T>& b) {
-    return a.rows == b.rows && a.columns == b.columns && a.data.size() == b.data.size() &&
-           (a.data.empty() || std::memcmp(a.data.data(), b.data.data(), a.data.size() * sizeof(T)) == 0);
-}
-
-}  // namespace
-
 nurbs_t::change_t nurbs_t::changes() const {
     const bool is_built =
         built_resolution && built_resolution->columns == resolution1 && built_resolution->rows == resolution2;
-    const bool is_evaluated = built_source && built_source->order1 == order1 &&
-                              built_source->order2 == order2 && is_same(built_source->knot1, knot1) &&
-                              is_same(built_source->knot2, knot2) && is_same(built_source->weight, weight) &&
-                              is_same(built_source->points, points);
+    const bool is_evaluated =
+        built_source && has_other_points_only(*built_source) && is_same(built_source->points, points);
     return {.sizes = !is_built, .points = !is_evaluated};
 }
 
@@ -41,10 +27,14 @@ bool nurbs_t::rebuild(const change_t& change, glpolygon_t& glpolygon) {
         built_resolution = {resolution2, resolution1};
     }
     if (change.points) {
-        built_source.reset();
-        source_t source{order1, order2, knot1, knot2, weight, points};
-        if (!updateVertices())
+        // Until all has worked there is no source that the mesh stands for.
+        std::optional<source_t> former;
+        former.swap(built_source);
+        source_t source{order1, order2, knot1, knot2, weight, points, false};
+        const std::optional<bool> is_local = evaluate(former ? &*former : nullptr);
+        if (!is_local)
             return false;
+        source.is_local = *is_local;
         if (!glpolygon.update_frames(*polygon))
             return false;
         built_source = std::move(source);

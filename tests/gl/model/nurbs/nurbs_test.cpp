@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <limits>
 
 #include "gltextures/textures/texture_stores.h"
 #include "model/math/vectors.h"
@@ -12,6 +13,7 @@
 #include "render/models/glpolygon.h"
 #include "support/captured_stream.h"
 #include "support/counted_mappings.h"
+#include "support/failing_mapping.h"
 #include "support/failing_stores.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
@@ -356,6 +358,93 @@ TEST_F(NurbsModel, UpdateInPlaceGivesTheMeshThatAWholeOneGives) {
     EXPECT_EQ(ulk_test::vertices_of(polygon), vertices);
     EXPECT_EQ(ulk_test::frames_of(polygon), frames);
     EXPECT_EQ(ulk_test::elements_of(polygon), elements);
+}
+
+/// Puts a mark on a vertex that only an evaluation of its sample takes away.
+void mark_vertex(polygon_t& polygon, std::size_t vertex) {
+    const array_span<vertex_t> vertices(polygon.vertices);
+    vertices[vertex].texcoord = {-7, -7};
+}
+
+bool is_marked(const polygon_t& polygon, std::size_t vertex) {
+    return ulk_test::vertices_of(polygon)[vertex].texcoord == txc2{-7, -7};
+}
+
+TEST_F(NurbsModel, UpdateEvaluatesWhatAMovedPointReaches) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    load(ulk_test::random_net(9, 2, 9, 2, false));
+    set_resolution(17, 17);
+    nurbs.update(glpolygon);
+    mark_vertex(polygon, 0);
+    mark_vertex(polygon, 17 * 17 - 1);
+    nurbs.points.data[0].position.z += 1;
+    nurbs.update(glpolygon);
+    EXPECT_FALSE(is_marked(polygon, 0));
+    EXPECT_TRUE(is_marked(polygon, 17 * 17 - 1));
+}
+
+TEST_F(NurbsModel, UpdateEvaluatesEverythingWhenMoreThanPointsHasChanged) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    load(ulk_test::random_net(9, 2, 9, 2, false));
+    set_resolution(17, 17);
+    nurbs.update(glpolygon);
+    const auto expect_whole = [&](const char* what) {
+        mark_vertex(polygon, 17 * 17 - 1);
+        nurbs.points.data[0].position.z += 1;
+        nurbs.update(glpolygon);
+        EXPECT_FALSE(is_marked(polygon, 17 * 17 - 1)) << what;
+    };
+    nurbs.weight.data[3] += 1;
+    expect_whole("a weight");
+    nurbs.knot1.data[3] += 0.01F;
+    expect_whole("a knot of a row");
+    nurbs.knot2.data[3] += 0.01F;
+    expect_whole("a knot of a column");
+    ASSERT_TRUE(nurbs.rebuild({.sizes = true}, glpolygon));
+    expect_whole("a new mesh");
+    nurbs.points.data[40].position.x = std::numeric_limits<float>::infinity();
+    expect_whole("a point that is infinite");
+    nurbs.points.data[40].position.x = 0;
+    expect_whole("a point that has been infinite");
+}
+
+TEST_F(NurbsModel, UpdateAfterAMovePrintsThePlacesThatAreNotReachedAgain) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    load(ulk_test::random_net(9, 2, 9, 2, false));
+    for (float& knot : nurbs.knot1.data)
+        knot *= 0.75F;
+    set_resolution(9, 9);
+    std::string lines;
+    {
+        const captured_stream errors(std::cerr);
+        nurbs.update(glpolygon);
+        lines = errors.text();
+    }
+    EXPECT_NE(lines, "");
+    nurbs.points.data[0].position.z += 1;
+    const captured_stream errors(std::cerr);
+    nurbs.update(glpolygon);
+    EXPECT_EQ(errors.text(), lines);
+}
+
+TEST_F(NurbsModel, UpdateAfterAFailedOneEvaluatesEverything) {
+    glpolygon_t glpolygon;
+    ASSERT_TRUE(glpolygon.init(nullptr));
+    load(ulk_test::random_net(9, 2, 9, 2, false));
+    set_resolution(17, 17);
+    nurbs.update(glpolygon);
+    mark_vertex(polygon, 17 * 17 - 1);
+    nurbs.points.data[0].position.z += 1;
+    {
+        const captured_stream errors(std::cerr);
+        const ulk_test::failing_mapping failing(1);
+        EXPECT_FALSE(nurbs.bring_up_to_date(glpolygon));
+    }
+    EXPECT_TRUE(nurbs.bring_up_to_date(glpolygon));
+    EXPECT_FALSE(is_marked(polygon, 17 * 17 - 1));
 }
 
 TEST_F(NurbsModel, UpdateStopsWhenThePolygonCanNotBeMade) {
