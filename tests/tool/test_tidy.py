@@ -216,14 +216,14 @@ class Tidy(ToolTestCase):
         self.assertEqual(done.returncode, 0)
         self.assertIn(f"triangles {len(triangles)} -> ", done.stdout)
 
-    def test_it_takes_hardly_more_memory_than_reading_and_writing(self):
+    def test_it_takes_no_more_memory_than_a_second_copy_of_the_mesh_besides(self):
         write_stl(self.folder / "ball.stl", sphere(64, 32)[0])
         triangles = (self.folder / "ball.stl").read_bytes()[84:]
         many, out = self.folder / "many.stl", self.folder / "out.stl"
         many.write_bytes(bytes(80) + struct.pack("<I", 100 * len(triangles) // 50) + 100 * triangles)
         plain = peak_memory("convert", many, out)
         for options in (["--weld"], ["--weld", "0.001", "--simplify", "1000", "--smooth", "30"], ["--smooth", "30"]):
-            self.assertLess(peak_memory("tidy", many, "-o", out, *options), 1.5 * plain, options)
+            self.assertLess(peak_memory("tidy", many, "-o", out, *options), 2.5 * plain, options)
 
     def test_files_that_can_not_be_read_or_written(self):
         missing = self.folder / "none.ulk"
