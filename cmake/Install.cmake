@@ -38,8 +38,8 @@ install(FILES ${PROJECT_BINARY_DIR}/data/org.ulkedit.ulkedit.metainfo.xml
 
 # The texts keep their places beside each other, so that their links lead somewhere.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/ulkedit)
-file(GLOB manuals ${PROJECT_SOURCE_DIR}/docs/*.md)
-file(GLOB readmes ${PROJECT_SOURCE_DIR}/README*.md)
+file(GLOB manuals CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
+file(GLOB readmes CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README*.md)
 install(FILES ${readmes} packages.txt data/package/copyright ${PROJECT_BINARY_DIR}/data/changelog.gz DESTINATION ${documents})
 install(FILES ${manuals} DESTINATION ${documents}/docs)
 install(DIRECTORY docs/pictures DESTINATION ${documents}/docs)
