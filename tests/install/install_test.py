@@ -149,7 +149,7 @@ class FileTypes(InstallTestCase):
 
 
 class Thumbnails(InstallTestCase):
-    def draw(self, path, size=128):
+    def draw(self, path, size=128, **variables):
         """Runs the command of the thumbnailer as a file manager does: the words may hold %i, %o and %s."""
         entry = (self.share / "thumbnailers/ulkedit.thumbnailer").read_text()
         command = re.search(r"^Exec=(.*)$", entry, re.MULTILINE).group(1)
@@ -157,7 +157,7 @@ class Thumbnails(InstallTestCase):
         out.unlink(missing_ok=True)
         words = [word.replace("%i", str(path)).replace("%o", str(out)).replace("%s", str(size))
                  for word in shlex.split(command)]
-        environment = {name: value for name, value in self.environment.items() if name != "DISPLAY"}
+        environment = {name: value for name, value in self.environment.items() if name != "DISPLAY"} | variables
         done = run(*words, env=environment, cwd="/", timeout=20)
         return done.returncode, out
 
@@ -180,6 +180,10 @@ class Thumbnails(InstallTestCase):
             status, out = self.draw(stl, size)
             self.assertEqual(status, 0, size)
             self.assertEqual(out.read_bytes()[16:24], size.to_bytes(4, "big") * 2)
+
+    def test_a_driver_with_many_threads_keeps_within_the_memory(self):
+        # As many as the machine has processors, unless it is told otherwise: each takes its share.
+        self.assertEqual(self.draw(SAMPLES / "torus.ulk", LP_NUM_THREADS="32")[0], 0)
 
     def test_broken_huge_and_hostile_files_have_none(self):
         cube = (SAMPLES / "cube.ulk").read_bytes()
