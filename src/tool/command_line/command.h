@@ -30,6 +30,13 @@ struct option_t {
     bool is_needed = false;       ///< the command does not run without it
 };
 
+/// What every command that changes a scene needs.
+inline constexpr option_t output_option{.name = "-o",
+                                        .value = value_t::needed,
+                                        .value_name = "OUT",
+                                        .help = "The file that the scene is saved in.",
+                                        .is_needed = true};
+
 /// A command of ulktool, as it is read from a command line and described in the help.
 struct command_t {
     const char* name;

@@ -50,11 +50,7 @@ constexpr std::array<option_t, 3> options{{
     {.name = "--walls",
      .help = "Closes the openings of the cut with the part of the cutter's surface that lies in each\n"
              "model, turned round, in the cutter's colours: what was closed is closed again."},
-    {.name = "-o",
-     .value = value_t::needed,
-     .value_name = "OUT",
-     .help = "The file that the scene is saved to.",
-     .is_needed = true},
+    output_option,
 }};
 
 }  // namespace

@@ -151,11 +151,7 @@ constexpr std::array<option_t, 5> options{{
      .value_name = "D",
      .help = "By how many degrees they turn, counter-clockwise for one whom the crease points at.",
      .is_needed = true},
-    {.name = "-o",
-     .value = value_t::needed,
-     .value_name = "OUT",
-     .help = "The file that the scene is saved to.",
-     .is_needed = true},
+    output_option,
 }};
 
 }  // namespace

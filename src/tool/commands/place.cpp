@@ -110,11 +110,7 @@ int place(const command_line_t& line) {
 }
 
 constexpr std::array<option_t, 7> options{{
-    {.name = "-o",
-     .value = value_t::needed,
-     .value_name = "OUT",
-     .help = "The file that is written.",
-     .is_needed = true},
+    output_option,
     {.name = "--model",
      .value = value_t::needed,
      .value_name = "N",

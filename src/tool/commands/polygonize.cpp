@@ -48,11 +48,7 @@ constexpr std::array<option_t, 2> options{{
      .value = value_t::needed,
      .value_name = "N",
      .help = "The number of one model, from 0. Without this, all NURBS surfaces are made into meshes."},
-    {.name = "-o",
-     .value = value_t::needed,
-     .value_name = "OUT",
-     .help = "The file that the scene is saved to.",
-     .is_needed = true},
+    output_option,
 }};
 
 }  // namespace

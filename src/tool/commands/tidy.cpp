@@ -120,11 +120,7 @@ int tidy(const command_line_t&) {
 #endif
 
 constexpr std::array<option_t, 5> options{{
-    {.name = "-o",
-     .value = value_t::needed,
-     .value_name = "OUT",
-     .help = "The file that is written.",
-     .is_needed = true},
+    output_option,
     {.name = "--model",
      .value = value_t::needed,
      .value_name = "N",
