@@ -72,6 +72,13 @@ std::vector<vertex_t> vertices_of(const polygon_t& polygon) {
     return records_of<vertex_t>(polygon.vertices);
 }
 
+std::vector<ulk3d::pos3> positions_of(const polygon_t& polygon) {
+    std::vector<ulk3d::pos3> positions;
+    for (const vertex_t& vertex : vertices_of(polygon))
+        positions.push_back(vertex.position);
+    return positions;
+}
+
 std::vector<frame_t> frames_of(const polygon_t& polygon) {
     return records_of<frame_t>(polygon.normals);
 }

@@ -31,6 +31,7 @@ void select_polygons(ulk3d::polygon_t& polygon, const std::set<std::uint32_t>& i
 
 /// The records in use in the buffers.
 std::vector<ulk3d::vertex_t> vertices_of(const ulk3d::polygon_t& polygon);
+std::vector<ulk3d::pos3> positions_of(const ulk3d::polygon_t& polygon);
 std::vector<ulk3d::frame_t> frames_of(const ulk3d::polygon_t& polygon);
 std::vector<std::uint32_t> elements_of(const ulk3d::polygon_t& polygon);
 std::vector<std::uint32_t> selectelems_of(const ulk3d::polygon_t& polygon);

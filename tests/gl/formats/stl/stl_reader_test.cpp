@@ -56,13 +56,6 @@ class StlReader : public gl_test {
     temporary_folder_t folder;
 };
 
-std::vector<pos3> positions_of(const polygon_t& polygon) {
-    std::vector<pos3> positions;
-    for (const vertex_t& vertex : vertices_of(polygon))
-        positions.push_back(vertex.position);
-    return positions;
-}
-
 /// The bits of a position, which tell also one NaN from another.
 std::array<std::uint32_t, 3> bits_of(const pos3& p) {
     return {std::bit_cast<std::uint32_t>(p.x), std::bit_cast<std::uint32_t>(p.y),

@@ -47,13 +47,6 @@ class ImportScene : public gl_test {
     temporary_folder_t folder;
 };
 
-std::vector<pos3> positions_of(const polygon_t& polygon) {
-    std::vector<pos3> positions;
-    for (const vertex_t& vertex : vertices_of(polygon))
-        positions.push_back(vertex.position);
-    return positions;
-}
-
 template <typename Value>
 void append(std::string& bytes, const Value& value) {
     bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
