@@ -3,25 +3,15 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
-#include <cstdlib>
 #include <iostream>
 
-#include "app/editor/ulkedit.h"
-#include "bench_context.h"
-#include "render/gl/mapped_span.h"
-#include "render/offscreen/offscreen_target.h"
+#include "sheet_stage.h"
 
-/// What one mouse event costs in a view area of 1280 by 960 pixels, by the number of triangles of the only
-/// model in the scene: a wavy sheet, all of whose points are visible in the perspective view. One frame of
-/// the screen is 16 ms.
+/// What one mouse event costs, by the number of triangles of the wavy sheet that is the only model in the
+/// scene. One frame of the screen is 16 ms.
 namespace {
 
-using namespace ulk3d;
-
-constexpr int width = 1280, height = 960;
-constexpr std::uint32_t key_return = 0xff0d;
+using namespace ulk_bench;
 
 struct place_t {
     int x, y;
@@ -30,52 +20,6 @@ struct place_t {
 constexpr place_t places[] = {{960, 240}, {968, 246}};
 /// The same in the front view.
 constexpr place_t front_places[] = {{320, 720}, {328, 726}};
-
-/// One long strip for each row of quads.
-void build_sheet(polygon_t& polygon, std::int64_t triangles) {
-    const auto side = static_cast<std::uint32_t>(std::sqrt(static_cast<double>(triangles) / 2));
-    const std::uint32_t row = side + 1;
-    if (!polygon.allocate(std::uint64_t{row} * row, std::uint64_t{side} * (2 * row + 1)))
-        std::exit(1);
-    {
-        const array_span<vertex_t> vertices(polygon.vertices);
-        const array_span<frame_t> normals(polygon.normals);
-        for (std::uint32_t i = 0; i < row * row; ++i) {
-            const float x = 2 * static_cast<float>(i % row) / static_cast<float>(side) - 1;
-            const float y = 2 * static_cast<float>(i / row) / static_cast<float>(side) - 1;
-            vertices[i] = {{x, y, 0.2F * std::sin(5 * x) * std::cos(4 * y)}, {1, 1, 1, 1}, {}};
-            normals[i] = {};
-        }
-        const index_span elements(polygon.elements);
-        std::size_t at = 0;
-        for (std::uint32_t j = 0; j < side; ++j) {
-            for (std::uint32_t i = 0; i < row; ++i) {
-                elements[at++] = j * row + i;
-                elements[at++] = (j + 1) * row + i;
-            }
-            elements[at++] = restart_mark;
-        }
-    }
-    polygon.afterload("sheet");
-}
-
-/// The scene editor with the sheet, drawing into a target of its own.
-class stage_t {
-  public:
-    explicit stage_t(std::int64_t triangles) : target((need_context(), width), height), editor("ulk_bench") {
-        target.bind();
-        editor.init();
-        editor.reshape(width, height);
-        editor.add_model(model_kind_t::polygon);
-        build_sheet(editor.current_model()->polygon, triangles);
-        editor.key_command(key_return);
-        editor.display();
-    }
-    ~stage_t() { std::cout.clear(); }
-
-    offscreen_target_t target;
-    ulkedit_t editor;
-};
 
 /// Motion with a button held down; an event counts as finished when GL has done all of its work.
 void run_motions(benchmark::State& state, stage_t& stage, const place_t (&between)[2]) {
@@ -91,18 +35,18 @@ void run_motions(benchmark::State& state, stage_t& stage, const place_t (&betwee
 }
 
 void motion_picks_points(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     run_motions(state, stage, places);
 }
 
 void motion_picks_points_in_front(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     run_motions(state, stage, front_places);
 }
 
 /// Every event hits all points of the model, none of them selected: the most that a pick can be asked for.
 void motion_marks_all_points(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     stage.editor.press_modifier(modifier_alt, modifier_alt);
     for (int notch = 0; notch < 100; ++notch)
         stage.editor.mouse_wheel(-1, front_places[0].x, front_places[0].y);
@@ -120,7 +64,7 @@ void motion_marks_all_points(benchmark::State& state) {
 }
 
 void motion_picks_polygons(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     stage.editor.set_mode(operation_mode_t::clipping);
     // Printing the reports is not what is measured.
     std::cout.setstate(std::ios::failbit);
@@ -131,7 +75,7 @@ void motion_picks_polygons(benchmark::State& state) {
 /// the queue of events has to drain faster than a hand fills it.
 void stroke_of_a_brush(benchmark::State& state) {
     constexpr int motions = 1000;
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     stage.editor.set_mode(operation_mode_t::clipping);
     std::cout.setstate(std::ios::failbit);
     const auto [x, y] = places[0];
@@ -149,7 +93,7 @@ void stroke_of_a_brush(benchmark::State& state) {
 
 /// All points are selected and follow the mouse.
 void motion_drags_points(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     modeling_t& model = stage.editor.current_model()->polygon;
     model.selection.assign(model.selection.size(), true);
     stage.editor.press_modifier(modifier_shift, modifier_shift);
@@ -158,20 +102,11 @@ void motion_drags_points(benchmark::State& state) {
 
 /// The press that takes hold of the surface under the pointer.
 void press_of_the_camera(benchmark::State& state) {
-    stage_t stage(state.range(0));
+    stage_t stage(sheet_in_strips, state.range(0));
     stage.editor.press_modifier(modifier_alt, modifier_alt);
     for (auto _ : state) {
         stage.editor.mouse_button(left_button, false, places[0].x, places[0].y);
         stage.editor.mouse_button(left_button, true, places[0].x, places[0].y);
-    }
-}
-
-/// The frame that follows an event.
-void frame(benchmark::State& state) {
-    stage_t stage(state.range(0));
-    for (auto _ : state) {
-        stage.editor.display();
-        glFinish();
     }
 }
 
@@ -192,6 +127,5 @@ BENCHMARK(motion_picks_polygons)->Apply(sizes);
 BENCHMARK(stroke_of_a_brush)->Apply(sizes);
 BENCHMARK(motion_drags_points)->Apply(sizes);
 BENCHMARK(press_of_the_camera)->Apply(sizes);
-BENCHMARK(frame)->Apply(sizes);
 
 }  // namespace
