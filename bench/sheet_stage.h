@@ -57,6 +57,10 @@ inline void sheet_in_strips(polygon_t& polygon, std::int64_t triangles) {
     polygon.afterload("sheet");
 }
 
+/// The corners of a quad's two triangles, as steps to the right and up.
+inline constexpr std::array<std::array<std::uint32_t, 2>, 6> sheet_corners{
+    {{0, 0}, {0, 1}, {1, 0}, {0, 1}, {1, 1}, {1, 0}}};
+
 /// The same sheet as it comes out of an STL file: three vertices and a strip of its own for each triangle.
 inline void sheet_in_triangles(polygon_t& polygon, std::int64_t triangles) {
     const std::uint32_t side = sheet_side(triangles);
@@ -68,13 +72,11 @@ inline void sheet_in_triangles(polygon_t& polygon, std::int64_t triangles) {
         const array_span<frame_t> normals(polygon.normals);
         const index_span elements(polygon.elements);
         const auto steps = static_cast<float>(side);
-        constexpr std::array<std::array<std::uint32_t, 2>, 6> corners{
-            {{0, 0}, {0, 1}, {1, 0}, {0, 1}, {1, 1}, {1, 0}}};
         std::uint32_t vertex = 0;
         std::size_t element = 0;
         for (std::uint32_t quad = 0; quad < side * side; ++quad)
-            for (std::size_t i = 0; i < corners.size(); ++i) {
-                const auto [right, up] = corners[i];
+            for (std::size_t i = 0; i < sheet_corners.size(); ++i) {
+                const auto [right, up] = sheet_corners[i];
                 vertices[vertex] = sheet_vertex(static_cast<float>(quad % side + right) / steps,
                                                 static_cast<float>(quad / side + up) / steps);
                 normals[vertex] = {};

@@ -11,19 +11,6 @@ namespace ulk3d {
 
 using libgr::grCheckError;
 
-namespace {
-
-/// True when an index is at or above the vertex count but not the restart mark, which GL handles itself.
-bool has_foreign_index(std::span<const std::uint32_t> indices, std::uint64_t vertex_count) {
-    // There is no early exit: without one the compiler examines many indices at once.
-    bool found = false;
-    for (const std::uint32_t index : indices)
-        found |= (index >= vertex_count) & (index != restart_mark);
-    return found;
-}
-
-}  // namespace
-
 const array_t* polygon_t::array(std::uint32_t index) const {
     switch (index) {
         case 0:
@@ -55,37 +42,10 @@ void polygon_t::draw() {
     grCheckError("polygon_t::draw(1)");
     glEnable(GL_PRIMITIVE_RESTART);
     grCheckError("polygon_t::draw(2)");
-    if (const element_array_t* const strips = strips_to_draw())
-        strips->draw(drawarray, GL_TRIANGLE_STRIP);
+    drawn_strips.draw(elements, vertex_count(), drawarray);
     grCheckError("polygon_t::draw(3)");
     glDisable(GL_PRIMITIVE_RESTART);
     grCheckError("polygon_t::draw(end)");
-}
-
-polygon_t::strips_state_t polygon_t::strips_state() const {
-    return {elements.writable_mappings(), vertex_count(), element_count()};
-}
-
-/// Null when there is none, or it can not be examined: an index beyond the vertices must not get to GL.
-const element_array_t* polygon_t::strips_to_draw() {
-    if (!elements.has_buffer())
-        return nullptr;
-    if (examined != strips_state()) {
-        const const_index_span strips(elements);
-        if (!strips && elements.bytes_in_use() > 0)
-            return nullptr;
-        draws_cleanelems = has_foreign_index(strips.span(), vertex_count());
-        if (draws_cleanelems && cleanelems.allocate(elements.element_count())) {
-            const index_span clean(cleanelems, first_words_t::overwritten);
-            if (!clean)
-                return nullptr;
-            std::ranges::transform(
-                strips.span().first(std::min(strips.size(), clean.size())), clean.span().begin(),
-                [this](std::uint32_t index) { return index < vertex_count() ? index : restart_mark; });
-        }
-        examined = strips_state();
-    }
-    return draws_cleanelems ? &cleanelems : &elements;
 }
 
 void polygon_t::drawselected() {
@@ -97,6 +57,16 @@ void polygon_t::drawselected() {
 
 bool polygon_t::drawpoints() {
     return ulk3d::draw(pointarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
+}
+
+bool polygon_t::showpoints() {
+    if (pointarray && !pointarray->provide())
+        return false;
+    const element_array_t* const points = distinct_points.of(vertices, pointsizes);
+    if (points == nullptr)
+        return drawpoints();
+    points->draw(pointarray, GL_POINTS);
+    return true;
 }
 
 bool polygon_t::drawframes() {
@@ -135,9 +105,8 @@ void polygon_t::clear() {
     selected_ids.clear();
     polyidvector.clear();
     selectelems.release();
-    cleanelems.release();
-    draws_cleanelems = false;
-    examined = {};
+    drawn_strips.release();
+    distinct_points.release();
     unset_frames.clear();
     modeling_t::clear();
 }

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "model/modeling.h"
+#include "model/polygon/distinct_points.h"
+#include "model/polygon/drawn_strips.h"
 #include "model/polygon/polygon_places.h"
 #include "model/vertex.h"
 #include "render/gl/shared_holder.h"
@@ -82,6 +84,7 @@ class polygon_t : public modeling_t {
     /// mark does.
     void draw() override;
     bool drawpoints() override;    ///< all vertices at their point sizes
+    bool showpoints() override;    ///< those of them that are not covered by a later one at the same place
     void drawselected();           ///< the selected polygons as single triangles
     bool drawframes();             ///< GL_POINTS of vertices and work normals: the draw of the frame pass
     std::uint64_t drawvertices();  ///< GL_POINTS of vertices and frames; returns the vertex count
@@ -111,22 +114,12 @@ class polygon_t : public modeling_t {
 
   private:
     void make_vertex_arrays();
-    const element_array_t* strips_to_draw();
     std::size_t id_count() const;
 
     std::set<std::uint32_t> selected_ids;
 
-    /// GL knows only one restart index. When `elements` holds other indices at or above the vertex count, the
-    /// strips are drawn through this copy, in which those are restart marks.
-    element_array_t cleanelems;
-    bool draws_cleanelems = false;
-    /// What the presence of such other indices depends on: as long as this stays the same, so does that.
-    struct strips_state_t {
-        std::uint64_t writable_mappings = 0, vertex_count = 0, element_count = 0;
-        bool operator==(const strips_state_t&) const = default;
-    };
-    strips_state_t strips_state() const;
-    strips_state_t examined;  ///< the state that `draws_cleanelems` and `cleanelems` were made for
+    drawn_strips_t drawn_strips;
+    distinct_points_t distinct_points;
 };
 
 }  // namespace ulk3d

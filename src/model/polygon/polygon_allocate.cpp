@@ -288,10 +288,9 @@ void polygon_t::swap(polygon_t& other) noexcept {
     std::swap(polyidvector, other.polyidvector);
     std::swap(selectelems, other.selectelems);
     selected_ids.swap(other.selected_ids);
-    std::swap(cleanelems, other.cleanelems);
-    std::swap(draws_cleanelems, other.draws_cleanelems);
+    std::swap(drawn_strips, other.drawn_strips);
+    std::swap(distinct_points, other.distinct_points);
     unset_frames.swap(other.unset_frames);
-    std::swap(examined, other.examined);
 }
 
 }  // namespace ulk3d

@@ -46,8 +46,7 @@ bool array_t::allocate(std::int64_t element_count, const element_list_t& list, c
         return false;
     }
     bind();
-    glBufferSubData(GL_ARRAY_BUFFER, 0, data_size == 0 ? buffer_size : std::min(data_size, buffer_size),
-                    data);
+    buffer->write(0, data_size == 0 ? buffer_size : std::min(data_size, buffer_size), data);
     unbind();
     return true;
 }
@@ -71,7 +70,7 @@ bool array_t::fits(std::int64_t element_count) const {
 void array_t::write_all(const void* data) {
     bind();
     if (buffer && data != nullptr)
-        glBufferSubData(GL_ARRAY_BUFFER, 0, buffer_size, data);
+        buffer->write(0, buffer_size, data);
     unbind();
 }
 
@@ -81,7 +80,7 @@ bool array_t::write_one(std::int64_t index, const void* data) {
     bind();
     const auto offset = bytes_of(index);
     if (buffer && data != nullptr && offset)
-        glBufferSubData(GL_ARRAY_BUFFER, *offset, record_bytes, data);
+        buffer->write(*offset, record_bytes, data);
     unbind();
     return true;
 }

@@ -39,7 +39,7 @@ void buffer_t::swap(buffer_t& other) noexcept {
     std::swap(name, other.name);
     std::swap(target, other.target);
     std::swap(allocated, other.allocated);
-    std::swap(written_mappings, other.written_mappings);
+    std::swap(write_count, other.write_count);
     std::swap(asked, other.asked);
     std::swap(stored, other.stored);
     std::swap(promised, other.promised);
@@ -72,7 +72,7 @@ bool buffer_t::ask_for(std::int64_t byte_size) {
 bool buffer_t::ask_for_words(std::int64_t first_byte, std::uint32_t word) {
     if (!asked || (first_byte > 0 && asked->word.value_or(word) != word))
         return false;
-    ++written_mappings;
+    ++write_count;
     asked->word = word;
     return true;
 }
@@ -154,10 +154,15 @@ void* buffer_t::MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield ac
     void* const pointer = glMapBufferRange(target, offset, length, access);
     unbind();
     if ((access & GL_MAP_WRITE_BIT) != 0)
-        ++written_mappings;
+        ++write_count;
     if (pointer == nullptr)
         print_failure();
     return pointer;
+}
+
+void buffer_t::write(GLintptr offset, GLsizeiptr length, const void* data) {
+    glBufferSubData(target, offset, length, data);
+    ++write_count;
 }
 
 void buffer_t::UnmapBuffer() {

@@ -82,15 +82,18 @@ class buffer_t {
     [[nodiscard]] void* MapBufferRange(GLintptr offset, GLsizeiptr length, GLbitfield access);
     void UnmapBuffer();
 
-    /// The number of mappings for writing so far, and of the times that words were asked for. As long as it
-    /// is the same, none of these has changed the content.
-    std::uint64_t writable_mappings() const { return written_mappings; }
+    /// Writes into the store, which must be there, at the target that the buffer is bound to.
+    void write(GLintptr offset, GLsizeiptr length, const void* data);
+
+    /// The number of the times that this object has let the content be written: by mappings, writes and words
+    /// that were asked for. As long as it is the same, none of these has changed the content.
+    std::uint64_t writes() const { return write_count; }
 
   private:
     GLuint name = 0;
     GLenum target = 0;
     bool allocated = false;
-    std::uint64_t written_mappings = 0;
+    std::uint64_t write_count = 0;
 
     struct asked_t {
         std::int64_t byte_size = 0;

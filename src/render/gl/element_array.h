@@ -47,10 +47,6 @@ class element_array_t : public record_store_t {
     /// Drops the buffer, and the sizes with it; does nothing without one.
     void release();
 
-    /// The number of mappings of the buffer for writing so far; a new buffer starts at 0 again. As long as it
-    /// and the count in use are unchanged, so are the indices.
-    std::uint64_t writable_mappings() const { return buffer ? buffer->writable_mappings() : 0; }
-
   private:
     static const kind_t element_kind;
 };

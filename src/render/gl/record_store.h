@@ -53,6 +53,9 @@ class record_store_t {
     std::int64_t byte_size() const { return buffer_size; }
     /// Bytes that the records in use take, but at most `byte_size()`.
     std::int64_t bytes_in_use() const;
+    /// How many times the content was written so far (buffer_t::writes); a new buffer starts at 0 again. As
+    /// long as it and the count in use are unchanged, so are the records.
+    std::uint64_t writes() const { return buffer ? buffer->writes() : 0; }
     bool has_buffer() const { return static_cast<bool>(buffer); }
     /// GL name of the buffer; 0 without one.
     GLuint buffer_id() const { return buffer ? buffer->id() : 0; }

@@ -105,7 +105,7 @@ void glnurbs_t::draw_points(modeling_t& model, const mtx3w& projection_matrix,
     program.use();
     set_matrices(projection_matrix, modelview_matrix);
     glUniform1f(PointScale, point_scale);
-    static_cast<void>(model.drawpoints());  // has printed what it lacks; a frame is shown without the points
+    static_cast<void>(model.showpoints());  // has printed what it lacks; a frame is shown without the points
     program_t::unuse();
 }
 

@@ -57,7 +57,7 @@ class glnurbs_t {
     /// line and GL's log.
     [[nodiscard]] bool init(const char* base_directory);
 
-    /// Draws the points of a model with their sizes times `point_scale`, and their colours.
+    /// Draws the points of a model with their sizes times `point_scale`, and their colours, without blending.
     /// GL_PROGRAM_POINT_SIZE must be enabled.
     void draw_points(modeling_t& model, const mtx3w& Projection, const mtx3w& Modelview) const;
 

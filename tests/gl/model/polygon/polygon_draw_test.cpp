@@ -2,88 +2,22 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <optional>
 #include <string>
 
+#include "gl/model/polygon/vertex_recorder.h"
 #include "model/polygon/strip_walk.h"
-#include "render/gl/feedback_buffer.h"
 #include "render/gl/mapped_span.h"
-#include "render/gl/program.h"
-#include "render/gl/query.h"
-#include "render/gl/shader.h"
-#include "render/gl/transform_feedback.h"
 #include "support/counted_mappings.h"
 #include "support/forced_marks.h"
 #include "support/gl_context.h"
+#include "support/gl_trace.h"
 #include "support/polygon_builder.h"
 
 namespace {
 
 using namespace ulk3d;
 using namespace ulk_test;
-
-/// What a draw handed to GL for one vertex: its number, and the first floats of two locations.
-struct drawn_vertex_t {
-    std::int32_t id;
-    float second;
-    float third;
-};
-
-constexpr const char* recorder_source = R"(#version 330 core
-layout(location = 2) in vec4 at2;
-layout(location = 3) in vec4 at3;
-flat out int id;
-out float second;
-out float third;
-void main() {
-    id = gl_VertexID;
-    second = at2.x;
-    third = at3.x;
-    gl_Position = vec4(0.0, 0.0, 0.0, 1.0);
-}
-)";
-
-/// Records the vertices of draws, strips taken apart into triangles.
-class recorder {
-  public:
-    recorder() {
-        target.bind();
-        EXPECT_TRUE(shader.allocate(GL_VERTEX_SHADER, recorder_source,
-                                    static_cast<GLint>(std::strlen(recorder_source))))
-            << shader.compile_log();
-        EXPECT_TRUE(program.create());
-        program.attach(shader);
-        EXPECT_TRUE(feedback.allocate());
-        const std::array<const GLchar*, 3> names = {"id", "second", "third"};
-        feedback.varyings(program, 3, names.data());
-        EXPECT_TRUE(program.link()) << program.link_log();
-        EXPECT_TRUE(buffer.allocate(3 * most_vertices) && buffer.provide());
-    }
-
-    template <typename Draw>
-    std::vector<drawn_vertex_t> record(GLenum mode, Draw draw) {
-        query_t query;
-        program.use();
-        query.begin(GL_TRANSFORM_FEEDBACK_PRIMITIVES_WRITTEN, 0);
-        feedback.begin(mode, buffer.buffer_id());
-        draw();
-        feedback.end();
-        query.end();
-        program_t::unuse();
-        const feedback_span<drawn_vertex_t> records(buffer);
-        const std::size_t count = query.GetQuery() * (mode == GL_TRIANGLES ? 3 : 1);
-        return {records.begin(), records.begin() + static_cast<std::ptrdiff_t>(count)};
-    }
-
-  private:
-    static constexpr std::int64_t most_vertices = 1000;
-    const render_target_t target{4, 4};
-    shader_t shader;
-    program_t program;
-    transform_feedback_t feedback;
-    feedback_buffer_t buffer;
-};
 
 using triangle = std::array<std::int32_t, 3>;
 
@@ -96,13 +30,6 @@ std::vector<triangle> triangles_of(const std::vector<drawn_vertex_t>& vertices) 
         triangles.push_back(corners);
     }
     return triangles;
-}
-
-std::vector<std::int32_t> ids_of(const std::vector<drawn_vertex_t>& vertices) {
-    std::vector<std::int32_t> ids;
-    for (const auto& vertex : vertices)
-        ids.push_back(vertex.id);
-    return ids;
 }
 
 struct PolygonDraw : gl_test {
@@ -118,7 +45,7 @@ struct PolygonDraw : gl_test {
     }
     const std::vector<vertex_t> vertices =
         vertices_at({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0, 2, 0}, {1, 2, 0}, {0, 3, 0}});
-    std::optional<recorder> drawn;
+    std::optional<vertex_recorder> drawn;
     polygon_t polygon;
 };
 
@@ -181,6 +108,80 @@ TEST_F(PolygonDraw, ModelIsDrawnAnewAfterClear) {
     EXPECT_TRUE(drawn_strips().empty());
     build_polygon(polygon, vertices, {0, 1, 2});
     EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}}));
+}
+
+/// The corners as GL gets them, each triangle from its first one on.
+struct SingleTriangles : PolygonDraw {
+    std::vector<std::int32_t> drawn_corners() {
+        return ids_of(drawn->record(GL_TRIANGLES, [this] { polygon.draw(); }));
+    }
+    bool are_drawn_without_indices() {
+        const gl_trace trace;
+        polygon.draw();
+        return std::ranges::count(trace.events(), "glDrawElements") == 0;
+    }
+};
+
+TEST_F(SingleTriangles, OfVerticesInOrderAreDrawnWithoutIndices) {
+    build_polygon(polygon, vertices, {0, 1, 2, mark, 3, 4, 5, mark});
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}));
+    EXPECT_TRUE(are_drawn_without_indices());
+}
+
+TEST_F(SingleTriangles, NeedNoLastMark) {
+    build_polygon(polygon, vertices, {0, 1, 2, mark, 3, 4, 5});
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}));
+    EXPECT_TRUE(are_drawn_without_indices());
+}
+
+TEST_F(SingleTriangles, InAnotherOrderAreDrawnAsStrips) {
+    const std::vector<std::uint32_t> in_order{0, 1, 2, mark, 3, 4, 5, mark};
+    for (std::size_t i = 0; i < in_order.size(); ++i) {
+        std::vector<std::uint32_t> elements = in_order;
+        elements[i] = elements[i] == mark ? 6 : elements[i] == 4 ? 0 : 4;
+        polygon.clear();
+        build_polygon(polygon, vertices, elements);
+        std::vector<triangle> expected;
+        walk_strips(elements, vertices.size(), [&](const strip_triangle_t& each) {
+            triangle corners{static_cast<std::int32_t>(each.a), static_cast<std::int32_t>(each.b),
+                             static_cast<std::int32_t>(each.c)};
+            std::rotate(corners.begin(), std::ranges::min_element(corners), corners.end());
+            expected.push_back(corners);
+        });
+        EXPECT_EQ(drawn_strips(), expected) << "element " << i;
+    }
+}
+
+TEST_F(SingleTriangles, BeyondTheVerticesAreNotDrawn) {
+    build_polygon(polygon, vertices, {0, 1, 2, mark, 3, 4, 5, mark});
+    ASSERT_EQ(drawn_corners().size(), 6U);
+    ASSERT_TRUE(polygon.extend(5, 8));
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2}));
+    ASSERT_TRUE(polygon.extend(7, 8));
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}));
+}
+
+TEST_F(SingleTriangles, AreExchangedWithTheMesh) {
+    build_polygon(polygon, vertices, {0, 1, 2, mark});
+    ASSERT_EQ(drawn_corners().size(), 3U);
+    polygon_t other;
+    build_polygon(other, vertices, {0, 1, 2, 3});
+    polygon.swap(other);
+    EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}, {1, 3, 2}}));
+}
+
+TEST_F(SingleTriangles, FollowEdits) {
+    build_polygon(polygon, vertices, {0, 1, 2, mark, 3, 4, 5, mark});
+    ASSERT_EQ(drawn_corners().size(), 6U);
+    index_span(polygon.elements)[3] = 3;
+    EXPECT_EQ(drawn_strips(), (std::vector<triangle>{{0, 1, 2}, {1, 3, 2}, {2, 3, 3}, {3, 3, 4}, {3, 4, 5}}));
+    index_span(polygon.elements)[3] = mark;
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2, 3, 4, 5}));
+    ASSERT_TRUE(polygon.extend(7, 4));
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{0, 1, 2}));
+    polygon.clear();
+    build_polygon(polygon, vertices, {4, 5, 6});
+    EXPECT_EQ(drawn_corners(), (std::vector<std::int32_t>{4, 5, 6}));
 }
 
 TEST_F(PolygonDraw, ReadsVerticesAndFrames) {

@@ -137,9 +137,9 @@ TEST_F(MappedSpan, ForReadingIsNoChangeOfTheIndices) {
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(2));
     EXPECT_EQ(const_index_span(elements).size(), 2u);
-    EXPECT_EQ(elements.writable_mappings(), 0u);
+    EXPECT_EQ(elements.writes(), 0u);
     EXPECT_EQ(index_span(elements).size(), 2u);
-    EXPECT_EQ(elements.writable_mappings(), 1u);
+    EXPECT_EQ(elements.writes(), 1u);
 }
 
 TEST_F(MappedSpan, OfNothingInUseIsEmptyAndSilent) {
