@@ -32,6 +32,7 @@ scene_input_t::scene_input_t(edited_scene_t& edited_scene, scene_view_t& scene_v
 void scene_input_t::set_mode(operation_mode_t mode) {
     operation_t* const objects[] = {&selection, &punish, &clipping, &folding};
     operation = objects[static_cast<std::size_t>(mode)];
+    scene_view_t::give_back_picks(scene.models());
 }
 
 operation_t& scene_input_t::driven() {

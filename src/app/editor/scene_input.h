@@ -29,6 +29,7 @@ class scene_input_t {
     scene_input_t(const scene_input_t&) = delete;
     scene_input_t& operator=(const scene_input_t&) = delete;
 
+    /// Gives the left button another meaning, and ends the use of what picks of points have taken.
     void set_mode(operation_mode_t mode);
 
     bool mouse_button(std::uint32_t button, bool release, int x, int y);

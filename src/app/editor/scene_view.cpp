@@ -136,6 +136,11 @@ bool scene_view_t::pick_points(const model_list_t& models, const view_cursor_t& 
     return hit;
 }
 
+void scene_view_t::give_back_picks(const model_list_t& models) {
+    for (const auto& entry : models)
+        entry->modeling().selectionfeedback.give_back();
+}
+
 bool scene_view_t::pick_polygons(const model_list_t& models, const view_cursor_t& at, float width,
                                  float height, const hit_signal_t& receiver) const {
     struct found_t {

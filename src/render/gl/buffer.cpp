@@ -51,15 +51,25 @@ void buffer_t::ask(const asked_t& store) const {
     promised.hold(static_cast<std::uint64_t>(bytes));
 }
 
+void buffer_t::drop_store() {
+    bind();
+    glBufferData(target, 0, nullptr, GL_DYNAMIC_DRAW);
+    unbind();
+    stored = 0;
+}
+
+void buffer_t::give_back() {
+    if (stored == 0)
+        return;
+    ask({.byte_size = stored, .word = std::nullopt});
+    drop_store();
+}
+
 bool buffer_t::ask_for(std::int64_t byte_size) {
     if (stored == byte_size && !asked)
         return true;
-    if (stored > 0) {
-        bind();
-        glBufferData(target, 0, nullptr, GL_DYNAMIC_DRAW);
-        unbind();
-        stored = 0;
-    }
+    if (stored > 0)
+        drop_store();
     ask({});
     const bool is_promised = libutils::can_promise_memory(static_cast<std::uint64_t>(byte_size));
     ask({.byte_size = byte_size, .word = std::nullopt});

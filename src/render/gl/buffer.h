@@ -38,6 +38,8 @@ class buffer_t {
     void allocate(GLenum target);
     /// Deletes the name, and what was asked for; without a current context only forgets them.
     void release();
+    /// Gives the store back, if there is one, and asks for one of the same size with undefined content.
+    void give_back();
     /// Exchanges the names and stores of both. Never fails.
     void swap(buffer_t& other) noexcept;
 
@@ -100,6 +102,7 @@ class buffer_t {
         std::optional<std::uint32_t> word;  ///< the value of all words; none when nobody cares
     };
     void ask(const asked_t& store) const;
+    void drop_store();
     /// Writes all words of the store that there is. False when it can not be mapped.
     [[nodiscard]] bool write_words(std::int64_t byte_size, std::uint32_t word) const;
 

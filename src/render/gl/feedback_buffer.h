@@ -22,6 +22,8 @@ class feedback_buffer_t {
     /// Deletes the buffer; without a current context only forgets its name.
     void release();
 
+    /// Gives the store back until its next use, which finds undefined content; does nothing without one.
+    void give_back() { store.give_back(); }
     /// Makes the store if it is not there yet: call it before a capture. False, after the line of `buffer_t`,
     /// when there is no memory for it; without a buffer there is nothing to make.
     [[nodiscard]] bool provide() const { return store.provide(); }

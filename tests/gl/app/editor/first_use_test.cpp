@@ -93,6 +93,21 @@ TEST_F(FirstUses, APickCapturesThePoints) {
     EXPECT_EQ(pointsizes_of(entry(0).polygon), (std::vector<float>{5, 3, 3, 3}));
 }
 
+TEST_F(FirstUses, AnotherOperationGivesBackWhatPicksHaveTaken) {
+    open(square_block());
+    open(patch_block());
+    EXPECT_TRUE(click(left_button, place_of(view_t::front, corner)));
+    EXPECT_GT(gl_store_size(entry(1).nurbs.selectionfeedback.buffer_id()), 0);
+    editor.set_mode(operation_mode_t::clipping);
+    EXPECT_EQ(made(0), of_mesh + "pointsizes ");
+    EXPECT_EQ(gl_store_size(entry(1).nurbs.selectionfeedback.buffer_id()), 0);
+
+    editor.set_mode(operation_mode_t::selection);
+    editor.scene().clear_selection();
+    EXPECT_TRUE(click(left_button, place_of(view_t::front, corner)));
+    EXPECT_EQ(marked(0), std::vector<std::size_t>{0});
+}
+
 TEST_F(FirstUses, AMarkOfAPointWritesItsSize) {
     open(square_block());
     mark(0, {2});

@@ -212,6 +212,21 @@ TEST_F(FirstUse, AnotherSizeGivesTheStoreBack) {
     EXPECT_EQ(gl_store_size(feedback.buffer_id()), 24);
 }
 
+TEST_F(FirstUse, AfterItWasGivenBackMakesItAnew) {
+    feedback_buffer_t feedback;
+    feedback.give_back();
+    EXPECT_FALSE(feedback.has_buffer());
+    ASSERT_TRUE(feedback.allocate(4));
+    feedback.give_back();
+    EXPECT_FALSE(has_store(feedback));
+    ASSERT_TRUE(feedback.provide());
+    feedback.give_back();
+    EXPECT_FALSE(has_store(feedback));
+    EXPECT_EQ(feedback.element_count(), 4);
+    EXPECT_EQ(feedback_span<const std::uint32_t>(feedback).size(), 4U);
+    EXPECT_EQ(gl_store_size(feedback.buffer_id()), 16);
+}
+
 TEST_F(FirstUse, OfAFeedbackBufferMakesItsStore) {
     const std::function<void(feedback_buffer_t&)> uses[] = {
         [](feedback_buffer_t& b) { EXPECT_TRUE(b.provide()); },
