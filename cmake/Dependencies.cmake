@@ -14,7 +14,7 @@ find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
 # Without it `ulktool tidy` says that it is missing.
 find_package(meshoptimizer QUIET)
-# Formats of other programs in ulktool, and the benchmarks' other reader of STL files. Without it both are left out.
+# Formats of other programs in ulktool, and a peer of the benchmarks. Without it both are left out.
 pkg_check_modules(ASSIMP IMPORTED_TARGET assimp)
 set(ULK_HAVE_ASSIMP ${ASSIMP_FOUND})
 
@@ -23,6 +23,10 @@ if(ULK_BUILD_TESTS)
 endif()
 if(ULK_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
-  # Another cut of meshes to measure against; without it that comparison is left out.
+  # Others to measure against; each comparison is left out without its library. CGAL cuts meshes, the rest read
+  # mesh files.
   find_package(CGAL QUIET)
+  find_package(VTK QUIET COMPONENTS IOGeometry)
+  pkg_check_modules(ADMESH QUIET IMPORTED_TARGET libadmesh)
+  pkg_check_modules(TINYOBJLOADER QUIET IMPORTED_TARGET tinyobjloader)
 endif()

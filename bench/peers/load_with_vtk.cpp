@@ -1,0 +1,44 @@
+#include <vtkNew.h>
+#include <vtkOBJReader.h>
+#include <vtkPolyData.h>
+#include <vtkSTLReader.h>
+#include <vtkSmartPointer.h>
+
+#include <string_view>
+
+#include "load_way.h"
+
+/// VTK's readers. From STL: three points for each triangle, which are not merged as ours are not either. From
+/// OBJ: points with normals and texture coordinates, and polygons.
+namespace {
+
+vtkSmartPointer<vtkPolyData>& mesh() {
+    static auto* const the_mesh = new vtkSmartPointer<vtkPolyData>;
+    return *the_mesh;
+}
+
+template <typename Reader>
+bool load_with(Reader& reader, const char* path) {
+    reader.SetFileName(path);
+    reader.Update();
+    mesh() = reader.GetOutput();
+    return reader.GetErrorCode() == 0;
+}
+
+}  // namespace
+
+void prepare_to_load() {}
+
+bool load_file(const char* path) {
+    if (std::string_view(path).ends_with(".stl")) {
+        const vtkNew<vtkSTLReader> reader;
+        reader->MergingOff();
+        return load_with(*reader, path);
+    }
+    const vtkNew<vtkOBJReader> reader;
+    return load_with(*reader, path);
+}
+
+std::uint64_t triangles_loaded() {
+    return static_cast<std::uint64_t>(mesh()->GetNumberOfPolys());
+}
