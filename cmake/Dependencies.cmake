@@ -23,10 +23,13 @@ if(ULK_BUILD_TESTS)
 endif()
 if(ULK_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)
-  # Others to measure against; each comparison is left out without its library. CGAL cuts meshes, the rest read
-  # mesh files.
+  # Others to measure against; each comparison is left out without its library. CGAL cuts meshes, SISL evaluates NURBS
+  # surfaces, the rest read mesh files.
   find_package(CGAL QUIET)
   find_package(VTK QUIET COMPONENTS IOGeometry)
   pkg_check_modules(ADMESH QUIET IMPORTED_TARGET libadmesh)
   pkg_check_modules(TINYOBJLOADER QUIET IMPORTED_TARGET tinyobjloader)
+  find_library(SISL_LIBRARY sisl)
+  find_path(SISL_INCLUDE_DIR sisl.h)
+  mark_as_advanced(SISL_LIBRARY SISL_INCLUDE_DIR)
 endif()
