@@ -59,7 +59,28 @@ struct sheet_t {
                 visit(x, y, std::sin(x), std::cos(x));
             }
     }
+
+    /// Calls visit(a, b, c) with the vertices of each triangle, in the order and direction of the strips.
+    template <typename Visit>
+    void for_each_triangle(Visit visit) const {
+        for (std::uint64_t row = 0; row < squares_down; ++row)
+            for (std::uint64_t column = 0; column < squares_along; ++column) {
+                const std::uint64_t above = row * columns + column, below = above + columns;
+                visit(below, above, below + 1);
+                visit(below + 1, above, above + 1);
+            }
+    }
 };
+
+void write_strips(line_file_t& file, const sheet_t& sheet) {
+    for (std::uint64_t row = 0; row < sheet.squares_down; ++row) {
+        for (std::uint64_t column = 0; column < sheet.columns; ++column) {
+            file.line("element ", (row + 1) * sheet.columns + column);
+            file.line("element ", row * sheet.columns + column);
+        }
+        file.line("element -1");
+    }
+}
 
 }  // namespace
 
@@ -88,13 +109,7 @@ std::uint64_t write_sheet_as_scene(const std::string& path, std::uint64_t triang
         file.line("texcoord ", x / 20, y / 18);
         file.line("position ", x, y, z);
     });
-    for (std::uint64_t row = 0; row < sheet.squares_down; ++row) {
-        for (std::uint64_t column = 0; column < sheet.columns; ++column) {
-            file.line("element ", (row + 1) * sheet.columns + column);
-            file.line("element ", row * sheet.columns + column);
-        }
-        file.line("element -1");
-    }
+    write_strips(file, sheet);
     sheet.for_each_vertex([&](float, float, float, float slope) {
         const float length = std::sqrt(1 + slope * slope);
         file.line("tangent ", 1 / length, 0, slope / length);
@@ -114,14 +129,21 @@ std::uint64_t write_sheet_as_obj(const std::string& path, std::uint64_t triangle
         const float length = std::sqrt(1 + slope * slope);
         file.line("vn ", -slope / length, 0, 1 / length);
     });
-    const auto corner = [&sheet](std::uint64_t row, std::uint64_t column) {
-        const std::string number = std::to_string(row * sheet.columns + column + 1);
+    const auto corner = [](std::uint64_t vertex) {
+        const std::string number = std::to_string(vertex + 1);
         return number + '/' + number + '/' + number;
     };
-    for (std::uint64_t row = 0; row < sheet.squares_down; ++row)
-        for (std::uint64_t column = 0; column < sheet.squares_along; ++column) {
-            file.line("f ", corner(row + 1, column), corner(row, column), corner(row + 1, column + 1));
-            file.line("f ", corner(row + 1, column + 1), corner(row, column), corner(row, column + 1));
-        }
+    sheet.for_each_triangle([&](std::uint64_t a, std::uint64_t b, std::uint64_t c) {
+        file.line("f ", corner(a), corner(b), corner(c));
+    });
+    return sheet.triangles();
+}
+
+std::uint64_t write_bare_sheet_as_obj(const std::string& path, std::uint64_t triangles) {
+    const sheet_t sheet(triangles);
+    line_file_t file(path, ' ', "\n");
+    sheet.for_each_vertex([&](float x, float y, float z, float) { file.line("v ", x, y, z); });
+    sheet.for_each_triangle(
+        [&](std::uint64_t a, std::uint64_t b, std::uint64_t c) { file.line("f ", a + 1, b + 1, c + 1); });
     return sheet.triangles();
 }

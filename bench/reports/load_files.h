@@ -11,7 +11,9 @@
 std::uint64_t write_stl_file(const std::string& path, std::uint64_t triangles);
 
 /// A wavy sheet that is about as wide as long, every vertex with position, texture coordinate and normal. The
-/// scene file has a strip for each row, and tangents and binormals as every saved scene file; the OBJ file
-/// has the same triangles one by one. At least two triangles.
+/// scene file has a strip for each row, and tangents and binormals, as no scene file is without; an OBJ file
+/// has the same triangles one by one, and a bare one nothing but them and the positions. At least two
+/// triangles.
 std::uint64_t write_sheet_as_scene(const std::string& path, std::uint64_t triangles);
 std::uint64_t write_sheet_as_obj(const std::string& path, std::uint64_t triangles);
+std::uint64_t write_bare_sheet_as_obj(const std::string& path, std::uint64_t triangles);

@@ -22,9 +22,9 @@
 /// Prints what it costs to load a mesh, each load in a process of its own and the least of some loads:
 /// milliseconds by the clock and of the processor, MB at the peak of the process, MB of that beyond a process
 /// of the same program that loads four triangles, these as a multiple of the file's size, and in bytes for
-/// each triangle. One table has binary STL files, the other the same mesh as a scene file and as an OBJ file.
-/// What each way gives stands at the top of its source, load_with_*.cpp. Ways whose library the build has not
-/// found are left out. Usage: `load_report [triangles]...`
+/// each triangle. One table has binary STL files, the others the same mesh as a scene file and as an OBJ
+/// file. What each way gives stands at the top of its source, load_with_*.cpp. Ways whose library the build
+/// has not found are left out. Usage: `load_report [triangles]...`
 namespace {
 
 constexpr int loads = 5;
@@ -37,6 +37,7 @@ struct kind_t {
 constexpr kind_t stl = {".stl", write_stl_file};
 constexpr kind_t scene = {".ulk", write_sheet_as_scene};
 constexpr kind_t obj = {".obj", write_sheet_as_obj};
+constexpr kind_t bare_obj = {".obj", write_bare_sheet_as_obj};
 
 struct way_t {
     const char* name;  ///< behind "load_with_" in the name of the program
@@ -46,6 +47,8 @@ constexpr std::array stl_ways = {way_t{"ours", stl}, way_t{"assimp", stl}, way_t
                                  way_t{"vtk", stl}};
 constexpr std::array sheet_ways = {way_t{"ours", scene}, way_t{"assimp", obj}, way_t{"tinyobjloader", obj},
                                    way_t{"vtk", obj}};
+constexpr std::array bare_sheet_ways = {way_t{"ours", scene}, way_t{"assimp", bare_obj},
+                                        way_t{"tinyobjloader", bare_obj}, way_t{"vtk", bare_obj}};
 
 std::string program_of(const way_t& way) {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() /
@@ -168,6 +171,8 @@ int main(int argc, char** argv) try {
     report(stl_ways, sizes);
     std::puts("\na sheet of strips, as a scene file (ours) and as an OBJ file");
     report(sheet_ways, sizes);
+    std::puts("\nthe same scene file beside an OBJ file of positions and faces only");
+    report(bare_sheet_ways, sizes);
     return 0;
 } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());
