@@ -4,8 +4,7 @@
 
 #include <chrono>
 
-/// Seconds that this process has waited in fsync for its files to reach the disk.
-double seconds_in_fsync();
+#include "fsync_time.h"
 
 /// Times `save`, which returns true when it has worked, without the waits for the disk: these depend on what
 /// else the machine writes. The counter `fsync_ms` has them, for each save. Needs `UseManualTime`.

@@ -22,6 +22,11 @@ bool load_file(const char* path) {
     return stl_get_error(&mesh()) == 0;
 }
 
+bool save_file(const char* path) {
+    stl_write_binary(&mesh(), path, "mesh");
+    return stl_get_error(&mesh()) == 0;
+}
+
 std::uint64_t triangles_loaded() {
     return static_cast<std::uint64_t>(mesh().stats.number_of_facets);
 }

@@ -1,5 +1,8 @@
 #include <assimp/scene.h>
+#include <assimp/Exporter.hpp>
 #include <assimp/Importer.hpp>
+
+#include <string_view>
 
 #include "load_way.h"
 
@@ -20,6 +23,12 @@ void prepare_to_load() {
 
 bool load_file(const char* path) {
     return importer().ReadFile(path, 0) != nullptr;
+}
+
+bool save_file(const char* path) {
+    const char* const binary_stl = "stlb";
+    const char* const form = std::string_view(path).ends_with(".stl") ? binary_stl : "obj";
+    return Assimp::Exporter().Export(importer().GetScene(), form, path) == aiReturn_SUCCESS;
 }
 
 std::uint64_t triangles_loaded() {

@@ -3,7 +3,7 @@
 #include "load_way.h"
 
 /// tinyobjloader: lists of positions, normals and texture coordinates as the file has them, and three indices
-/// for each corner of a face.
+/// for each corner of a face. It writes no files.
 namespace {
 
 tinyobj::ObjReader& reader() {
@@ -17,6 +17,10 @@ void prepare_to_load() {}
 
 bool load_file(const char* path) {
     return reader().ParseFromFile(path);
+}
+
+bool save_file(const char* /*path*/) {
+    return false;
 }
 
 std::uint64_t triangles_loaded() {

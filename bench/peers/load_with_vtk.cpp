@@ -1,7 +1,9 @@
 #include <vtkNew.h>
 #include <vtkOBJReader.h>
+#include <vtkOBJWriter.h>
 #include <vtkPolyData.h>
 #include <vtkSTLReader.h>
+#include <vtkSTLWriter.h>
 #include <vtkSmartPointer.h>
 
 #include <string_view>
@@ -25,6 +27,13 @@ bool load_with(Reader& reader, const char* path) {
     return reader.GetErrorCode() == 0;
 }
 
+template <typename Writer>
+bool save_with(Writer& writer, const char* path) {
+    writer.SetFileName(path);
+    writer.SetInputData(mesh());
+    return writer.Write() != 0 && writer.GetErrorCode() == 0;
+}
+
 }  // namespace
 
 void prepare_to_load() {}
@@ -37,6 +46,16 @@ bool load_file(const char* path) {
     }
     const vtkNew<vtkOBJReader> reader;
     return load_with(*reader, path);
+}
+
+bool save_file(const char* path) {
+    if (std::string_view(path).ends_with(".stl")) {
+        const vtkNew<vtkSTLWriter> writer;
+        writer->SetFileTypeToBinary();
+        return save_with(*writer, path);
+    }
+    const vtkNew<vtkOBJWriter> writer;
+    return save_with(*writer, path);
 }
 
 std::uint64_t triangles_loaded() {

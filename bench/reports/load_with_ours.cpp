@@ -33,6 +33,10 @@ bool load_file(const char* path) {
     return load_scene(program().scene, path, program().glpolygon, std::cerr);
 }
 
+bool save_file(const char* path) {
+    return save_models(program().scene.models, path);
+}
+
 std::uint64_t triangles_loaded() {
     std::uint64_t count = 0;
     for (const auto& model : program().scene.models) {

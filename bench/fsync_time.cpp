@@ -1,4 +1,6 @@
-#include "timed_save.h"
+#include "fsync_time.h"
+
+#include <chrono>
 
 namespace {
 
