@@ -33,8 +33,11 @@ void cell_table_t::scroll_in(Gtk::ScrolledWindow& window) {
     make_samples();
     show();
     window.add(*this);
-    for (const auto& place : {window.get_hadjustment(), window.get_vadjustment()})
-        place->signal_value_changed().connect(sigc::mem_fun(*this, &cell_table_t::on_scrolled));
+    for (const auto& place : {window.get_hadjustment(), window.get_vadjustment()}) {
+        place->signal_value_changed().connect(sigc::mem_fun(*this, &cell_table_t::on_view_changed));
+        // A view that gets smaller leaves the table its size.
+        place->signal_changed().connect(sigc::mem_fun(*this, &cell_table_t::on_view_changed));
+    }
 }
 
 void cell_table_t::finish_typing() {
@@ -142,7 +145,7 @@ cell_table_t::blocks_t cell_table_t::blocks_around(std::uint64_t cell) const {
             std::min(row + 2, rows.blocks())};
 }
 
-void cell_table_t::on_scrolled() {
+void cell_table_t::on_view_changed() {
     if (!blocks_shown || blocks_in_view() == *blocks_shown)
         return;
     blocks_shown = blocks_in_view();

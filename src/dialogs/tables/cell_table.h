@@ -96,7 +96,7 @@ class cell_table_t : public Gtk::Container {
     blocks_t blocks_around(std::uint64_t cell) const;
     std::optional<stop_t> find_stop(const Gtk::Widget* widget) const;
 
-    void on_scrolled();
+    void on_view_changed();
     void show_cells(cell_numbers wanted);
     void show_cell(std::uint64_t number, std::vector<cell_ptr>& free_cells);
     void place(const table_cell_t& cell);
