@@ -13,28 +13,17 @@
 #include <sstream>
 
 #include "app/window/ViewWindow.h"
+#include "find_control.h"
 #include "utils/memory/alloc_mmap_win.h"
 
 namespace {
-
-/// The first control of a type below a widget; null when there is none.
-template <class Control>
-Control* find_control(Gtk::Widget& widget) {
-    if (auto* const control = dynamic_cast<Control*>(&widget))
-        return control;
-    if (auto* const container = dynamic_cast<Gtk::Container*>(&widget))
-        for (Gtk::Widget* child : container->get_children())
-            if (auto* const control = find_control<Control>(*child))
-                return control;
-    return nullptr;
-}
 
 TEST(CutProgress, AFractionAboveOneIsAFullBar) {
     ulk3d::ViewWindow window("ulkedit");
     window.show();
     while (!window.area().get_mapped())
         Gtk::Main::iteration();
-    const auto* const bar = find_control<Gtk::ProgressBar>(window);
+    const auto* const bar = ulk_test::find_control<Gtk::ProgressBar>(window);
     ASSERT_NE(bar, nullptr);
     EXPECT_EQ(bar->get_fraction(), 0.0);
     // In a main loop as a cut is: without one the window takes it that the user has quit, and ends the

@@ -43,6 +43,7 @@ void ViewArea::ring_for_refusals() {
 void ViewArea::redraw() {
     // The whole widget, wherever it lies in its window: the area has no window of its own to draw into, and a
     // rectangle of the window that has would begin at the menu bar.
+    frame_is_due = true;
     queue_render();
 }
 
@@ -80,11 +81,23 @@ void ViewArea::on_unrealize() {
 }
 
 bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
-    carry_out([](ulkedit_t& editor) { editor.display(); });
+    // The toolkit may be repainting another part of the window; it shows the view's last frame again.
+    if (!frame_is_due)
+        return true;
+    glDrawBuffer(GL_COLOR_ATTACHMENT0);
+    carry_out([this](ulkedit_t& editor) {
+        editor.display();
+        frame_is_due = false;
+    });
+    // Nothing that is drawn outside a frame, as by the frame pass, gets into the picture.
+    glDrawBuffer(GL_NONE);
     return true;
 }
 
 void ViewArea::on_resize(int width, int height) {
+    // Called before the first frame in each new framebuffer: also after a realization, and when the scale of
+    // the screen has changed.
+    frame_is_due = true;
     make_current();
     carry_out([=, this](ulkedit_t& editor) {
         editor.set_pixel_scale(get_scale_factor());
@@ -175,12 +188,7 @@ bool ViewArea::fold() {
 }
 
 void ViewArea::cut_current(const sigc::slot<void, double>& receiver) {
-    // The toolkit repaints the whole window whenever the progress bar moves. For that it uses the view's last
-    // frame again; a new one is drawn only on request.
-    set_auto_render(false);
-    with_gl_unseen([&](ulkedit_t& editor) { editor.cut_current(receiver); });
-    set_auto_render(true);
-    redraw();
+    with_gl([&](ulkedit_t& editor) { editor.cut_current(receiver); });
     error_bell();
 }
 

@@ -40,7 +40,7 @@ class ViewArea : public Gtk::GLArea {
         return carry_out(work);
     }
 
-    /// Asks the toolkit for a new frame.
+    /// Asks the toolkit for a new frame. Other repaints of the window show the last one again.
     void redraw();
 
     // Commands on the scene; see ulkedit_t.
@@ -114,11 +114,12 @@ class ViewArea : public Gtk::GLArea {
     void make_input_current();
     void set_mode(operation_mode_t mode);
     /// Runs the handling of an event, which may draw outside a frame, and redraws when the handling asks for
-    /// it.
+    /// it, or when memory ran out in the middle of it.
     template <class Handling>
     bool handle(Handling&& handling) {
         make_input_current();
-        const bool needs_frame = carry_out(handling);
+        bool needs_frame = true;
+        carry_out([&](ulkedit_t& editor) { needs_frame = handling(editor); });
         if (needs_frame)
             redraw();
         return needs_frame;
@@ -132,6 +133,7 @@ class ViewArea : public Gtk::GLArea {
 
     ulkedit_t ulkedit;
     std::uint64_t told_refusals = 0;  ///< those for which the bell has rung
+    bool frame_is_due = true;         ///< the area's framebuffer does not hold the picture of now
 };
 
 }  // namespace ulk3d
