@@ -104,6 +104,9 @@ class ViewFrames : public testing::Test {
         shown->show();
         while (!shown->area().get_mapped())
             Gtk::Main::iteration();
+        open_triangle();
+    }
+    static void open_triangle() {
         const ulk_test::temporary_folder_t folder;
         std::ostringstream errors;
         ASSERT_TRUE(
@@ -195,7 +198,11 @@ TEST_F(ViewFrames, ARepaintOfTheWindowDrawsNone) {
 
 TEST_F(ViewFrames, AControlThatThePointerPassesDrawsNone) {
     hand("mousemove " + words_of(on_screen(*find_control<Gtk::ToggleButton>(window), 5, 5)));
-    expect_last_frame();
+    settle();
+    hand("mousemove 1279 0");
+    settle();
+    EXPECT_EQ(frames, 0);
+    EXPECT_TRUE(picture() == first_picture);
 }
 
 bool tooltip_shows() {
@@ -247,6 +254,36 @@ TEST_F(ViewFrames, RequestsThatComeTogetherDrawOne) {
     settle();
     EXPECT_EQ(frames, 1);
     EXPECT_TRUE(picture() == first_picture);
+}
+
+TEST_F(ViewFrames, ACutDrawsThoseThatAreAskedFor) {
+    open_triangle();
+    settle();
+    int calls = 0, frames_of_bar = 0, frames_on_request = 0;
+    area.cut_current([&](double) {
+        if (calls++ > 0)
+            return;
+        frames = repaints = 0;
+        window.queue_draw();
+        settle();
+        EXPECT_GT(repaints, 0);
+        frames_of_bar = frames;
+        area.set_grid(false);
+        settle();
+        frames_on_request = frames - frames_of_bar;
+        area.set_grid(true);
+        settle();
+        frames = 0;
+        // The repaints have made the window's own context current.
+        area.make_current();
+    });
+    EXPECT_GT(calls, 0);
+    EXPECT_EQ(frames_of_bar, 0);
+    EXPECT_EQ(frames_on_request, 1);
+    settle();
+    EXPECT_EQ(frames, 1);
+    area.delete_current();
+    settle();
 }
 
 TEST_F(ViewFrames, ANewSizeDrawsOne) {
