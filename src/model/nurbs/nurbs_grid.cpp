@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 #include "model/math/tolerance.h"
@@ -41,23 +42,34 @@ float magnitude(std::span<const float> values) {
     return std::bit_cast<float>(largest);
 }
 
+bool all_are_finite(std::span<const float> values) {
+    // One more in the exponent of an infinity or not-a-number runs over into the sign.
+    std::uint32_t bits = 0;
+    for (const float value : values)
+        bits |= (std::bit_cast<std::uint32_t>(value) & 0x7FFFFFFFU) + 0x00800000U;
+    return bits >> 31 == 0;
+}
+
 /// A net prepared for kernels.
 struct prepared_net_t {
     explicit prepared_net_t(const nurbs_net_t<control_point_t>& source)
-        : net(source), weights(source.weight.data), largest_weight(magnitude(weights)) {
-        points.reserve(source.points.data.size() + read_ahead);
-        for (const auto& [p, c] : source.points.data)
-            points.push_back({p.x, p.y, p.z, c.r, c.g, c.b, c.a, 1});
-        points.resize(points.size() + read_ahead);
+        : net(source),
+          weights(source.weight.data),
+          points(source.points.data.size() + read_ahead),
+          largest_weight(magnitude(weights)) {
+        for (std::size_t n = 0; n < source.points.data.size(); ++n) {
+            std::memcpy(&points[n], &source.points.data[n], sizeof(control_point_t));
+            points[n].back() = 1;
+        }
         weights.resize(weights.size() + read_ahead);
-        largest_coordinate = magnitude({points.data()->data(), points.size() * point_floats});
+        coordinates_are_finite = all_are_finite({points.data()->data(), points.size() * point_floats});
     }
 
     const nurbs_net_t<control_point_t>& net;
     std::vector<float> weights;
     std::vector<lanes_t> points;
     float largest_weight;
-    float largest_coordinate = 0;
+    bool coordinates_are_finite = false;
 };
 
 /// Evaluates one tile of samples.
@@ -74,7 +86,7 @@ class tile_t {
         // A term with a basis function of 0 adds nothing, unless the 0 is multiplied by an infinity or
         // not-a-number.
         const float largest_factor = magnitude(along_row.all_values()) * prepared.largest_weight;
-        zeros_add_nothing = std::isfinite(largest_factor) && std::isfinite(prepared.largest_coordinate) &&
+        zeros_add_nothing = std::isfinite(largest_factor) && prepared.coordinates_are_finite &&
                             std::isfinite(prepared.largest_weight) &&
                             std::isfinite(magnitude(along_column.all_values()));
         if (zeros_add_nothing && !along_column.is_one_kind())
@@ -308,7 +320,7 @@ bool evaluate_changes(const nurbs_net_t<control_point_t>& net, std::span<const s
                       const kernel_t& kernel) {
     const prepared_net_t prepared(net);
     // All else that decides whether a surface is local is as it was.
-    const bool is_local = std::isfinite(prepared.largest_coordinate);
+    const bool is_local = prepared.coordinates_are_finite;
     const reached_samples_t samples = is_local
                                           ? reached_samples(net, resolution1, resolution2, changed_points)
                                           : all_samples(resolution1, resolution2);
