@@ -67,8 +67,8 @@ class modeling_t {
     /// Draws all points as GL_POINTS, each at its point size. False, after the lines of a mapping that fails,
     /// when there is no memory for what they are drawn from.
     virtual bool drawpoints() = 0;
-    /// Draws what shows of the points when they are drawn one over the other, without blending: the pixels
-    /// are those of `drawpoints`, with as few points as the model can tell.
+    /// Draws what shows of the points when they are drawn one over the other, without blending and without a
+    /// depth test: the pixels are those of `drawpoints`, with as few points as the model can tell.
     virtual bool showpoints() { return drawpoints(); }
     virtual void draw() = 0;
 

@@ -90,8 +90,10 @@ void edited_scene_t::delete_current() {
 
 void edited_scene_t::polygonize_current() {
     change_gate.pass([&] {
-        if (model_entry_t* const entry = current_model())
+        if (model_entry_t* const entry = current_model()) {
             entry->kind = model_kind_t::polygon;
+            entry->polygon.give_back_frame_pass();
+        }
     });
 }
 

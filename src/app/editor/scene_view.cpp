@@ -137,8 +137,10 @@ bool scene_view_t::pick_points(const model_list_t& models, const view_cursor_t& 
 }
 
 void scene_view_t::give_back_picks(const model_list_t& models) {
-    for (const auto& entry : models)
-        entry->modeling().selectionfeedback.give_back();
+    for (const auto& entry : models) {
+        entry->polygon.selectionfeedback.give_back();
+        entry->nurbs.selectionfeedback.give_back();  // also of a model that has become a polygon model
+    }
 }
 
 bool scene_view_t::pick_polygons(const model_list_t& models, const view_cursor_t& at, float width,

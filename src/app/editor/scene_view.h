@@ -65,7 +65,7 @@ class scene_view_t {
     bool pick_points(const model_list_t& models, const view_cursor_t& at, float width, float height,
                      const hit_signal_t& receiver);
     /// Gives back the memory that picks of points have taken on GL: 40 bytes for each point. The next one
-    /// takes it anew, which costs large models half the time of a pick.
+    /// takes it anew, which adds more than half of its time to a pick on a large model.
     static void give_back_picks(const model_list_t& models);
     /// Emits `receiver` for the nearest polygon of each polygon model in such a rectangle, the nearest one
     /// first. Returns whether there was one; the orthographic views have none.

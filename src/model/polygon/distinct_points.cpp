@@ -73,7 +73,6 @@ std::vector<std::uint32_t> uncovered_points(std::span<const vertex_t> vertices,
     const auto bits_at = [&](std::size_t index) { return bits_of(vertices[index], sizes[index]); };
     last_met_t last_met(count);
     std::vector<std::uint32_t> kept;
-    kept.reserve(count / 2);
     for (std::size_t i = count; i-- > 0;) {
         if (!last_met.meet(static_cast<std::uint32_t>(i), bits_at))
             continue;
@@ -102,6 +101,8 @@ const element_array_t* distinct_points_t::of(const array_t& vertices, const arra
     const state_t state{vertices.writes(), sizes.writes(), vertices.element_count()};
     if (examined != state) {
         has_list = try_allocate([&] { return make_list(vertices, sizes); });
+        if (!has_list)
+            list.release();
         examined = state;
     }
     return has_list ? &list : nullptr;

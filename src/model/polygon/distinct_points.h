@@ -21,7 +21,8 @@ std::vector<std::uint32_t> uncovered_points(std::span<const vertex_t> vertices, 
 /// The list of these in a GL buffer, made anew when vertices or point sizes have been written.
 class distinct_points_t {
   public:
-    /// Null when all points are to be drawn: when leaving some out does not pay, or there is no memory.
+    /// Null when all points are to be drawn: when leaving some out does not pay, or, after the lines of
+    /// `element_array_t::allocate`, when there is no memory for the list.
     const element_array_t* of(const array_t& vertices, const array_t& sizes);
     /// Forgets the list, for vertices in another buffer.
     void release();

@@ -55,7 +55,9 @@ bool drawn_strips_t::examine(const element_array_t& elements, std::uint64_t vert
     form = ordered_vertices > 0                             ? form_t::without_indices
            : has_foreign_index(strips.span(), vertex_count) ? form_t::cleaned
                                                             : form_t::as_they_are;
-    if (form == form_t::cleaned && clean.allocate(elements.element_count())) {
+    if (form != form_t::cleaned) {
+        clean.release();
+    } else if (clean.allocate(elements.element_count())) {
         const index_span marked(clean, first_words_t::overwritten);
         if (!marked)
             return false;

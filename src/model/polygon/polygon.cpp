@@ -73,6 +73,11 @@ bool polygon_t::drawframes() {
     return ulk3d::draw(workarray, GL_POINTS, static_cast<GLsizei>(vertex_count()));
 }
 
+void polygon_t::give_back_frame_pass() {
+    wknmls.give_back();
+    normalfeedback.give_back();
+}
+
 std::uint64_t polygon_t::drawvertices() {
     static_cast<void>(ulk3d::draw(drawarray, GL_POINTS, static_cast<GLsizei>(vertex_count())));
     return vertex_count();

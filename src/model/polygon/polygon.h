@@ -56,6 +56,10 @@ class polygon_t : public modeling_t {
     /// Exchanges the contents of both. Never fails.
     void swap(polygon_t& other) noexcept;
 
+    /// Gives back the memory on GL that only the frame pass needs, for a mesh whose frames it does not make
+    /// any more. Another pass would take it anew.
+    void give_back_frame_pass();
+
     /// Completes a load or an edit: sets the name unless it is null, numbers the polygons, renews
     /// `selectelems`, and gives a default frame to each triangle whose last vertex has a zero normal at that
     /// moment, after the triangles before it were handled: on shared vertices the later triangle wins. With

@@ -63,6 +63,7 @@ void buffer_t::give_back() {
         return;
     ask({.byte_size = stored, .word = std::nullopt});
     drop_store();
+    ++write_count;
 }
 
 bool buffer_t::ask_for(std::int64_t byte_size) {
@@ -70,6 +71,7 @@ bool buffer_t::ask_for(std::int64_t byte_size) {
         return true;
     if (stored > 0)
         drop_store();
+    ++write_count;
     ask({});
     const bool is_promised = libutils::can_promise_memory(static_cast<std::uint64_t>(byte_size));
     ask({.byte_size = byte_size, .word = std::nullopt});

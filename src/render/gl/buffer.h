@@ -87,8 +87,8 @@ class buffer_t {
     /// Writes into the store, which must be there, at the target that the buffer is bound to.
     void write(GLintptr offset, GLsizeiptr length, const void* data);
 
-    /// The number of the times that this object has let the content be written: by mappings, writes and words
-    /// that were asked for. As long as it is the same, none of these has changed the content.
+    /// The number of the times that this object has let the content change: by mappings, writes, words that
+    /// were asked for, and new stores. Only what GL itself writes, in a capture or a copy, does not count.
     std::uint64_t writes() const { return write_count; }
 
   private:

@@ -53,6 +53,11 @@ bool record_store_t::fill(std::int64_t first, std::uint32_t word) {
     return true;
 }
 
+void record_store_t::give_back() {
+    if (buffer)
+        buffer->give_back();
+}
+
 bool record_store_t::provide() const {
     if (!buffer || buffer->provide())
         return true;

@@ -40,6 +40,9 @@ class record_store_t {
     /// fails, when there is no memory for it; without a buffer there is nothing to make.
     [[nodiscard]] bool provide() const;
 
+    /// Gives the store back until its next use, which finds undefined content; does nothing without one.
+    void give_back();
+
     /// Maps the whole buffer, `byte_size()` bytes: for reading and writing, or for reading only when the
     /// array is const. Null, after a line on the standard error stream, when there is no buffer or GL can not
     /// map it. Use the guards of render/gl/mapped_span.h.
@@ -53,8 +56,9 @@ class record_store_t {
     std::int64_t byte_size() const { return buffer_size; }
     /// Bytes that the records in use take, but at most `byte_size()`.
     std::int64_t bytes_in_use() const;
-    /// How many times the content was written so far (buffer_t::writes); a new buffer starts at 0 again. As
-    /// long as it and the count in use are unchanged, so are the records.
+    /// How many times the content may have changed so far (buffer_t::writes); a new buffer starts at 0 again.
+    /// As long as it and the count in use are unchanged, so are the records, but for those that the frame
+    /// pass writes.
     std::uint64_t writes() const { return buffer ? buffer->writes() : 0; }
     bool has_buffer() const { return static_cast<bool>(buffer); }
     /// GL name of the buffer; 0 without one.

@@ -57,8 +57,9 @@ class glnurbs_t {
     /// line and GL's log.
     [[nodiscard]] bool init(const char* base_directory);
 
-    /// Draws the points of a model with their sizes times `point_scale`, and their colours, without blending.
-    /// GL_PROGRAM_POINT_SIZE must be enabled.
+    /// Draws the points of a model with their sizes times `point_scale`, and their colours. Those that a
+    /// later one covers may be left out. GL_PROGRAM_POINT_SIZE must be enabled, GL_BLEND and GL_DEPTH_TEST
+    /// must not.
     void draw_points(modeling_t& model, const mtx3w& Projection, const mtx3w& Modelview) const;
 
     /// Adds the points of a model that project into the rectangle to `hits`, in the order of their indices;

@@ -108,6 +108,28 @@ TEST_F(FirstUses, AnotherOperationGivesBackWhatPicksHaveTaken) {
     EXPECT_EQ(marked(0), std::vector<std::size_t>{0});
 }
 
+TEST_F(FirstUses, AnotherOperationGivesBackThePicksOfASurfaceThatWasPolygonized) {
+    open(patch_block());
+    EXPECT_TRUE(click(left_button, place_of(view_t::front, {0, 0, 0})));
+    editor.polygonize_current();
+    EXPECT_TRUE(click(left_button, place_of(view_t::front, {0, 0, 0})));
+    EXPECT_GT(gl_store_size(entry(0).polygon.selectionfeedback.buffer_id()), 0);
+    EXPECT_GT(gl_store_size(entry(0).nurbs.selectionfeedback.buffer_id()), 0);
+    editor.set_mode(operation_mode_t::punish);
+    EXPECT_EQ(gl_store_size(entry(0).polygon.selectionfeedback.buffer_id()), 0);
+    EXPECT_EQ(gl_store_size(entry(0).nurbs.selectionfeedback.buffer_id()), 0);
+}
+
+TEST_F(FirstUses, ASurfaceThatWasPolygonizedNeedsNoFramePass) {
+    open(patch_block());
+    const std::vector<frame_t> frames = frames_of(entry(0).polygon);
+    editor.polygonize_current();
+    EXPECT_EQ(made(0), of_mesh);
+    EXPECT_EQ(frames_of(entry(0).polygon), frames);
+    ASSERT_TRUE(entry(0).polygon.extend(2000, 2000));
+    EXPECT_EQ(made(0), of_mesh);
+}
+
 TEST_F(FirstUses, AMarkOfAPointWritesItsSize) {
     open(square_block());
     mark(0, {2});

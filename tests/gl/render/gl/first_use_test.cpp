@@ -227,6 +227,38 @@ TEST_F(FirstUse, AfterItWasGivenBackMakesItAnew) {
     EXPECT_EQ(gl_store_size(feedback.buffer_id()), 16);
 }
 
+/// What was found in records holds for as long as none of these has happened.
+TEST_F(FirstUse, OfEachKindThatMayChangeTheWordsIsCounted) {
+    const std::vector<std::uint32_t> words{1, 2, 3};
+    const std::function<void(array_t&)> changes[] = {
+        [](array_t& a) { EXPECT_TRUE(a.allocate(4, one_word())); },
+        [&](array_t& a) { EXPECT_TRUE(a.allocate(3, one_word(), words.data())); },
+        [](array_t& a) { EXPECT_TRUE(a.fill(0, 9)); },
+        [&](array_t& a) { EXPECT_TRUE(a.write_one(1, words.data())); },
+        [&](array_t& a) { a.write_all(words.data()); },
+        [](array_t& a) {
+            const array_span<std::uint32_t> mapped(a);
+            mapped[0] = 4;
+        },
+        [](array_t& a) {
+            EXPECT_TRUE(a.provide());
+            a.give_back();
+        },
+    };
+    for (std::size_t i = 0; i < std::size(changes); ++i) {
+        array_t array;
+        ASSERT_TRUE(array.allocate(3, one_word()));
+        ASSERT_TRUE(array.fill(0, 7));
+        const std::uint64_t before = array.writes();
+        static_cast<void>(words_of(array));
+        std::uint32_t read = 0;
+        array.read_one(0, &read);
+        EXPECT_EQ(array.writes(), before);
+        changes[i](array);
+        EXPECT_GT(array.writes(), before) << "change " << i;
+    }
+}
+
 TEST_F(FirstUse, OfAFeedbackBufferMakesItsStore) {
     const std::function<void(feedback_buffer_t&)> uses[] = {
         [](feedback_buffer_t& b) { EXPECT_TRUE(b.provide()); },

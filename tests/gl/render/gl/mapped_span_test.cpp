@@ -136,10 +136,11 @@ TEST_F(MappedSpan, OfConstRecordsMapsForReadingOnly) {
 TEST_F(MappedSpan, ForReadingIsNoChangeOfTheIndices) {
     element_array_t elements;
     ASSERT_TRUE(elements.allocate(2));
+    const std::uint64_t before = elements.writes();
     EXPECT_EQ(const_index_span(elements).size(), 2u);
-    EXPECT_EQ(elements.writes(), 0u);
+    EXPECT_EQ(elements.writes(), before);
     EXPECT_EQ(index_span(elements).size(), 2u);
-    EXPECT_EQ(elements.writes(), 1u);
+    EXPECT_EQ(elements.writes(), before + 1);
 }
 
 TEST_F(MappedSpan, OfNothingInUseIsEmptyAndSilent) {
