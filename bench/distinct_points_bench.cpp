@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <span>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 

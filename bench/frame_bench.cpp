@@ -1,5 +1,7 @@
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
+
 #include "render/models/glnurbs.h"
 #include "render/models/glpolygon.h"
 #include "sheet_stage.h"
@@ -79,6 +81,7 @@ void points_in_front(benchmark::State& state) {
 /// Of that, what comes before the rasterizer.
 template <auto build>
 void points_without_pixels(benchmark::State& state) {
+    need_context();
     glEnable(GL_RASTERIZER_DISCARD);
     points_in_front<build>(state);
     glDisable(GL_RASTERIZER_DISCARD);

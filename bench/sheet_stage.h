@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <iostream>
 
 #include "app/editor/ulkedit.h"
 #include "bench_context.h"

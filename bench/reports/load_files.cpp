@@ -11,8 +11,8 @@ namespace {
 /// Lines of a key and numbers, which are as short as they can be and still be read back as the same float.
 class line_file_t {
   public:
-    line_file_t(const std::string& path, char separator, std::string_view line_end)
-        : output(path, std::ios::binary), separator(separator), line_end(line_end) {}
+    line_file_t(const std::string& path, char between_numbers, std::string_view end_of_line)
+        : output(path, std::ios::binary), separator(between_numbers), line_end(end_of_line) {}
 
     template <typename First, typename... Others>
     void line(std::string_view key, First first, Others... others) {

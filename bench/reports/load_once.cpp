@@ -8,8 +8,8 @@
 #include "fsync_time.h"
 #include "peers/load_way.h"
 
-/// One load in a process of its own: prints its milliseconds by the clock and of the processor, and the
-/// number of triangles that it gave. Usage: `load_with_... FILE`
+/// One load in a process of its own, or one save of what was loaded: prints its milliseconds by the clock, of
+/// the processor and in waits for the disk, and the number of triangles. Usage: `load_with_... FILE [SAVED]`
 namespace {
 
 double processor_milliseconds() {

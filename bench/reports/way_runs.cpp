@@ -81,13 +81,13 @@ std::vector<way_t> ways_here(std::span<const way_t> ways) {
     return here;
 }
 
-made_file_t::made_file_t(const kind_t& kind, std::uint64_t triangles)
+made_file_t::made_file_t(const kind_t& kind, std::uint64_t wanted_triangles)
     : folder(std::filesystem::temp_directory_path() /
              ("ulk-load-" + std::to_string(getpid()) + kind.suffix)) {
     std::filesystem::create_directory(folder);
     path = folder + "/mesh" + kind.suffix;
     saved_path = folder + "/saved" + kind.suffix;
-    this->triangles = kind.write(path, triangles);
+    triangles = kind.write(path, wanted_triangles);
     megabytes = static_cast<double>(std::filesystem::file_size(path)) / 1e6;
 }
 
