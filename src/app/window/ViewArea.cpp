@@ -85,10 +85,14 @@ bool ViewArea::on_render(const Glib::RefPtr<Gdk::GLContext>&) {
     if (!frame_is_due)
         return true;
     glDrawBuffer(GL_COLOR_ATTACHMENT0);
-    carry_out([this](ulkedit_t& editor) {
+    frame_is_due = false;
+    bool is_whole = false;
+    carry_out([&](ulkedit_t& editor) {
         editor.display();
-        frame_is_due = false;
+        is_whole = true;
     });
+    if (!is_whole)
+        frame_is_due = true;
     // Nothing that is drawn outside a frame, as by the frame pass, gets into the picture.
     glDrawBuffer(GL_NONE);
     return true;
