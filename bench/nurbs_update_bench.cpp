@@ -71,38 +71,34 @@ class surfaces_t {
     glpolygon_t glpolygon;
 };
 
-void update_after_drag(benchmark::State& state) {
+template <class Work>
+void time_on_surfaces(benchmark::State& state, Work&& work) {
     surfaces_t surfaces;
     if (!surfaces.make(state.range(0) != 0)) {
         state.SkipWithError("no GL context or no memory");
         return;
     }
-    for (auto _ : state) {
+    for (auto _ : state)
+        work(surfaces);
+}
+
+void update_after_drag(benchmark::State& state) {
+    time_on_surfaces(state, [](surfaces_t& surfaces) {
         surfaces.models.front().nurbs.points.data[dragged].position.z += 0.01F;
         surfaces.update();
-    }
+    });
 }
 
 /// Of that, looking for what has changed.
 void update_of_nothing(benchmark::State& state) {
-    surfaces_t surfaces;
-    if (!surfaces.make(state.range(0) != 0)) {
-        state.SkipWithError("no GL context or no memory");
-        return;
-    }
-    for (auto _ : state)
-        surfaces.update();
+    time_on_surfaces(state, [](surfaces_t& surfaces) { surfaces.update(); });
 }
 
 /// Of that, the frames of one surface on GL.
 void update_of_frames(benchmark::State& state) {
-    surfaces_t surfaces;
-    if (!surfaces.make(state.range(0) != 0)) {
-        state.SkipWithError("no GL context or no memory");
-        return;
-    }
-    for (auto _ : state)
+    time_on_surfaces(state, [](surfaces_t& surfaces) {
         static_cast<void>(surfaces.glpolygon.update_frames(surfaces.models.front().polygon));
+    });
 }
 
 void update_of_normals(benchmark::State& state) {

@@ -2,6 +2,8 @@
 
 #include <GL/glew.h>
 
+#include <benchmark/benchmark.h>
+
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -18,6 +20,16 @@ namespace ulk_bench {
 using namespace ulk3d;
 
 inline constexpr int width = 1280, height = 960;
+
+/// Sheets of four sizes, by the number of their triangles.
+inline void four_sizes(benchmark::internal::Benchmark* each) {
+    each->ArgName("triangles")
+        ->Arg(10'000)
+        ->Arg(100'000)
+        ->Arg(1'000'000)
+        ->Arg(4'000'000)
+        ->Unit(benchmark::kMillisecond);
+}
 
 /// Where a corner of the sheet lies; `u` and `v` from 0 to 1.
 inline vertex_t sheet_vertex(float u, float v) {
